@@ -1,0 +1,18 @@
+#include "DeviceStrElement.h"
+
+#include <cstring>
+
+DeviceStrElement::DeviceStrElement() = default;
+DeviceStrElement::~DeviceStrElement() = default;
+
+void DeviceStrElement::SetString(const char* text) {
+  if (text == nullptr) return;
+  const std::size_t size = std::strlen(text) + 1;
+  std::unique_ptr<char[]> copy(new char[size]);  // before the old text goes: `text` may lie in it
+  std::memcpy(copy.get(), text, size);
+  text_ = std::move(copy);
+}
+
+char* DeviceStrElement::GetString() const { return text_.get(); }
+
+void DeviceStrElement::Swap(DeviceStrElement& other) noexcept { text_.swap(other.text_); }

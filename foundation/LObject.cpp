@@ -1,0 +1,3 @@
+#include "LObject.h"
+
+LObject::~LObject() = default;

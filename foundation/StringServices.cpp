@@ -1,0 +1,50 @@
+#include "StringServices.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <string_view>
+
+#include "characters.h"
+
+namespace {
+
+/// A found place as an `int`; what an `int` cannot say counts as not found.
+int ToPosition(std::size_t found) { return found > static_cast<std::size_t>(INT_MAX) ? -1 : static_cast<int>(found); }
+
+std::size_t FindIgnoringCase(std::string_view text, std::string_view sub, std::size_t start) {
+  const auto alike = [](char a, char b) { return ToUpper(a) == ToUpper(b); };
+  const auto from = text.begin() + static_cast<std::ptrdiff_t>(start);
+  const auto found = std::search(from, text.end(), sub.begin(), sub.end(), alike);
+  return found == text.end() && !sub.empty() ? text.npos : static_cast<std::size_t>(found - text.begin());
+}
+
+template <char (*Convert)(char)>
+void ConvertInPlace(char* s) {
+  if (s == nullptr) return;
+  for (; *s != '\0'; ++s) *s = Convert(*s);
+}
+
+}  // namespace
+
+void util_strncpy(char* dst, const char* src, int n, int /*m*/) {
+  if (dst == nullptr) return;
+  std::size_t length = src == nullptr || n < 0 ? 0 : std::strlen(src);
+  if (n > 0) length = std::min(length, static_cast<std::size_t>(n));
+  if (length != 0) std::memmove(dst, src, length);
+  dst[length] = '\0';
+}
+
+void strupr(char* s) { ConvertInPlace<ToUpper>(s); }
+
+void strupr(std::string& s) { std::transform(s.begin(), s.end(), s.begin(), ToUpper); }
+
+void strlwr(char* s) { ConvertInPlace<ToLower>(s); }
+
+int FindSubString(const char* s, const char* sub, int start, bool flag) {
+  if (s == nullptr || sub == nullptr) return -1;
+  const std::string_view text(s);
+  const std::size_t from = start < 0 ? 0 : static_cast<std::size_t>(start);
+  if (from > text.size()) return -1;
+  return ToPosition(flag ? text.find(sub, from) : FindIgnoringCase(text, sub, from));
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "DeviceStrElement.h"
+
+/// Sets two fields as one step: both texts are taken as they were at the call, although either may lie in either field, and
+/// std::bad_alloc leaves both fields as they were. A null text keeps its field.
+inline void SetBoth(DeviceStrElement& first, const char* firstText, DeviceStrElement& second, const char* secondText) {
+  DeviceStrElement newFirst;
+  DeviceStrElement newSecond;
+  newFirst.SetString(firstText);
+  newSecond.SetString(secondText);
+  if (firstText != nullptr) first.Swap(newFirst);
+  if (secondText != nullptr) second.Swap(newSecond);
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <charconv>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "characters.h"
+
+/// \file
+/// The text formats of the setters, one cursor each.
+///
+/// A list's own entry is a legal argument of the list's setter, so that `visit` may free what the setter was given. Therefore a
+/// cursor takes a std::string: a plain text becomes the one private copy that the cursor cuts its items from.
+
+/// Calls `visit(std::string_view)` for each item of a semicolon item list, in order.
+///
+///   "REG;100;200 ; 300;"  100, 200, 300    the text before the first ';' is a label
+///   ";A;B"                A                an item counts only when a ';' follows it
+///   "X;;A;"               nothing          the first empty segment ends the list
+///   "L;  ;5;"             "", 5            blanks are trimmed after that test, not before
+template <typename Visit>
+void ForEachSemicolonItem(const std::string& text, Visit visit) {
+  std::string_view rest = text;
+  rest.remove_prefix(rest.find(';') + 1);  // no ';' at all: npos + 1 is 0
+  for (;;) {
+    const auto end = rest.find(';');
+    if (end == 0 || end == rest.npos) return;
+    visit(Trim(rest.substr(0, end)));
+    rest.remove_prefix(end + 1);
+  }
+}
+
+/// Calls `visit(std::string_view)` for each item of a quoted item list, in order. There is no escape for a quote.
+///
+///   x "A", " B " y        A, B             text outside the quotes is skipped, items are trimmed
+///   "A" "" "C"            A                an empty pair of quotes ends the list
+///   "A" "C                A                so does a missing closing quote
+///   "A" " " "C"           A, "", C         blanks are trimmed after that test, not before
+template <typename Visit>
+void ForEachQuotedItem(const std::string& text, Visit visit) {
+  std::string_view rest = text;
+  for (;;) {
+    const auto open = rest.find('"');
+    if (open == rest.npos) return;
+    rest.remove_prefix(open + 1);
+    const auto close = rest.find('"');
+    if (close == 0 || close == rest.npos) return;
+    visit(Trim(rest.substr(0, close)));
+    rest.remove_prefix(close + 1);
+  }
+}
+
+/// Calls `visit(std::string_view)` for each token of a list of multiboot numbers, "16; 32 48": separated by any run of ';',
+/// blank, tab and newline, and by nothing else.
+template <typename Visit>
+void ForEachToken(const std::string& text, Visit visit) {
+  constexpr std::string_view kDelimiters = "; \t\n";
+  std::string_view rest = text;
+  for (;;) {
+    const auto first = rest.find_first_not_of(kDelimiters);
+    if (first == rest.npos) return;
+    rest.remove_prefix(first);
+    const auto token = rest.substr(0, rest.find_first_of(kDelimiters));
+    visit(token);
+    rest.remove_prefix(token.size());
+  }
+}
+
+/// The number at the start of a text, base 10, its low 32 bits: leading white space and one sign are allowed, anything behind
+/// the digits is ignored, no digits give 0. The number is read with 64 bits, a larger one as the nearest of these: a huge text
+/// gives -1. Not strtol, which asks the locale what white space is.
+inline int ParseNumber(std::string_view text) {
+  text = TrimLeft(text);
+  const bool negative = !text.empty() && text.front() == '-';
+  if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
+  const std::uint64_t limit = negative ? std::uint64_t{1} << 63 : INT64_MAX;
+  std::uint64_t value = 0;
+  const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (end.ec == std::errc::result_out_of_range || value > limit) value = limit;
+  const auto bits = static_cast<unsigned int>(value);
+  return static_cast<int>(negative ? 0U - bits : bits);
+}
+
+struct NumberRange {
+  int first = 0;
+  int last = 0;
+};
+
+/// A range of numbers, "0 to 31", cut at the first "to" wherever it stands. Without "to", `first` is 0 and `last` is read
+/// behind the first character.
+inline NumberRange ParseRange(std::string_view text) {
+  const auto to = text.find("to");
+  if (to == text.npos) return {0, ParseNumber(text.substr(text.empty() ? 0 : 1))};
+  return {ParseNumber(text.substr(0, to)), ParseNumber(text.substr(to + 2))};
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "characters.h"
+
+/// \file
+/// How lookups compare texts: in place, without copies.
+
+/// Whether both texts are equal but for the case of their letters. A null text equals nothing.
+inline bool EqualIgnoringCase(const char* a, const char* b) {
+  if (a == nullptr || b == nullptr) return false;
+  for (; ToUpper(*a) == ToUpper(*b); ++a, ++b) {
+    if (*a == '\0') return true;
+  }
+  return false;
+}
+
+inline bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+  const auto alike = [](char x, char y) { return ToUpper(x) == ToUpper(y); };
+  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), alike);
+}
+
+/// Whether both texts are equal, letter case included. A null text equals nothing.
+inline bool EqualExactly(const char* a, const char* b) { return a != nullptr && b != nullptr && std::strcmp(a, b) == 0; }
+
+/// The longest text that lookups with a bounded comparison know; longer ones match nothing.
+inline constexpr std::size_t kLongestComparedText = 1023;
+
+inline bool IsComparable(const char* text) {
+  return text != nullptr && std::memchr(text, '\0', kLongestComparedText + 1) != nullptr;
+}
+
+/// A text that a walk carries from device to device.
+///
+/// On purpose: a device without the text stands for the last device visited that had one, and for the empty text before the
+/// first. Device files rely on it where rows of one part repeat and leave the name out.
+class CarriedText {
+ public:
+  /// The text to compare for a device whose own text is `text`. To be called for every device that is visited, whether or not
+  /// it can still match.
+  const char* Refresh(const char* text) {
+    if (text != nullptr) text_ = text;
+    return text_;
+  }
+
+ private:
+  const char* text_ = "";
+};
