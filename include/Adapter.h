@@ -1,0 +1,25 @@
+#pragma once
+
+#include "DeviceStrElement.h"
+
+/// A socket adapter that fits a package.
+///
+/// Rules of every accessor: a setter copies its argument, null keeps the old text; a getter lends the record's own text (null
+/// while unset), valid until the next set of that field or the record's end. std::bad_alloc leaves the field as it was.
+class PLDDB_EXPORT Adapter : public LObject {
+ public:
+  Adapter();                       ///< Both texts null. Made by Package::AddAdapter in a tree.
+  explicit Adapter(Adapter* src);  ///< Copies both texts; a null source gives an empty adapter.
+  ~Adapter() override;
+
+  // clang-format off
+  void SetVendorName(const char* vendor);    char* GetVendorName() const;
+  void SetAdapterName(const char* adapter);  char* GetAdapterName() const;
+  // clang-format on
+
+ private:
+  friend class Package;  // sets both names as one step
+
+  DeviceStrElement VendorName;
+  DeviceStrElement AdapterName;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "PackageList.h"
+
+/// The first package of `list`, in order, that satisfies `rule(const Package&)`; null when none does.
+/// On purpose: the 16-bit count bounds the walk.
+template <typename Rule>
+Package* FindPackage(const PackageList& list, Rule rule) {
+  const int count = list.GetPackageCount();
+  for (int i = 0; i < count; ++i) {
+    Package* const package = list.GetPackage(static_cast<unsigned short>(i));
+    if (rule(*package)) return package;
+  }
+  return nullptr;
+}
+
+template <typename Rule>
+bool AnyPackage(const PackageList& list, Rule rule) {
+  return FindPackage(list, rule) != nullptr;
+}
