@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -19,10 +20,11 @@ static_assert(!std::is_move_constructible_v<LObject> && !std::is_move_assignable
 static_assert(std::has_virtual_destructor_v<LObject>);
 static_assert(std::is_default_constructible_v<LObject> && std::is_default_constructible_v<LObjList>);
 
-const std::vector<int> kOutsideThree = {-1, 3, 4, 1000, INT_MIN, INT_MAX};
+constexpr int kOutsideThree[] = {-1, 3, 4, 1000, INT_MIN, INT_MAX};
 
 std::vector<LObject*> Elements(const LObjList& list) {
   std::vector<LObject*> elements;
+  elements.reserve(static_cast<std::size_t>(list.GetCount()));
   for (int i = 0; i < list.GetCount(); ++i) elements.push_back(list.GetAt(i));
   return elements;
 }

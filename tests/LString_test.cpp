@@ -49,25 +49,24 @@ std::string RightInPlace(const char* src, int n) {
 
 std::string TrimmedLeft(std::string text) {
   LString().TrimLeft(text.data());
-  return text.c_str();
+  text.resize(std::strlen(text.c_str()));
+  return text;
 }
 
 std::string TrimmedRight(std::string text) {
   LString().TrimRight(text.data());
-  return text.c_str();
+  text.resize(std::strlen(text.c_str()));
+  return text;
 }
 
-TEST(LStringFind, GivesTheFirstPositionOfACharacter) {
+TEST(LStringFind, GivesTheFirstPositionOfACharacter) {  // the terminating zero is none
   const struct {
     const char* text;
     char c;
     int position;
   } cases[] = {
       {"a;b", ';', 1}, {"ab", ';', -1},  {";a;", ';', 0},       {"a;b;c", ';', 1},   {"ab;", ';', 2},  {"", ';', -1},
-      {"A", 'a', -1},  {"a\"b", '"', 1}, {"x\xE9y", '\xE9', 1}, {"\xFF", '\xFF', 0}, {"ab", '\0', -1},  // the terminating zero
-                                                                                                        // is not part of the
-                                                                                                        // text
-      {"", '\0', -1},
+      {"A", 'a', -1},  {"a\"b", '"', 1}, {"x\xE9y", '\xE9', 1}, {"\xFF", '\xFF', 0}, {"ab", '\0', -1}, {"", '\0', -1},
   };
   for (const auto& row : cases)
     EXPECT_EQ(LString().Find(row.text, row.c), row.position) << "row: " << row.text << ", " << row.c;

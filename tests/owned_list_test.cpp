@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <string>
@@ -59,6 +60,7 @@ class OwnedTexts : public testing::Test {
 
   std::vector<std::string> Texts() const {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(list_.GetCount()));
     for (int i = 0; i < list_.GetCount(); ++i) texts.push_back(TextAt(list_, i));
     return texts;
   }

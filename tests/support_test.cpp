@@ -15,8 +15,14 @@ struct alignas(64) Wide {
   char bytes[64];
 };
 
+/// Keeps the compiler from leaving out an allocation that nobody looks at.
+bool Look(const void* memory) {
+  const void* const volatile seen = memory;
+  return seen != nullptr;
+}
+
 void AllocateInEveryForm() {
-  // Called by name: a new expression that is deleted at once may be left out by the compiler.
+  // Called by name: a compiler may leave out a new expression, but no call.
   const auto alignment = std::align_val_t{64};
   ::operator delete(::operator new(1));
   ::operator delete[](::operator new[](1));
@@ -42,6 +48,8 @@ TEST(AllocationCounter, LiveAllocationsFallWhenMemoryIsFreed) {
   const long before = support::LiveAllocations();
   auto held = std::make_unique<int>(1);
   auto wide = std::make_unique<Wide>();
+  Look(held.get());
+  Look(wide.get());
   const long holding = support::LiveAllocations() - before;
   held.reset();
   wide.reset();
@@ -60,6 +68,7 @@ TEST(AllocationCounter, CountsOnlyTheAllocationsOfItsOwnThread) {
   std::thread worker([&inside] {
     const long before = support::AllocationCount();
     const std::string text(1000, 'x');
+    Look(text.data());
     inside = support::AllocationCount() - before;
   });
   const long before = support::AllocationCount();
@@ -102,7 +111,7 @@ TEST(FailAllocation, EndsWithItsScope) {
 }
 
 TEST(FailAllocation, AnAbsurdRequestFailsOnEveryMachine) {
-  EXPECT_THROW(std::vector<char>((std::size_t{1} << 30) + 1), std::bad_alloc);
+  EXPECT_THROW(Look(::operator new((std::size_t{1} << 30) + 1)), std::bad_alloc);
 }
 
 TEST(ForEachFailingAllocation, FailsEachAllocationOnceUntilTheOperationSucceeds) {
@@ -113,6 +122,7 @@ TEST(ForEachFailingAllocation, FailsEachAllocationOnceUntilTheOperationSucceeds)
       [&] {
         ++runs;
         const std::vector<std::string> texts(3, std::string(100, 'x'));  // one text to copy, one vector, three copies
+        Look(texts.data());
         ++completed;
       },
       [&] { ++checks; });

@@ -166,22 +166,20 @@ TEST(Cursors, AgreeWithTheLiteralRulesOnRandomTexts) {
 
 TEST(Cursors, CutTheirItemsFromAPrivateCopy) {
   Items items;
-  auto list = std::make_unique<std::string>("L;one;two;");
-  ForEachSemicolonItem(list->c_str(), [&](std::string_view item) {
+  std::unique_ptr<std::string> list;
+  const auto hold = [&](const char* text) -> const char* {
+    list = std::make_unique<std::string>(text);
+    return list->c_str();
+  };
+  const auto freeTheText = [&](std::string_view item) {
     list.reset();
     items.emplace_back(item);
-  });
-  list = std::make_unique<std::string>(R"("three" "four")");
-  ForEachQuotedItem(list->c_str(), [&](std::string_view item) {
-    list.reset();
-    items.emplace_back(item);
-  });
-  list = std::make_unique<std::string>("5;6");
-  ForEachToken(list->c_str(), [&](std::string_view item) {
-    list.reset();
-    items.emplace_back(item);
-  });
-  EXPECT_EQ(items, (Items{"one", "two", "three", "four", "5", "6"}));
+  };
+  ForEachSemicolonItem(hold("L;a first item;a second item;"), freeTheText);
+  ForEachQuotedItem(hold(R"("a third item" "a fourth item")"), freeTheText);
+  ForEachToken(hold("1111111111111111111;2222222222222222222"), freeTheText);
+  EXPECT_EQ(items, (Items{"a first item", "a second item", "a third item", "a fourth item", "1111111111111111111",
+                          "2222222222222222222"}));
 }
 
 const struct {

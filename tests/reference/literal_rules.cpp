@@ -164,7 +164,7 @@ std::vector<EBREntry> FreshEntries(const std::string& count) {
   for (long i = 1; i <= n; ++i) {
     // The name is the position, counted from 1; all else is false and zero.
     char name[32];
-    std::snprintf(name, sizeof name, "%ld", i);
+    static_cast<void>(std::snprintf(name, sizeof name, "%ld", i));
     EBREntry entry;
     entry.BitName = name;
     entries.push_back(entry);

@@ -1,0 +1,157 @@
+// Lookups by what a fuse-map file or a boundary-scan description tells: fuse counts, full names and entity names.
+
+#include <string>
+#include <string_view>
+
+#include "DeviceList.h"
+#include "database/walk.h"
+#include "device/text_rules.h"
+#include "package/walk.h"
+
+namespace {
+
+/// Two fuse counts stand for devices that are stored with another one.
+struct FuseAlias {
+  unsigned long asked;
+  unsigned int stored;
+
+  bool Accepts(const DeviceInfo& device, unsigned long fuseCount) const {
+    return fuseCount == asked && device.GetFuseNumber() == stored;
+  }
+};
+constexpr FuseAlias kAlias5892 = {5892, 5828};
+constexpr FuseAlias kAlias4988064 = {4988064, 4982712};
+
+/// Whether `entityName` is the entity name that these lookups give to a backup ordering number: without spaces, '-' and '/'
+/// written as '_', letter case ignored. On purpose not the rule of Package::GetEntityName.
+bool IsEntityNameOf(const char* number, const char* entityName) {
+  for (const char* c = number;; ++c) {
+    if (*c == ' ') continue;
+    const char mapped = *c == '-' || *c == '/' ? '_' : ToLower(*c);
+    if (mapped != ToLower(*entityName)) return false;
+    if (mapped == '\0') return IsComparable(number);
+    ++entityName;
+  }
+}
+
+bool HasEntityName(const DeviceInfo& device, const char* entityName) {
+  return AnyPackage(*device.GetDevicePackage(),
+                    [&](const Package& package) { return IsEntityNameOf(OrEmpty(package.GetBackupPON()), entityName); });
+}
+
+/// Whether the text ends in "/1" when its spaces are left out.
+bool EndsInSlashOne(std::string_view text) {
+  const auto one = text.find_last_not_of(' ');
+  if (one == text.npos || text[one] != '1') return false;
+  const auto slash = text.substr(0, one).find_last_not_of(' ');
+  return slash != text.npos && text[slash] == '/';
+}
+
+/// Calls `visit(char)` for each character of the normal form of a full name until it returns false; returns whether it never
+/// did. The normal form has no spaces, ends before the last '-' and is upper case:
+///
+///   "abc-7x"       ABC
+///   "ab c-7x/1"    ABC/1     a closing "/1" is kept when something was cut
+///   "abc/1"        ABC/1
+///   "-7x"          -7X       a '-' in front is not a place to cut
+template <typename Visit>
+bool ForEachNormalCharacter(std::string_view text, Visit visit) {
+  const auto dash = text.rfind('-');
+  const bool isCut = dash != text.npos && text.find_first_not_of(' ') < dash;
+  for (const char c : text.substr(0, isCut ? dash : text.npos)) {
+    if (c != ' ' && !visit(ToUpper(c))) return false;
+  }
+  return !isCut || !EndsInSlashOne(text) || (visit('/') && visit('1'));
+}
+
+std::string NormalForm(std::string_view text) {
+  std::string form;
+  ForEachNormalCharacter(text, [&](char c) {
+    form.push_back(c);
+    return true;
+  });
+  return form;
+}
+
+/// Whether the normal form of `text` is `wanted`, compared in place. A null text has none.
+bool HasNormalForm(const char* text, std::string_view wanted) {
+  if (text == nullptr) return false;
+  std::size_t length = 0;
+  const auto agrees = [&](char c) { return length < wanted.size() && wanted[length++] == c; };
+  return ForEachNormalCharacter(text, agrees) && length == wanted.size();
+}
+
+/// Whether a full name may belong to the device: by its own count only in the modes that fuse-map files are made for, by an
+/// alias count in any.
+bool TakesFuseMap(const DeviceInfo& device, unsigned long fuseCount) {
+  if (device.GetFuseNumber() != fuseCount) return kAlias5892.Accepts(device, fuseCount);
+  return EqualExactly(device.GetComm(), "DUAL") || EqualExactly(device.GetComm(), "JTAG");
+}
+
+/// Appends what `device` contributes to a list of candidates for a fuse count; `text` stands for it.
+void AppendCandidates(const DeviceInfo& device, unsigned long fuseCount, const char* text,
+                      std::vector<std::string>& candidates) {
+  if (device.GetFuseNumber() != fuseCount) {
+    const bool isAlias = kAlias5892.Accepts(device, fuseCount) || kAlias4988064.Accepts(device, fuseCount);
+    if (isAlias) candidates.emplace_back(OrEmpty(text));
+  } else if (EqualExactly(device.GetComm(), "DUAL")) {
+    candidates.push_back(std::string(OrEmpty(text)) + "<ISP>");
+    candidates.push_back(std::string(OrEmpty(text)) + "<JTAG>");
+  } else {
+    candidates.emplace_back(OrEmpty(text));
+  }
+}
+
+}  // namespace
+
+DeviceInfo* DeviceList::GetDeviceWithEntityName(const char* entityName) const {
+  if (entityName == nullptr) return nullptr;
+  return FindDevice(
+      *this, [&](const DeviceInfo& device) { return device.GetPhysicalUESLength() != 0 && HasEntityName(device, entityName); });
+}
+
+DeviceInfo* DeviceList::GetDeviceWithEntityNameDisregardUES(const char* entityName) const {
+  if (entityName == nullptr) return nullptr;
+  return FindDevice(*this, [&](const DeviceInfo& device) { return HasEntityName(device, entityName); });
+}
+
+int DeviceList::GetDeviceCommISPWithFuseMap(unsigned long fuseCount) const {
+  const DeviceInfo* const device = FindDevice(*this, [&](const DeviceInfo& candidate) {
+    return candidate.GetFuseNumber() == fuseCount && EqualExactly(candidate.GetComm(), "ISP");
+  });
+  return device != nullptr ? 1 : 0;
+}
+
+DeviceInfo* DeviceList::GetDeviceWithFuseMapAndFullName(unsigned long fuseCount, const char* fullName) const {
+  if (fullName == nullptr) return nullptr;
+  const std::string wanted = NormalForm(fullName);
+  return FindDevice(*this, [&](const DeviceInfo& device) {
+    return TakesFuseMap(device, fuseCount) &&
+           (HasNormalForm(device.GetCodeName(), wanted) || AnyPackage(*device.GetDevicePackage(), [&](const Package& package) {
+              return HasNormalForm(package.GetPON(), wanted);
+            }));
+  });
+}
+
+DeviceInfo* DeviceList::GetDeviceWithFuseMapAndFullNameEx(unsigned long fuseCount, const char* fullName) const {
+  DeviceInfo* const device = FindDevice(*this, [&](const DeviceInfo& candidate) {
+    return candidate.GetFuseNumber() == fuseCount && EqualExactly(candidate.GetComm(), "JTAG") &&
+           EqualIgnoringCase(candidate.GetCodeName(), fullName);
+  });
+  return device != nullptr ? device : GetDeviceWithFuseMapAndFullName(fuseCount, fullName);
+}
+
+int DeviceList::GetDeviceCodeNameWithFuseMap(unsigned long fuseCount, std::vector<std::string>& candidates) const {
+  candidates.clear();
+  ForEachDevice(*this,
+                [&](const DeviceInfo& device) { AppendCandidates(device, fuseCount, device.GetCodeName(), candidates); });
+  return static_cast<int>(candidates.size());
+}
+
+int DeviceList::GetDeviceWithFuseMap(unsigned long fuseCount, std::vector<std::string>& candidates) const {
+  // On purpose: appends. The tool gathers the candidates of several counts in one list.
+  ForEachDevice(*this, [&](const DeviceInfo& device) {
+    if (device.GetPhysicalUESLength() != 0) AppendCandidates(device, fuseCount, device.GetName(), candidates);
+  });
+  return static_cast<int>(candidates.size());
+}

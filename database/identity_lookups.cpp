@@ -1,0 +1,114 @@
+// Lookups by what identifies a part: names, access mode, packages, identifiers, file names and ordering numbers.
+
+#include <cstring>
+#include <string_view>
+
+#include "DeviceList.h"
+#include "database/walk.h"
+#include "device/identifiers.h"
+#include "device/text_rules.h"
+#include "package/walk.h"
+
+namespace {
+
+/// On purpose: names of JEDEC device files are told apart by their first six characters and their length.
+bool AgreesWithJDF(const char* stored, const char* jdfFile) {
+  return stored != nullptr && std::strncmp(stored, jdfFile, 6) == 0 && std::strlen(stored) == std::strlen(jdfFile);
+}
+
+/// An ordering number without what follows its last '-', the '-' included. One at the start stays.
+std::string_view WithoutSuffix(std::string_view number) {
+  const auto dash = number.rfind('-');
+  return dash == 0 ? number : number.substr(0, dash);  // npos keeps all
+}
+
+bool AgreesWithPON(const char* stored, std::string_view pon, bool stripSuffix) {
+  return stored != nullptr && EqualIgnoringCase(stripSuffix ? WithoutSuffix(stored) : std::string_view(stored), pon);
+}
+
+}  // namespace
+
+DeviceInfo* DeviceList::GetDeviceWithName(const char* name) const {
+  return FindDevice(*this, TextIs<&DeviceInfo::GetName>(name));
+}
+
+DeviceInfo* DeviceList::GetDeviceWithCodeName(const char* codeName) const {
+  DeviceInfo* const device = FindDevice(*this, TextIs<&DeviceInfo::GetCodeName>(codeName));
+  return device != nullptr ? device : FindDevice(*this, AliasIs(codeName));
+}
+
+DeviceInfo* DeviceList::GetDeviceWithPON(const char* pon, bool stripSuffix) const {
+  if (pon == nullptr) return nullptr;
+  const std::string_view wanted(pon);
+  return FindDevice(*this, [&](const DeviceInfo& device) {
+    return AnyPackage(*device.GetDevicePackage(), [&](const Package& package) {
+      // On purpose: not GetPON, which the tool may have switched to a variant.
+      return AgreesWithPON(package.GetBackupPON(), wanted, stripSuffix) ||
+             AgreesWithPON(package.GetAliasPON(), wanted, stripSuffix);
+    });
+  });
+}
+
+DeviceInfo* DeviceList::GetDeviceWithComm(const char* comm, const char* name) const {
+  return FindDevice(*this, CarriedTextAndComm<&DeviceInfo::GetName>(name, comm));
+}
+
+DeviceInfo* DeviceList::GetDeviceWithCommAndCodeName(const char* comm, const char* codeName) const {
+  return FindDevice(*this, CarriedTextAndComm<&DeviceInfo::GetCodeName>(codeName, comm));
+}
+
+DeviceInfo* DeviceList::GetDeviceWithPackage(const char* packageType, const char* name) const {
+  return FindDevice(*this, CarriedTextAndPackage<&DeviceInfo::GetName>(name, packageType));
+}
+
+DeviceInfo* DeviceList::GetDeviceWithPackageAndCodeName(const char* packageType, const char* codeName) const {
+  return FindDevice(*this, CarriedTextAndPackage<&DeviceInfo::GetCodeName>(codeName, packageType));
+}
+
+DeviceInfo* DeviceList::GetDeviceWithCommAndID(const char* comm, unsigned int id) const {
+  if (id == 0) return nullptr;
+  const AccessMode mode = ParseAccessMode(comm);
+  return FindDevice(*this, [&](const DeviceInfo& device) { return AnswersTo(device, mode, id); });
+}
+
+DeviceInfo* DeviceList::GetDeviceWithCommAndIDAndCodeName(const char* comm, unsigned int id, const char* codeName) const {
+  if (id == 0) return nullptr;
+  const AccessMode mode = ParseAccessMode(comm);
+  return FindDevice(*this, [&](const DeviceInfo& device) {
+    return AnswersTo(device, mode, id) && EqualExactly(device.GetCodeName(), codeName);  // On purpose: letter case counts.
+  });
+}
+
+DeviceInfo* DeviceList::GetDeviceWithCommAndIDNoMask(const char* comm, unsigned int id) const {
+  if (id == 0) return nullptr;
+  const AccessMode mode = ParseAccessMode(comm);
+  return FindDevice(*this, [&](const DeviceInfo& device) { return HasIdentifier(device, mode, id); });
+}
+
+int DeviceList::GetDeviceListWithCommAndID(const char* comm, unsigned int id) {
+  if (id == 0) return 0;
+  listDevicenames.clear();
+  const AccessMode mode = ParseAccessMode(comm);
+  ForEachDevice(*this, [&](const DeviceInfo& device) {
+    if (AnswersTo(device, mode, id)) listDevicenames.emplace_back(OrEmpty(device.GetCodeName()));
+  });
+  return static_cast<int>(listDevicenames.size());
+}
+
+int DeviceList::GetDeviceListWithCommAndID(const char* comm, unsigned int id, std::vector<std::string>& codeNames) {
+  if (id == 0) return 0;
+  const int count = GetDeviceListWithCommAndID(comm, id);
+  codeNames.clear();
+  for (const std::string& codeName : listDevicenames) {
+    if (!codeName.empty()) codeNames.push_back(codeName);
+  }
+  return count;
+}
+
+DeviceInfo* DeviceList::GetDeviceWithJDFFileName(const char* jdfFile) const {
+  if (jdfFile == nullptr) return nullptr;
+  return FindDevice(*this, [&](const DeviceInfo& device) {
+    return AnyPackage(*device.GetDevicePackage(),
+                      [&](const Package& package) { return AgreesWithJDF(package.GetJDF(), jdfFile); });
+  });
+}

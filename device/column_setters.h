@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "foundation/text_lists.h"
+
+/// \file
+/// What the setters of record lists share: a list is built column by column, one semicolon item list a column.
+
+inline void StoreItem(std::string& field, std::string_view item) { field.assign(item); }
+inline void StoreItem(int& field, std::string_view item) { field = ParseNumber(item); }
+
+/// Appends one record per item, with the item in `field`. A null text is ignored.
+template <typename Record, typename Field>
+void AppendRecords(std::vector<Record>& list, const char* text, Field Record::*field) {
+  if (text == nullptr) return;
+  ForEachSemicolonItem(text, [&](std::string_view item) {
+    Record record;
+    StoreItem(record.*field, item);
+    list.push_back(std::move(record));
+  });
+}
+
+/// Writes item k into `field` of record k; items beyond the last record are ignored. A null text is ignored.
+template <typename Record, typename Field>
+void FillColumn(std::vector<Record>& list, const char* text, Field Record::*field) {
+  if (text == nullptr || list.empty()) return;
+  auto record = list.begin();
+  ForEachSemicolonItem(text, [&](std::string_view item) {
+    if (record != list.end()) StoreItem((*record++).*field, item);
+  });
+}
+
+/// Replaces a list of texts by the items of `text`, which may lie in the list. A null text is ignored.
+inline void ReplaceByItems(std::vector<std::string>& list, const char* text) {
+  if (text == nullptr) return;
+  const std::string working(text);
+  list.clear();
+  ForEachSemicolonItem(working, [&](std::string_view item) { list.emplace_back(item); });
+}
+
+/// Replaces a list as a whole. On purpose: an empty list keeps the old one, it cannot be used to clear.
+template <typename Record>
+void ReplaceUnlessEmpty(std::vector<Record>& list, std::vector<Record>&& records) {
+  if (!records.empty()) list = std::move(records);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "DeviceInfo.h"
+#include "foundation/text_match.h"
+
+/// \file
+/// How a device answers to an identifier that was read from a chain.
+
+/// Which of a device's identifiers an access mode compares.
+enum class AccessMode { kUnknown, kIsp, kJtag, kDual };
+
+inline AccessMode ParseAccessMode(const char* comm) {
+  if (EqualExactly(comm, "ISP")) return AccessMode::kIsp;
+  if (EqualExactly(comm, "JTAG")) return AccessMode::kJtag;
+  if (EqualExactly(comm, "DUAL")) return AccessMode::kDual;
+  return AccessMode::kUnknown;
+}
+
+/// Whether all 32 bits agree. An identifier of 0 is one like any other here.
+inline bool HasIdentifier(const DeviceInfo& device, AccessMode mode, unsigned int id) {
+  switch (mode) {
+    case AccessMode::kIsp:
+      return device.GetispDeviceID() == id;
+    case AccessMode::kJtag:
+      return device.GetjtagDeviceID() == id;
+    case AccessMode::kDual:
+      return device.GetispDeviceID() == id || device.GetjtagDeviceID() == id;
+    case AccessMode::kUnknown:
+      break;
+  }
+  return false;
+}
+
+/// Whether the device answers to `id` under its scan mask; a mask of 0 keeps it out.
+/// On purpose: "DUAL" is looser. Its ISP half compares the low byte alone, since ISP identifiers are 8 bits wide on the wire,
+/// without the mask; and both halves take identifiers of 0.
+inline bool AnswersTo(const DeviceInfo& device, AccessMode mode, unsigned int id) {
+  const unsigned int mask = device.GetDeviceIDScanMask();
+  if (mask == 0) return false;
+  const unsigned int isp = device.GetispDeviceID();
+  const unsigned int jtag = device.GetjtagDeviceID();
+  switch (mode) {
+    case AccessMode::kIsp:
+      return ((isp ^ id) & mask) == 0 && isp != 0;
+    case AccessMode::kJtag:
+      return ((jtag ^ id) & mask) == 0 && jtag != 0;
+    case AccessMode::kDual:
+      return ((isp ^ id) & 0xFF) == 0 || ((jtag ^ id) & mask) == 0;
+    case AccessMode::kUnknown:
+      break;
+  }
+  return false;
+}

@@ -1,0 +1,51 @@
+// Lookups inside one family. On purpose they differ from those of the whole database (DeviceList), since callers rely on both:
+//
+//   question                     here                                   whole database
+//   1 null code name             counts as the empty text               finds nothing
+//   2 ... with access mode       counts as the empty text               finds nothing
+//   3 identifier                 exact; 0 is an identifier              exact or masked; 0 finds nothing
+//   4 code name and vendor       GetDeviceWithCodeNameandVendor         no such lookup
+//   5 devices visited            the list's own count (FindInFamily)    the family's 16-bit count (FindDevice)
+//   6 code name compared         carried over, up to 1,023 characters   as it is, any length
+
+#include "FamilyList.h"
+#include "device/identifiers.h"
+#include "device/text_rules.h"
+#include "family/walk.h"
+
+DeviceInfo* FamilyList::GetDeviceWithCodeName(const char* codeName) const {
+  const char* const wanted = OrEmpty(codeName);                                                     // difference 1
+  DeviceInfo* const device = FindInFamily(*this, CarriedTextIs<&DeviceInfo::GetCodeName>(wanted));  // 5, 6
+  if (device != nullptr || !IsComparable(wanted)) return device;
+  return FindInFamily(*this, AliasIs(wanted));
+}
+
+DeviceInfo* FamilyList::GetDeviceWithCodeNameandVendor(const char* codeName, const char* vendor) const {  // difference 4
+  auto hasCodeName = CarriedTextIs<&DeviceInfo::GetCodeName>(codeName);
+  auto hasVendor = CarriedTextIs<&DeviceInfo::GetVendor>(vendor);
+  return FindInFamily(*this, [&](const DeviceInfo& device) {
+    const bool codeNameAgrees = hasCodeName(device);  // both see every device, as both carry their text over
+    return hasVendor(device) && codeNameAgrees;
+  });
+}
+
+DeviceInfo* FamilyList::GetDevice(const char* comm, unsigned int id) const {
+  const AccessMode mode = ParseAccessMode(comm);
+  return FindInFamily(*this, [&](const DeviceInfo& device) { return HasIdentifier(device, mode, id); });  // difference 3
+}
+
+DeviceInfo* FamilyList::GetDeviceWithComm(const char* comm, const char* name) const {
+  return FindInFamily(*this, CarriedTextAndComm<&DeviceInfo::GetName>(name, comm));
+}
+
+DeviceInfo* FamilyList::GetDeviceWithCodeName(const char* comm, const char* codeName) const {
+  return FindInFamily(*this, CarriedTextAndComm<&DeviceInfo::GetCodeName>(OrEmpty(codeName), comm));  // difference 2
+}
+
+DeviceInfo* FamilyList::GetDeviceWithPackage(const char* packageType, const char* name) const {
+  return FindInFamily(*this, CarriedTextAndPackage<&DeviceInfo::GetName>(name, packageType));
+}
+
+DeviceInfo* FamilyList::GetDevice(const char* packageType, const char* codeName) const {
+  return FindInFamily(*this, CarriedTextAndPackage<&DeviceInfo::GetCodeName>(OrEmpty(codeName), packageType));  // 2
+}

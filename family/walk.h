@@ -1,0 +1,24 @@
+#pragma once
+
+#include <climits>
+
+#include "FamilyList.h"
+
+/// The position of the first of the family's first `count` devices that satisfies `rule(const DeviceInfo&)`; -1 when none does.
+/// The rule sees every device up to that one, in load order.
+template <typename Rule>
+int FindPosition(const FamilyList& family, int count, Rule& rule) {
+  for (int i = 0; i < count; ++i) {
+    const DeviceInfo* const device = family.GetDevice(i);
+    if (device == nullptr) break;
+    if (rule(*device)) return i;
+  }
+  return -1;
+}
+
+/// The first device of the whole family that satisfies the rule; null when none does.
+/// On purpose: the list's own count bounds it, where walks over a database go by the family's 16-bit count.
+template <typename Rule>
+DeviceInfo* FindInFamily(const FamilyList& family, Rule rule) {
+  return family.GetDevice(FindPosition(family, INT_MAX, rule));
+}

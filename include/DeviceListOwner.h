@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+
+#include "DeviceList.h"
+
+/// \file
+/// Owning a whole tree. A bare DeviceList never frees its devices; what is here does, devices before families.
+
+/// Destroys all devices of `family` and leaves it empty. Never fails.
+inline void ReleaseDevices(FamilyList& family) noexcept {
+  int count = 0;
+  while (family.GetDevice(count) != nullptr) ++count;
+  for (; count > 0; --count) delete family.DeleteDevice(count);
+}
+
+/// Destroys all devices of all families of `database`; the families stay. Never fails.
+inline void ReleaseDevices(DeviceList& database) noexcept {
+  for (int i = 0; FamilyList* family = database.GetFamily(i); ++i) ReleaseDevices(*family);
+}
+
+struct DeviceListDeleter {
+  void operator()(DeviceList* database) const noexcept {
+    if (database == nullptr) return;
+    ReleaseDevices(*database);
+    delete database;
+  }
+};
+
+/// Owns a database with all its families and devices.
+using DeviceListOwner = std::unique_ptr<DeviceList, DeviceListDeleter>;
+
+/// An empty database, owned whole.
+inline DeviceListOwner MakeDeviceList() { return DeviceListOwner(new DeviceList); }
+
+/// A deep copy of `source`, owned whole.
+inline DeviceListOwner CopyDeviceList(DeviceList& source) { return DeviceListOwner(new DeviceList(&source)); }
+
+/// `target = source` that also releases the devices which `target` held, and nobody else may use them afterwards. Assigning a
+/// database to itself changes nothing.
+inline void AssignDeviceList(DeviceList& target, DeviceList& source) {
+  if (&target == &source) return;
+  ReleaseDevices(target);
+  target = source;
+}

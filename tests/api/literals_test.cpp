@@ -1,0 +1,139 @@
+// The interface as a caller writes it: with the public headers and the shared library alone, and plain literals where people
+// write one.
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <memory>
+
+#include "DeviceListOwner.h"
+
+namespace {
+
+class Literals : public testing::Test {
+ protected:
+  Literals() {
+    family->SetName("F");
+    device->SetName("N");
+    device->SetCodeName("C");
+    device->SetComm("JTAG");
+    package->SetType("TQ100");
+  }
+
+  const DeviceListOwner database = MakeDeviceList();
+  FamilyList* const family = database->NewFamily();
+  DeviceInfo* const device = family->NewDevice();  // its JTAG identifier is 0, which a family's lookup takes like any other
+  PackageList* const packages = device->GetDevicePackage();
+  Package* const package = packages->NewPackage();
+};
+
+TEST_F(Literals, NamePositionsOfPackages) {
+  const unsigned short narrow = 0;
+  const short signedNarrow = 0;
+  const unsigned long wide = 0;
+  const long long widest = 0;
+  EXPECT_EQ(packages->GetPackage(0), package);
+  EXPECT_EQ(packages->GetPackage(0u), package);
+  EXPECT_EQ(packages->GetPackage(0L), package);
+  EXPECT_EQ(packages->GetPackage(std::size_t{0}), package);
+  EXPECT_EQ(packages->GetPackage(narrow), package);
+  EXPECT_EQ(packages->GetPackage(signedNarrow), package);
+  EXPECT_EQ(packages->GetPackage(wide), package);
+  EXPECT_EQ(packages->GetPackage(widest), package);
+  EXPECT_EQ(packages->GetPackage("TQ100"), package);
+  EXPECT_EQ(packages->GetPackage(nullptr), nullptr);
+  EXPECT_EQ(packages->GetPackage(-1), nullptr);
+  EXPECT_EQ(packages->GetPackage(65'536), nullptr);
+}
+
+TEST_F(Literals, NamePositionsOfDevices) {
+  const unsigned short narrow = 0;
+  EXPECT_EQ(family->GetDevice(0), device);
+  EXPECT_EQ(family->GetDevice(0u), device);
+  EXPECT_EQ(family->GetDevice(0L), device);
+  EXPECT_EQ(family->GetDevice(0ULL), device);
+  EXPECT_EQ(family->GetDevice(std::size_t{0}), device);
+  EXPECT_EQ(family->GetDevice(narrow), device);
+  EXPECT_EQ(family->GetDevice("N"), device);
+  EXPECT_EQ(family->GetDevice(nullptr), nullptr);
+  EXPECT_EQ(family->GetDevice(-1), nullptr);
+  EXPECT_EQ(family->GetDevice(-1L), nullptr);
+  EXPECT_EQ(family->GetDevice(65'536), nullptr);
+  EXPECT_EQ(family->GetDevice(4'294'967'296ULL), nullptr);
+}
+
+TEST_F(Literals, NameIdentifiers) {
+  const unsigned int id = 0;
+  const unsigned long wide = 0;
+  EXPECT_EQ(family->GetDevice("JTAG", 0), device);
+  EXPECT_EQ(family->GetDevice("JTAG", 0u), device);
+  EXPECT_EQ(family->GetDevice("JTAG", 0L), device);
+  EXPECT_EQ(family->GetDevice("JTAG", std::size_t{0}), device);
+  EXPECT_EQ(family->GetDevice("JTAG", id), device);
+  EXPECT_EQ(family->GetDevice("JTAG", wide), device);
+  device->SetjtagDeviceID(0xF2345678);
+  EXPECT_EQ(family->GetDevice("JTAG", 0xF2345678), device);
+  EXPECT_EQ(family->GetDevice("JTAG", 0xF2345678UL), device);
+  EXPECT_EQ(family->GetDevice("JTAG", 0x1F2345678UL), nullptr);  // does not fit 32 bits
+  EXPECT_EQ(family->GetDevice("JTAG", 0), nullptr);
+}
+
+TEST_F(Literals, NamePackageTypesAndCodeNames) {
+  EXPECT_EQ(family->GetDevice("TQ100", "C"), device);
+  EXPECT_EQ(family->GetDevice("TQ100", "D"), nullptr);
+}
+
+TEST_F(Literals, NameFamilies) {
+  EXPECT_EQ(database->GetFamily(0), family);
+  EXPECT_EQ(database->GetFamily("F"), family);
+  EXPECT_EQ(database->GetFamily(nullptr), nullptr);
+  EXPECT_EQ(database->GetFamily(-1), nullptr);
+  EXPECT_EQ(database->GetFamily(1), nullptr);
+}
+
+TEST_F(Literals, NameDevicesAndFamiliesToDelete) {
+  const std::unique_ptr<DeviceInfo> added(family->AddNewDevice(1));
+  EXPECT_EQ(family->DeleteDevice(2), added.get());
+  const std::unique_ptr<DeviceInfo> inserted(family->InsertNewDevice(1));
+  EXPECT_EQ(family->DeleteDevice(1), inserted.get());
+  EXPECT_EQ(family->DeleteDevice(0), nullptr);
+  EXPECT_EQ(family->DeleteDevice("none"), nullptr);
+  database->DeleteFamily("none");
+  database->DeleteFamily(1);
+  EXPECT_EQ(database->GetFamilyCount(), 1);
+}
+
+TEST_F(Literals, NameEveryKindOfValueOfADevice) {
+  device->SetPin(100);
+  device->SetIRLength(8);
+  device->SetTurboAlgIndex(1);
+  device->SetjtagDeviceID(0x09604093);
+  device->SetFuseNumber(5892);
+  device->SetBitstreamColWidth(-1);
+  device->SetDisableDeviceSTAPLSupport(true);
+  device->SetMultibootCfgAddr("16; 32");
+  device->SetMultibootCfgAddr({48});
+  EXPECT_EQ(device->GetPin(), 100);
+  EXPECT_EQ(device->GetIRLength(), 8);
+  EXPECT_EQ(device->GetTurboAlgIndex(), 1);
+  EXPECT_EQ(device->GetjtagDeviceID(), 0x09604093u);
+  EXPECT_EQ(device->GetFuseNumber(), 5892u);
+  EXPECT_EQ(device->GetBitstreamColWidth(), -1);
+  EXPECT_TRUE(device->GetDisableDeviceSTAPLSupport());
+  EXPECT_EQ(device->GetMultibootCfgAddr(), std::vector<int>{48});
+}
+
+TEST_F(Literals, NameModesAndFuseCounts) {
+  device->SetjtagDeviceID(0x09604093);
+  device->SetDeviceIDScanMask(0xFFFFFFFF);
+  device->SetFuseNumber(100);
+  std::vector<std::string> candidates;
+  EXPECT_FALSE(IsBypassDevice(device, 0));
+  EXPECT_EQ(database->GetDeviceWithCommAndID("JTAG", 0x09604093), device);
+  EXPECT_EQ(database->GetDeviceListWithCommAndID("JTAG", 0x09604093), 1);
+  EXPECT_EQ(database->GetDeviceListWithCommAndID("JTAG", 0x09604093, candidates), 1);
+  EXPECT_EQ(database->GetDeviceCommISPWithFuseMap(100), 0);
+  EXPECT_EQ(database->GetDeviceWithFuseMapAndFullName(100, "C"), device);
+}
+
+}  // namespace
