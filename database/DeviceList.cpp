@@ -3,6 +3,8 @@
 #include "foundation/owned_list.h"
 #include "foundation/text_match.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 /// The first family at or behind position `i` whose Name is exactly `name`; null when there is none. Leaves its position in
@@ -83,7 +85,7 @@ bool DeviceList::GetReInitializewfamilyName(const char* name) const { return Ask
 bool DeviceList::GetDebugModewfamilyName(const char* name) const { return Ask(*this, name, &FamilyList::IsDebugMode); }
 
 char* DeviceList::GetExtensionwfamilyName(const char* name) const {
-  // On purpose: generic devices have no JEDEC files, so that their family gets no default; a later one may have a pattern.
+  // On purpose: a generic family gets no default; a later one of that name may have a pattern.
   const bool isGeneric = EqualExactly(name, "Generic JTAG Device");
   int i = 0;
   while (const FamilyList* const family = FindByName(*this, name, i)) {

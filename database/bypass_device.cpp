@@ -3,6 +3,8 @@
 #include "DeviceList.h"
 #include "foundation/text_match.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 enum class Field { kFamily, kCodeName, kName };
@@ -15,7 +17,7 @@ struct BypassRule {
 
 // On purpose irregular, row by row: "JTAG-ISC" counts as a code name in modes 2, 4 and 6 but as a name in 3 and 5; "JTAG-STAPL"
 // as a name in 2 to 5 but as a code name in 6; "FPGA Loader" as a family in 4 and 6 but as a code name in 5; mode 2 lacks
-// "IEEE 1532". Callers rely on each of these rows. Mode 0 has none.
+// "IEEE 1532". Mode 0 has no row.
 constexpr BypassRule kBypassRules[] = {
     {1, Field::kFamily, "IEEE 1532"},
 

@@ -1,8 +1,9 @@
 // Copying, assigning and merging whole databases.
 
 #include "DeviceListOwner.h"
-#include "database/walk.h"
 #include "foundation/owned_list.h"
+
+using namespace plddb::internal;
 
 DeviceList::DeviceList(DeviceList* src) : DeviceList() {
   if (src == nullptr) return;

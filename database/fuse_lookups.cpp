@@ -6,7 +6,10 @@
 #include "DeviceList.h"
 #include "database/walk.h"
 #include "device/text_rules.h"
+#include "foundation/characters.h"
 #include "package/walk.h"
+
+using namespace plddb::internal;
 
 namespace {
 
@@ -81,8 +84,8 @@ bool HasNormalForm(const char* text, std::string_view wanted) {
   return ForEachNormalCharacter(text, agrees) && length == wanted.size();
 }
 
-/// Whether a full name may belong to the device: by its own count only in the modes that fuse-map files are made for, by an
-/// alias count in any.
+/// Whether a full name may belong to the device: by its own count only as "DUAL" or "JTAG"; on purpose, by an alias count in
+/// any access mode.
 bool TakesFuseMap(const DeviceInfo& device, unsigned long fuseCount) {
   if (device.GetFuseNumber() != fuseCount) return kAlias5892.Accepts(device, fuseCount);
   return EqualExactly(device.GetComm(), "DUAL") || EqualExactly(device.GetComm(), "JTAG");
@@ -149,7 +152,7 @@ int DeviceList::GetDeviceCodeNameWithFuseMap(unsigned long fuseCount, std::vecto
 }
 
 int DeviceList::GetDeviceWithFuseMap(unsigned long fuseCount, std::vector<std::string>& candidates) const {
-  // On purpose: appends. The tool gathers the candidates of several counts in one list.
+  // On purpose: appends, unlike GetDeviceCodeNameWithFuseMap.
   ForEachDevice(*this, [&](const DeviceInfo& device) {
     if (device.GetPhysicalUESLength() != 0) AppendCandidates(device, fuseCount, device.GetName(), candidates);
   });

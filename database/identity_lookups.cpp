@@ -9,6 +9,8 @@
 #include "device/text_rules.h"
 #include "package/walk.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 /// On purpose: names of JEDEC device files are told apart by their first six characters and their length.
@@ -87,8 +89,8 @@ DeviceInfo* DeviceList::GetDeviceWithCommAndIDNoMask(const char* comm, unsigned 
 
 int DeviceList::GetDeviceListWithCommAndID(const char* comm, unsigned int id) {
   if (id == 0) return 0;
+  const AccessMode mode = ParseAccessMode(comm);  // before the list goes: `comm` may lie in it
   listDevicenames.clear();
-  const AccessMode mode = ParseAccessMode(comm);
   ForEachDevice(*this, [&](const DeviceInfo& device) {
     if (AnswersTo(device, mode, id)) listDevicenames.emplace_back(OrEmpty(device.GetCodeName()));
   });

@@ -3,6 +3,8 @@
 #include "DeviceList.h"
 #include "family/walk.h"
 
+namespace plddb::internal {
+
 /// The first device of the database that satisfies `rule(const DeviceInfo&)`: families in list order, devices in load order.
 /// Hidden families are visited like any other. On purpose: a family's 16-bit count bounds its devices.
 template <typename Rule>
@@ -22,3 +24,5 @@ void ForEachDevice(const DeviceList& database, Visit visit) {
     return false;
   });
 }
+
+}  // namespace plddb::internal

@@ -3,6 +3,8 @@
 #include "foundation/owned_list.h"
 #include "foundation/paired_texts.h"
 
+using namespace plddb::internal;
+
 DeviceInfo::DeviceInfo() = default;
 
 DeviceInfo::DeviceInfo(FamilyList& family) : FamilyObject(&family) {}

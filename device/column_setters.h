@@ -10,18 +10,25 @@
 /// \file
 /// What the setters of record lists share: a list is built column by column, one semicolon item list a column.
 
+namespace plddb::internal {
+
 inline void StoreItem(std::string& field, std::string_view item) { field.assign(item); }
 inline void StoreItem(int& field, std::string_view item) { field = ParseNumber(item); }
 
-/// Appends one record per item, with the item in `field`. A null text is ignored.
+/// Appends one record per item, with the item in `field`.
 template <typename Record, typename Field>
-void AppendRecords(std::vector<Record>& list, const char* text, Field Record::*field) {
-  if (text == nullptr) return;
+void AppendRecords(std::vector<Record>& list, const std::string& text, Field Record::*field) {
   ForEachSemicolonItem(text, [&](std::string_view item) {
     Record record;
     StoreItem(record.*field, item);
     list.push_back(std::move(record));
   });
+}
+
+/// The same for a setter's argument: a null text is ignored.
+template <typename Record, typename Field>
+void AppendRecords(std::vector<Record>& list, const char* text, Field Record::*field) {
+  if (text != nullptr) AppendRecords(list, std::string(text), field);
 }
 
 /// Writes item k into `field` of record k; items beyond the last record are ignored. A null text is ignored.
@@ -47,3 +54,5 @@ template <typename Record>
 void ReplaceUnlessEmpty(std::vector<Record>& list, std::vector<Record>&& records) {
   if (!records.empty()) list = std::move(records);
 }
+
+}  // namespace plddb::internal

@@ -3,6 +3,8 @@
 #include "DeviceInfo.h"
 #include "device/column_setters.h"
 
+using namespace plddb::internal;
+
 void DeviceInfo::SetListControlReg0Frequency(const char* text) {
   AppendRecords(listControlRegZero, text, &CControlRegZero::Frequency);
 }
@@ -36,9 +38,10 @@ void DeviceInfo::SetlistControlRegOne(std::vector<CControlRegOne> list) {
 const std::vector<CControlRegOne>& DeviceInfo::GetlistControlRegOne() const { return listControlRegOne; }
 
 void DeviceInfo::SetListPersistent_fuseAddress(const char* text) {
-  // On purpose: unlike the other creating setters this one replaces the list, since a device has one set of such fuses.
-  if (text != nullptr) listPersistent_fuse.clear();
-  AppendRecords(listPersistent_fuse, text, &CPersistent_fuse::Address);
+  if (text == nullptr) return;
+  const std::string working(text);
+  listPersistent_fuse.clear();  // On purpose: unlike the other creating setters this one replaces the list.
+  AppendRecords(listPersistent_fuse, working, &CPersistent_fuse::Address);
 }
 
 void DeviceInfo::SetListPersistent_fuseColumn(const char* text) {

@@ -7,6 +7,8 @@
 #include "FamilyList.h"  // the one look upwards: the family says whether it has CDR variants
 #include "foundation/owned_list.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 void CopyTexts(DeviceInfo& to, const DeviceInfo& from) {
@@ -148,7 +150,7 @@ void DeviceInfo::RestoreDeviceBackupValue() {
   DataLength = BackupDataLength;
   FuseNumber = BackupFuseNumber;
   DeviceIDMask = DeviceIDMaskBackup;
-  // On purpose: jtagDeviceID stays, although it has a backup; the tool sets it to what it has read from the part.
+  // On purpose: jtagDeviceID stays, although it has a backup.
   SetPON(GetCodeName());
   SetPackagePONs(DevicePackage, &Package::GetBackupPON);
 }

@@ -6,12 +6,14 @@
 #include "DeviceInfo.h"
 #include "device/column_setters.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 constexpr int kColumnsPerEntry = 8;
 
-/// A count beyond this is a mistake in the text: entries of 134 million columns, where real blocks have hundreds. It ends like
-/// memory that cannot be had, and at once; a system that promises more memory than it has would fill it for minutes first.
+/// A count beyond this is a mistake in the text: its entries would span 134 million columns. It ends like memory that cannot be
+/// had, and at once; a system that promises more memory than it has would fill it for minutes first.
 constexpr int kMostEntries = 1 << 24;
 
 /// a + b with 32 bits, wrapping around.

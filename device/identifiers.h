@@ -6,6 +6,8 @@
 /// \file
 /// How a device answers to an identifier that was read from a chain.
 
+namespace plddb::internal {
+
 /// Which of a device's identifiers an access mode compares.
 enum class AccessMode { kUnknown, kIsp, kJtag, kDual };
 
@@ -32,8 +34,8 @@ inline bool HasIdentifier(const DeviceInfo& device, AccessMode mode, unsigned in
 }
 
 /// Whether the device answers to `id` under its scan mask; a mask of 0 keeps it out.
-/// On purpose: "DUAL" is looser. Its ISP half compares the low byte alone, since ISP identifiers are 8 bits wide on the wire,
-/// without the mask; and both halves take identifiers of 0.
+/// On purpose: "DUAL" is looser. Its ISP half compares the low byte alone and ignores the mask; both halves take identifiers
+/// of 0.
 inline bool AnswersTo(const DeviceInfo& device, AccessMode mode, unsigned int id) {
   const unsigned int mask = device.GetDeviceIDScanMask();
   if (mask == 0) return false;
@@ -51,3 +53,5 @@ inline bool AnswersTo(const DeviceInfo& device, AccessMode mode, unsigned int id
   }
   return false;
 }
+
+}  // namespace plddb::internal

@@ -5,6 +5,8 @@
 #include "DeviceInfo.h"
 #include "device/column_setters.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 void AppendNumbers(std::vector<int>& list, const char* numbers, std::size_t longest) {
@@ -12,7 +14,7 @@ void AppendNumbers(std::vector<int>& list, const char* numbers, std::size_t long
   ForEachToken(numbers, [&](std::string_view token) { list.push_back(ParseNumber(token)); });
 }
 
-/// On purpose: the first record, however many there are; device files describe further voltages by their core voltage alone.
+/// On purpose: always the first record, however many there are. SetControlVoltage fills the others.
 void SetInFirst(std::vector<CControlVoltage>& list, const char* text, std::string CControlVoltage::*field) {
   if (text != nullptr && !list.empty()) list.front().*field = std::string(text);
 }
@@ -38,7 +40,7 @@ void DeviceInfo::SetlistAddressRange(const char* text) { ReplaceByItems(listAddr
 
 const std::vector<std::string>& DeviceInfo::GetlistAddressRange() const { return listAddressRange; }
 
-// On purpose: the two limits differ, a device has many configuration addresses and few automatic ones.
+// On purpose: the two limits differ.
 void DeviceInfo::SetMultibootCfgAddr(const char* numbers) { AppendNumbers(Multiboot_fuses.CfgAddr, numbers, 1023); }
 
 void DeviceInfo::SetMultibootAutoAdd(const char* numbers) { AppendNumbers(Multiboot_fuses.AutoAdd, numbers, 63); }

@@ -7,6 +7,8 @@
 /// \file
 /// The rules by which lookups accept a device for its texts, shared by the lookups of a family and of a whole database.
 
+namespace plddb::internal {
+
 using DeviceText = char* (DeviceInfo::*)() const;
 
 /// The text that a lookup compares where it takes null for the empty text.
@@ -52,3 +54,5 @@ auto CarriedTextAndPackage(const char* text, const char* packageType) {
                                          [&](const Package& package) { return EqualExactly(package.GetType(), packageType); });
   };
 }
+
+}  // namespace plddb::internal

@@ -4,10 +4,12 @@
 #include "foundation/owned_list.h"
 #include "foundation/text_match.h"
 
+using namespace plddb::internal;
+
 FamilyList::FamilyList() = default;
 
 FamilyList::~FamilyList() {
-  // On purpose: the devices stay alive. The list never owned them, and the tool may still hold them.
+  // On purpose: the devices stay alive. The list never owned them.
   DestroyElements(OperationList);
 }
 

@@ -3,6 +3,8 @@
 #include "FamilyList.h"
 #include "foundation/owned_list.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 void CopyAttributes(FamilyList& to, const FamilyList& from) {

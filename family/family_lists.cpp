@@ -5,6 +5,8 @@
 #include "foundation/owned_list.h"
 #include "foundation/text_match.h"
 
+using namespace plddb::internal;
+
 void FamilyList::SetOperationList(const char* text) { ReplaceByQuotedItems(OperationList, text); }
 
 void FamilyList::AddOperationList(const char* name) { AppendUnlessEmpty(OperationList, name); }

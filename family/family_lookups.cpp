@@ -1,17 +1,19 @@
-// Lookups inside one family. On purpose they differ from those of the whole database (DeviceList), since callers rely on both:
+// Lookups inside one family. On purpose they differ from those of the whole database (DeviceList):
 //
 //   question                     here                                   whole database
 //   1 null code name             counts as the empty text               finds nothing
-//   2 ... with access mode       counts as the empty text               finds nothing
+//   2 ... with mode or package   counts as the empty text               finds nothing
 //   3 identifier                 exact; 0 is an identifier              exact or masked; 0 finds nothing
 //   4 code name and vendor       GetDeviceWithCodeNameandVendor         no such lookup
 //   5 devices visited            the list's own count (FindInFamily)    the family's 16-bit count (FindDevice)
-//   6 code name compared         carried over, up to 1,023 characters   as it is, any length
+//   6 GetDeviceWithCodeName      carries over, up to 1,023 characters   compares as it is, any length
 
 #include "FamilyList.h"
 #include "device/identifiers.h"
 #include "device/text_rules.h"
 #include "family/walk.h"
+
+using namespace plddb::internal;
 
 DeviceInfo* FamilyList::GetDeviceWithCodeName(const char* codeName) const {
   const char* const wanted = OrEmpty(codeName);                                                     // difference 1

@@ -4,6 +4,8 @@
 
 #include "FamilyList.h"
 
+namespace plddb::internal {
+
 /// The position of the first of the family's first `count` devices that satisfies `rule(const DeviceInfo&)`; -1 when none does.
 /// The rule sees every device up to that one, in load order.
 template <typename Rule>
@@ -22,3 +24,5 @@ template <typename Rule>
 DeviceInfo* FindInFamily(const FamilyList& family, Rule rule) {
   return family.GetDevice(FindPosition(family, INT_MAX, rule));
 }
+
+}  // namespace plddb::internal

@@ -1,6 +1,7 @@
 #include "DeviceStrElement.h"
 
 #include <cstring>
+#include <utility>
 
 DeviceStrElement::DeviceStrElement() = default;
 DeviceStrElement::~DeviceStrElement() = default;

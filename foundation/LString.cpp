@@ -6,6 +6,8 @@
 #include "StringServices.h"
 #include "characters.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 void Write(char* dst, std::string_view text) {
@@ -40,9 +42,9 @@ void LString::Right(char* dst, const char* src, int n) const {
 }
 
 void LString::TrimLeft(char* s) const {
-  if (s != nullptr) Write(s, ::TrimLeft(std::string_view(s)));
+  if (s != nullptr) Write(s, plddb::internal::TrimLeft(std::string_view(s)));
 }
 
 void LString::TrimRight(char* s) const {
-  if (s != nullptr) Write(s, ::TrimRight(std::string_view(s)));
+  if (s != nullptr) Write(s, plddb::internal::TrimRight(std::string_view(s)));
 }

@@ -7,10 +7,18 @@
 
 #include "characters.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 /// A found place as an `int`; what an `int` cannot say counts as not found.
 int ToPosition(std::size_t found) { return found > static_cast<std::size_t>(INT_MAX) ? -1 : static_cast<int>(found); }
+
+/// The length of `text`, at most `most`; what stands behind is not read.
+std::size_t LengthUpTo(const char* text, std::size_t most) {
+  const void* const end = std::memchr(text, '\0', most);
+  return end == nullptr ? most : static_cast<std::size_t>(static_cast<const char*>(end) - text);
+}
 
 std::size_t FindIgnoringCase(std::string_view text, std::string_view sub, std::size_t start) {
   const auto alike = [](char a, char b) { return ToUpper(a) == ToUpper(b); };
@@ -29,8 +37,9 @@ void ConvertInPlace(char* s) {
 
 void util_strncpy(char* dst, const char* src, int n, int /*m*/) {
   if (dst == nullptr) return;
-  std::size_t length = src == nullptr || n < 0 ? 0 : std::strlen(src);
-  if (n > 0) length = std::min(length, static_cast<std::size_t>(n));
+  const std::size_t length = src == nullptr || n < 0 ? 0
+                             : n == 0                ? std::strlen(src)
+                                                     : LengthUpTo(src, static_cast<std::size_t>(n));
   if (length != 0) std::memmove(dst, src, length);
   dst[length] = '\0';
 }

@@ -5,6 +5,8 @@
 /// \file
 /// What a letter and a blank are. ASCII only, whatever the locale: databases must answer alike on every machine.
 
+namespace plddb::internal {
+
 constexpr char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 constexpr char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -20,3 +22,5 @@ inline std::string_view TrimRight(std::string_view text) {
 }
 
 inline std::string_view Trim(std::string_view text) { return TrimRight(TrimLeft(text)); }
+
+}  // namespace plddb::internal

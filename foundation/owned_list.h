@@ -9,6 +9,8 @@
 #include "LObjList.h"
 #include "foundation/text_lists.h"
 
+namespace plddb::internal {
+
 /// Destroys all elements of a list that its record owns, from the last to the first.
 inline void DestroyElements(LObjList& list) {
   while (!list.IsEmpty()) delete list.RemoveTail();
@@ -48,3 +50,5 @@ inline void ReplaceByQuotedItems(LObjList& list, const char* text) {
 inline void AppendUnlessEmpty(LObjList& list, const char* text) {
   if (text != nullptr && *text != '\0') AppendText(list, text);
 }
+
+}  // namespace plddb::internal

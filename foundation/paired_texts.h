@@ -2,6 +2,8 @@
 
 #include "DeviceStrElement.h"
 
+namespace plddb::internal {
+
 /// Sets two fields as one step: both texts are taken as they were at the call, although either may lie in either field, and
 /// std::bad_alloc leaves both fields as they were. A null text keeps its field.
 inline void SetBoth(DeviceStrElement& first, const char* firstText, DeviceStrElement& second, const char* secondText) {
@@ -12,3 +14,5 @@ inline void SetBoth(DeviceStrElement& first, const char* firstText, DeviceStrEle
   if (firstText != nullptr) first.Swap(newFirst);
   if (secondText != nullptr) second.Swap(newSecond);
 }
+
+}  // namespace plddb::internal

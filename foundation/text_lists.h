@@ -14,6 +14,8 @@
 /// A list's own entry is a legal argument of the list's setter, so that `visit` may free what the setter was given. Therefore a
 /// cursor takes a std::string: a plain text becomes the one private copy that the cursor cuts its items from.
 
+namespace plddb::internal {
+
 /// Calls `visit(std::string_view)` for each item of a semicolon item list, in order.
 ///
 ///   "REG;100;200 ; 300;"  100, 200, 300    the text before the first ';' is a label
@@ -70,7 +72,7 @@ void ForEachToken(const std::string& text, Visit visit) {
 
 /// The number at the start of a text, base 10, its low 32 bits: leading white space and one sign are allowed, anything behind
 /// the digits is ignored, no digits give 0. The number is read with 64 bits, a larger one as the nearest of these: a huge text
-/// gives -1. Not strtol, which asks the locale what white space is.
+/// gives -1, a huge negative one 0. Not strtol, which asks the locale what white space is.
 inline int ParseNumber(std::string_view text) {
   text = TrimLeft(text);
   const bool negative = !text.empty() && text.front() == '-';
@@ -95,3 +97,5 @@ inline NumberRange ParseRange(std::string_view text) {
   if (to == text.npos) return {0, ParseNumber(text.substr(text.empty() ? 0 : 1))};
   return {ParseNumber(text.substr(0, to)), ParseNumber(text.substr(to + 2))};
 }
+
+}  // namespace plddb::internal

@@ -9,6 +9,8 @@
 /// \file
 /// How lookups compare texts: in place, without copies.
 
+namespace plddb::internal {
+
 /// Whether both texts are equal but for the case of their letters. A null text equals nothing.
 inline bool EqualIgnoringCase(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return false;
@@ -36,7 +38,7 @@ inline bool IsComparable(const char* text) {
 /// A text that a walk carries from device to device.
 ///
 /// On purpose: a device without the text stands for the last device visited that had one, and for the empty text before the
-/// first. Device files rely on it where rows of one part repeat and leave the name out.
+/// first. Callers may rely on it.
 class CarriedText {
  public:
   /// The text to compare for a device whose own text is `text`. To be called for every device that is visited, whether or not
@@ -49,3 +51,5 @@ class CarriedText {
  private:
   const char* text_ = "";
 };
+
+}  // namespace plddb::internal

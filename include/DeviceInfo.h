@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -31,8 +32,8 @@ class FamilyList;
 ///  - Threads: none of its own; concurrent readers are safe while nobody writes.
 /// Odd spellings (SetUSERCODEIntruction, ispDeviceID) belong to the interface: do not correct them.
 ///
-/// A record is created by its family and lends itself from there. Destroying a family leaves its devices alive: whoever owns
-/// the tree releases them (see DeviceListOwner.h).
+/// A record is made by its family, which lends it. Destroying a family leaves its devices alive: whoever owns the tree releases
+/// them (see DeviceListOwner.h).
 class PLDDB_EXPORT DeviceInfo : public LObject {
  public:
   /// Every field at its default. Borrows `family`, which must outlive the record's use of it. Made by FamilyList::NewDevice
@@ -44,6 +45,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   ///    the geometry in use becomes the copy's own; the other backups are copied as they are.
   ///  - On purpose: BitstreamColWidth takes what GetBitstreamColWidth answers, so that an unset width becomes explicit.
   ///  - The scratch list of EBR entries is not copied.
+  ///  - On purpose: 16-bit counts bound the copies of packages and system I/O entries (65,536 count as none).
   /// std::bad_alloc releases everything built so far.
   explicit DeviceInfo(DeviceInfo* src);
 
@@ -169,30 +171,32 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   void SetDataFrames(unsigned int frames);             unsigned int GetDataFrames() const;
   void SetFrameBytes(unsigned int bytes);              unsigned int GetFrameBytes() const;
   void SetHeaderBytes(unsigned int bytes);             unsigned int GetHeaderBytes() const;
-  void SetDataFrameHeader(unsigned int bytes);         unsigned int GetDataFrameHeader() const;
+  void SetDataFrameHeader(unsigned int header);        unsigned int GetDataFrameHeader() const;     ///< Tool units.
   void SetStopBytes(unsigned int bytes);               unsigned int GetStopBytes() const;
   void SetUESBytes(unsigned int bytes);                unsigned int GetUESBytes() const;
   void SetTrailerBytes(unsigned int bytes);            unsigned int GetTrailerBytes() const;
   void SetEndBytes(unsigned int bytes);                unsigned int GetEndBytes() const;
   /// On purpose: while the width is 0 the getter answers the DataLength instead.
-  void SetBitstreamColWidth(int bits);                 int GetBitstreamColWidth() const;
+  void SetBitstreamColWidth(int bits);                 int GetBitstreamColWidth() const;            ///< Bits, like DataLength.
   void SetSyncExtDoneAddress(int address);             int GetSyncExtDoneAddress() const;           ///< Tool units.
   void SetSyncExtDoneColumn(int column);               int GetSyncExtDoneColumn() const;            ///< Tool units.
   void SetNumberOfExternalASC(int count);              int GetNumberOfExternalASC() const;
   ///@}
 
   /// \name Multiboot fuses (addresses and columns of the configuration fuse map)
-  /// The text form appends every number of a text such as "16; 32 48": base 10, separated by any of ; blank tab newline; a
-  /// token without digits is 0; a null text is ignored. The list form assigns, so that an empty list empties.
+  /// The text form appends every number of a text such as "16; 32 48", separated by any of ; blank tab newline; numbers are
+  /// read as in the control lists below; a null text is ignored. The list form assigns, so that an empty list empties.
   /// The list getters lend the list itself, to be changed in place.
   ///@{
   /// On purpose: a text of 1,024 characters or more is ignored as a whole.
   void SetMultibootCfgAddr(const char* numbers);
   void SetMultibootCfgAddr(std::vector<int> addresses);
+  void SetMultibootCfgAddr(std::initializer_list<int> addresses) { SetMultibootCfgAddr(std::vector<int>(addresses)); }
   std::vector<int>& GetMultibootCfgAddr();
   /// On purpose: a text of 64 characters or more is ignored as a whole.
   void SetMultibootAutoAdd(const char* numbers);
   void SetMultibootAutoAdd(std::vector<int> addresses);
+  void SetMultibootAutoAdd(std::initializer_list<int> addresses) { SetMultibootAutoAdd(std::vector<int>(addresses)); }
   std::vector<int>& GetMultibootAutoAdd();
   void SetMultibootChipSelColumn(int column);          int GetMultibootChipSelColumn() const;
   void SetMultibootSourceSelColumn(int column);        int GetMultibootSourceSelColumn() const;
@@ -215,7 +219,8 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// A text such as "REG;100;200;" is a label and then items, each closed by a semicolon and trimmed; the first empty segment
   /// ends the text. The creating setter of a list appends one record per item; each filling setter then writes item k into
   /// record k (records beyond the last item keep their value, items beyond the last record are ignored). Numbers are read in
-  /// base 10; an item without leading digits is 0. A null text changes nothing.
+  /// base 10, the low 32 bits of a 64-bit number (beyond 64 bits -1, or 0 for a negative one); an item without leading digits
+  /// is 0. A null text changes nothing.
   /// The whole-list setters replace the list, but an empty argument keeps the old one.
   ///@{
   void SetListControlReg0Frequency(const char* text);    ///< Creates. On purpose: a second call lengthens the list.
@@ -245,10 +250,11 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// \name Embedded memory blocks (EBR)
   /// Built block by block on a scratch list: BitName, then Column, then Address (it reads the columns), then Name, which files
   /// a copy of the scratch list as a finished block. A null text changes nothing; the last three do nothing while the scratch
-  /// list is empty. A range is "first to last".
+  /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read behind the
+  /// first character.
   ///@{
   /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive leaves it
-  /// empty. A count beyond all reason ends in std::bad_alloc; any std::bad_alloc leaves the scratch list as it was.
+  /// empty. More than 16,777,216 entries count as memory that cannot be had. std::bad_alloc leaves the scratch list as it was.
   void SetListControlEBRBitName(const char* count);
   /// Numbers the columns in rows of last - first + 1, 8 columns an entry: "0 to 31" gives 0, 8, 16, 24, 0, 8, ... Entries that
   /// do not fill a row keep their column; a width below 8 changes nothing.

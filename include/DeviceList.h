@@ -1,6 +1,8 @@
 #pragma once
 
+#include <climits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "DeviceStrElement.h"
@@ -20,7 +22,7 @@
 ///             nothing; a text that a rule compares and that a record does not have does not match, unless the rule says
 ///             otherwise. Letter case is ASCII. On purpose: the walk visits GetDeviceCount() devices of a family, a 16-bit
 ///             number.
-///  - Errors:  none are reported but by null, 0, false or -1. std::bad_alloc leaves the tree intact.
+///  - Errors:  none are reported but by null, 0 or false. std::bad_alloc leaves the tree intact.
 ///  - Threads: no locks. Every const member may run beside other readers while nobody writes; GetDeviceListWithCommAndID
 ///             writes the root's name list and is a writer.
 ///
@@ -29,7 +31,8 @@ class PLDDB_EXPORT DeviceList : public LObject {
  public:
   DeviceList();  ///< An empty database.
 
-  /// A copy that shares nothing with `src`: Comment, Version and all families with their devices; the name list starts empty.
+  /// A copy that shares nothing with `src`: Comment, Version and the families with their devices; the name list starts empty.
+  /// On purpose: a 16-bit count bounds the copy, as it does assigning and merging (65,536 families count as none).
   /// A null source gives an empty database. std::bad_alloc releases everything built so far, devices included.
   explicit DeviceList(DeviceList* src);
   ~DeviceList() override;
@@ -59,11 +62,23 @@ class PLDDB_EXPORT DeviceList : public LObject {
   FamilyList* GetLastFamily() const;      ///< Lends the last family; null when there is none.
   unsigned short GetFamilyCount() const;  ///< The number of families, modulo 65,536.
   unsigned short GetDeviceCount() const;  ///< The devices of all families (each family's 16-bit count), modulo 65,536.
-  void DeleteFamily(const char* name);    ///< Destroys the first family of this Name, not its devices.
-  void DeleteFamily(int i);               ///< Destroys the family at `i`, not its devices; nothing outside the list.
+  /// Destroys the first family of this Name, not its devices: release these first (ReleaseDevices of DeviceListOwner.h).
+  void DeleteFamily(const char* name);
+  void DeleteFamily(int i);  ///< The same for the family at `i`; nothing outside the list.
+
+  /// GetFamily(int) and DeleteFamily(int) for any other integer type; null, or nothing, for what is no position.
+  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+  FamilyList* GetFamily(Index i) const {
+    return static_cast<unsigned long long>(i) > INT_MAX ? nullptr : GetFamily(static_cast<int>(i));
+  }
+  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+  void DeleteFamily(Index i) {
+    if (static_cast<unsigned long long>(i) <= INT_MAX) DeleteFamily(static_cast<int>(i));
+  }
   ///@}
 
-  /// The code names that the last GetDeviceListWithCommAndID found; valid as long as the database.
+  /// The code names that the last GetDeviceListWithCommAndID found. The list is valid as long as the database, its texts until
+  /// the next such call.
   const std::vector<std::string>& GetlistDevicenames() const;
 
   /// \name Attributes of the first family of exactly this Name (aliases are not consulted); null, 0 or false without one
@@ -76,8 +91,8 @@ class PLDDB_EXPORT DeviceList : public LObject {
   bool GetFPGADevicewfamilyName(const char* name) const;
   bool GetReInitializewfamilyName(const char* name) const;
   bool GetDebugModewfamilyName(const char* name) const;
-  /// The family's Extension, "*.jed" when it has none. On purpose: without one, "Generic JTAG Device" asks later families of
-  /// that name and ends in null, since generic devices have no JEDEC files.
+  /// The family's Extension, "*.jed" when it has none; never write to that text. On purpose: without one, "Generic JTAG Device"
+  /// asks later families of that name and ends in null.
   char* GetExtensionwfamilyName(const char* name) const;
   ///@}
 
@@ -178,6 +193,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
 };
 
 /// Whether `device` only passes data through (is a bypass device) in the numbered `mode` of chain processing, judged by its
-/// family text, code name and name alone. Modes other than 0 to 6, and a null device, give false; mode 0 always does. What a
-/// mode means is the calling tool's.
+/// family text, code name and name alone, each compared exactly and whole with the words of that mode; a text that is null
+/// equals none of them. On purpose the words of the modes are irregular: see database/bypass_device.cpp. Modes other than 0 to
+/// 6, and a null device, give false; mode 0 always does. What a mode means is the calling tool's.
 PLDDB_EXPORT bool IsBypassDevice(const DeviceInfo* device, int mode);

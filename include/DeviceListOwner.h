@@ -36,8 +36,8 @@ inline DeviceListOwner MakeDeviceList() { return DeviceListOwner(new DeviceList)
 /// A deep copy of `source`, owned whole.
 inline DeviceListOwner CopyDeviceList(DeviceList& source) { return DeviceListOwner(new DeviceList(&source)); }
 
-/// `target = source` that also releases the devices which `target` held, and nobody else may use them afterwards. Assigning a
-/// database to itself changes nothing.
+/// `target = source` that also releases the devices which `target` held: nobody may use them afterwards. Assigning a database
+/// to itself changes nothing. After std::bad_alloc the old content is gone, and the families appended so far are kept.
 inline void AssignDeviceList(DeviceList& target, DeviceList& source) {
   if (&target == &source) return;
   ReleaseDevices(target);

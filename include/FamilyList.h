@@ -21,14 +21,15 @@
 ///             keeps the entries stored so far.
 ///  - Threads: none of its own; every const member may run beside other readers while nobody writes.
 ///
-/// The family owns its texts and lists but never destroys a device: destroying a family leaves its devices alive, on purpose,
-/// since the tool may still hold them. Whoever owns the tree releases them; DeviceListOwner.h does it for a whole tree.
+/// On purpose: the family owns its texts and lists but never destroys a device, and destroying a family leaves its devices
+/// alive. Whoever owns the tree releases them; DeviceListOwner.h does it for a family or a whole tree.
 class PLDDB_EXPORT FamilyList : public LObject {
  public:
   FamilyList();  ///< Every field at its default. Made by DeviceList::NewFamily in a tree.
 
-  /// A copy that shares nothing with `src`, with copies of all its devices bound to the new family. A null source gives an
-  /// empty family. std::bad_alloc releases everything built so far, devices included.
+  /// A copy that shares nothing with `src`, with copies of its devices bound to the new family. A null source gives an empty
+  /// family. std::bad_alloc releases everything built so far, devices included.
+  /// On purpose: 16-bit counts bound the copy (65,536 devices or operations count as none).
   explicit FamilyList(FamilyList* src);
   ~FamilyList() override;
 
@@ -43,7 +44,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
   void SetISCRelease(int release);              int GetISCRelease() const;     ///< Tool units.
   void SetExtension(const char* pattern);       char* GetExtension() const;    ///< File-name pattern of the family's data files.
   void SetXFPFile(const char* file);            char* GetXFPFile() const;
-  /// On purpose: a null argument stores the empty text, and the getter never answers null.
+  /// On purpose: a null argument stores the empty text, and the getter never answers null. Never write to what it lends.
   void SetICFFile(const char* file);            char* GetICFFile() const;
   ///@}
 
@@ -65,7 +66,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
   // clang-format on
 
   /// \name Devices
-  /// On purpose, since callers of both kinds exist: InsertNewDevice, AddNewDevice and DeleteDevice(int) count positions from
+  /// On purpose: InsertNewDevice, AddNewDevice and DeleteDevice(int) count positions from
   /// 1, GetDevice and GetDevicePos from 0.
   ///@{
   DeviceInfo* NewDevice();  ///< Appends a device of this family and lends it.
@@ -94,6 +95,12 @@ class PLDDB_EXPORT FamilyList : public LObject {
 
   DeviceInfo* DeleteDevice(int pos);  ///< Unlinks the `pos`-th device (1-based) and hands it over; null outside the list.
 
+  /// DeleteDevice(int) for any other integer type; null for what is no position.
+  template <class Position, std::enable_if_t<std::is_integral_v<Position>, int> = 0>
+  DeviceInfo* DeleteDevice(Position pos) {
+    return static_cast<unsigned long long>(pos) > INT_MAX ? nullptr : DeleteDevice(static_cast<int>(pos));
+  }
+
   /// Unlinks the first device whose code name equals `codeName`, ignoring case, and hands it over; null when there is none.
   /// On purpose: the code name, where GetDevice(const char*) takes the name. A code name or argument that is empty or has
   /// 1,024 characters or more counts as the empty text; a device without code name never matches.
@@ -119,6 +126,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
   /// list itself, to be changed in place.
   ///@{
   void SetListProgrammingModeControl(const char* text);  ///< Replaces the list by the items of `text`.
+  /// A single text in braces is the text form; name the std::vector<std::string> for a list of one.
   void SetListProgrammingModeControl(std::vector<std::string> list);
   std::vector<std::string>& GetListProgrammingModeControl();
   /// Appends one record with DefaultValue 1 whose Controls are the items of `text`, even when there are none.
@@ -131,7 +139,8 @@ class PLDDB_EXPORT FamilyList : public LObject {
   /// \name Device lookups
   /// On purpose, lookups that compare a text ignoring case carry it over: a device without the text is compared under the text
   /// of the last device visited that had one (the empty text before the first). Texts of 1,024 characters or more match
-  /// nothing. `comm` (the access mode) and package types are compared exactly.
+  /// nothing. Alias names are not carried over: a device without one is passed over. `comm` (the access mode) and package types
+  /// are compared exactly.
   ///@{
 
   /// The first device whose code name equals `codeName`; failing that, the first whose alias name does, devices whose vendor

@@ -6,7 +6,7 @@
 /// deleting an element through an LObject pointer runs the most derived destructor.
 ///
 /// Objects of the tree are neither copied nor moved implicitly: their address is their identity. Copies are made only by
-/// the constructors that take a pointer to the source.
+/// the constructors that take a pointer to the source, and by assigning databases.
 class PLDDB_EXPORT LObject {
  public:
   LObject() = default;

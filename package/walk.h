@@ -2,6 +2,8 @@
 
 #include "PackageList.h"
 
+namespace plddb::internal {
+
 /// The first package of `list`, in order, that satisfies `rule(const Package&)`; null when none does.
 /// On purpose: the 16-bit count bounds the walk.
 template <typename Rule>
@@ -18,3 +20,5 @@ template <typename Rule>
 bool AnyPackage(const PackageList& list, Rule rule) {
   return FindPackage(list, rule) != nullptr;
 }
+
+}  // namespace plddb::internal

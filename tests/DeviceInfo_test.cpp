@@ -15,6 +15,7 @@
 
 namespace {
 
+using support::Device;
 using support::Show;
 
 static_assert(std::is_base_of_v<LObject, DeviceInfo>);
@@ -36,12 +37,6 @@ static_assert(LendsForReading<std::vector<CControlStatus>>(&DeviceInfo::GetlistC
 static_assert(LendsForReading<std::vector<CControlVoltage>>(&DeviceInfo::GetControlVoltage));
 static_assert(LendsForReading<std::vector<std::string>>(&DeviceInfo::GetlistAddressRange));
 static_assert(std::is_same_v<decltype(std::declval<const DeviceInfo&>().GetSysIOCount()), unsigned short>);
-
-/// A record, and the family that it belongs to.
-struct Device {
-  FamilyList family;
-  DeviceInfo record{family};
-};
 
 using Texts = std::vector<std::string>;
 

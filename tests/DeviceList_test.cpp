@@ -282,8 +282,12 @@ struct Attribute {
 
 template <typename Set, typename Value, typename Ask>
 Attribute MakeAttribute(const char* name, Set set, Value value, Ask ask, const char* unset, const char* none) {
-  return {name, [=](FamilyList& family) { (family.*set)(value); },
-          [=](const DeviceList& database, const char* family) { return Show((database.*ask)(family)); }, Show(value), unset, none};
+  return {name,
+          [=](FamilyList& family) { (family.*set)(value); },
+          [=](const DeviceList& database, const char* family) { return Show((database.*ask)(family)); },
+          Show(value),
+          unset,
+          none};
 }
 
 const std::vector<Attribute>& Attributes() {

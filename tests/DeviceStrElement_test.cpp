@@ -9,6 +9,8 @@
 #include "foundation/paired_texts.h"
 #include "tests/support/allocation_counter.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 static_assert(std::is_base_of_v<LObject, DeviceStrElement>);

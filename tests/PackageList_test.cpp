@@ -13,6 +13,8 @@
 #include "package/walk.h"
 #include "tests/support/allocation_counter.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 static_assert(std::is_base_of_v<LObject, PackageList>);

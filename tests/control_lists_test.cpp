@@ -3,36 +3,34 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "DeviceInfo.h"
-#include "FamilyList.h"
 #include "tests/reference/literal_rules.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/device_fields.h"
 #include "tests/support/random_texts.h"
 #include "tests/support/show.h"
 
 namespace {
 
+using support::Device;
 using support::Show;
 using Texts = std::vector<std::string>;
 
 template <typename Record>
-constexpr bool IsPlainValue = std::is_default_constructible_v<Record>&& std::is_copy_constructible_v<Record>&&
-                                  std::is_copy_assignable_v<Record>&& std::has_virtual_destructor_v<Record> &&
-                              !std::is_base_of_v<LObject, Record>;
-static_assert(IsPlainValue<CControlRegZero>);
-static_assert(IsPlainValue<CControlRegOne>);
-static_assert(IsPlainValue<CPersistent_fuse>);
-static_assert(IsPlainValue<CControlStatus>);
-
-/// A record, and the family that it belongs to.
-struct Device {
-  FamilyList family;
-  DeviceInfo record{family};
-};
+constexpr bool IsPlainValue() {
+  return std::is_default_constructible_v<Record> && std::is_copy_constructible_v<Record> && std::is_copy_assignable_v<Record> &&
+         std::has_virtual_destructor_v<Record> && !std::is_base_of_v<LObject, Record>;
+}
+static_assert(IsPlainValue<CControlRegZero>());
+static_assert(IsPlainValue<CControlRegOne>());
+static_assert(IsPlainValue<CPersistent_fuse>());
+static_assert(IsPlainValue<CControlStatus>());
 
 std::string Value(const std::string& text) { return text; }
 std::string Value(int number) { return std::to_string(number); }

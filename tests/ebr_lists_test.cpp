@@ -3,30 +3,27 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstddef>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "DeviceInfo.h"
-#include "FamilyList.h"
 #include "tests/reference/literal_rules.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/device_fields.h"
 #include "tests/support/random_texts.h"
 #include "tests/support/show.h"
 
 namespace {
 
+using support::Device;
 using support::Show;
 
 static_assert(std::is_copy_constructible_v<CControlEBR> && std::has_virtual_destructor_v<CControlEBR>);
 static_assert(std::is_copy_constructible_v<CControlEBRList> && std::has_virtual_destructor_v<CControlEBRList>);
 static_assert(!std::is_base_of_v<LObject, CControlEBR> && !std::is_base_of_v<LObject, CControlEBRList>);
-
-/// A record, and the family that it belongs to.
-struct Device {
-  FamilyList family;
-  DeviceInfo record{family};
-};
 
 using Entries = std::vector<CControlEBR>;
 
@@ -349,7 +346,7 @@ std::string RandomRange(support::RandomTexts& random) {
 TEST(EBRSetters, AgreeWithTheLiteralRulesOnRandomTexts) {
   support::RandomTexts random(2'407);
   Device device;
-  for (int round = 0; round < 50'000; ++round) {
+  for (int round = 0; round < 20'000; ++round) {
     const std::string count = std::to_string(random.Below(14));
     const std::string texts[] = {RandomRange(random), RandomRange(random), RandomRange(random)};
     auto expected = reference::FreshEntries(count);

@@ -12,6 +12,8 @@
 
 #include "tests/support/allocation_counter.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 /// Tells when it dies.

@@ -4,20 +4,23 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstring>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "DeviceInfo.h"
-#include "FamilyList.h"
 #include "tests/reference/literal_rules.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/device_fields.h"
 #include "tests/support/random_texts.h"
 #include "tests/support/show.h"
 
 namespace {
 
+using support::Device;
 using support::Show;
 using Texts = std::vector<std::string>;
 using Numbers = std::vector<int>;
@@ -25,12 +28,6 @@ using Numbers = std::vector<int>;
 static_assert(std::is_copy_constructible_v<CControlVoltage> && std::has_virtual_destructor_v<CControlVoltage>);
 static_assert(std::is_copy_constructible_v<CMultiboot_fuses> && !std::is_polymorphic_v<CMultiboot_fuses>);
 static_assert(!std::is_base_of_v<LObject, CControlVoltage> && !std::is_base_of_v<LObject, CMultiboot_fuses>);
-
-/// A record, and the family that it belongs to.
-struct Device {
-  FamilyList family;
-  DeviceInfo record{family};
-};
 
 CControlVoltage Voltage(const char* core, const char* vccj, const char* pins) {
   CControlVoltage voltage;

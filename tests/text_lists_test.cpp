@@ -13,6 +13,8 @@
 #include "tests/support/locales.h"
 #include "tests/support/random_texts.h"
 
+using namespace plddb::internal;
+
 namespace {
 
 using Items = std::vector<std::string>;

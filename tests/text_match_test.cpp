@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <string>
 
+using namespace plddb::internal;
+
 namespace {
 
 TEST(EqualIgnoringCase, ComparesUpperCasedTexts) {

@@ -2,8 +2,6 @@
 
 #include <sstream>
 
-#include "FamilyList.h"
-
 namespace support {
 namespace {
 

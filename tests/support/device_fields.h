@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "DeviceInfo.h"
+#include "FamilyList.h"
 #include "tests/support/record_fields.h"
 
 namespace support {
@@ -12,6 +13,12 @@ using DeviceField = Field<DeviceInfo>;
 
 /// All 84 fields of a device in declaration order. The samples of the lists of objects (packages, I/O entries) append.
 const std::vector<DeviceField>& DeviceFields();
+
+/// A record, and a family of its own for it to be linked to.
+struct Device {
+  FamilyList family;
+  DeviceInfo record{family};
+};
 
 /// Stores the sample of this number in every field but the link to the family.
 void SetPlainSamples(DeviceInfo& device, int sample);

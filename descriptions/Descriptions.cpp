@@ -1,0 +1,62 @@
+#include "Descriptions.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "descriptions/faults.h"
+#include "descriptions/load.h"
+
+namespace plddb {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// Larger files are none of ours; without a limit a device such as /dev/zero would fill the memory.
+constexpr std::size_t kLargestFile = std::size_t{1} << 26;
+
+struct Close {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// Appends the file's bytes to `text`; returns why that failed, or nothing.
+std::string ReadFile(const std::string& path, std::string& text) {
+  const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
+  char part[65536];
+  while (file != nullptr && text.size() <= kLargestFile) {
+    const std::size_t count = std::fread(part, 1, sizeof part, file.get());
+    text.append(part, count);
+    if (count == sizeof part) continue;
+    if (std::ferror(file.get()) != 0) break;
+    return "";
+  }
+  if (text.size() > kLargestFile) return "larger than 64 MiB";
+  return std::generic_category().message(errno);
+}
+
+}  // namespace
+
+std::string ToString(const Fault& fault) {
+  return fault.file + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": error: " + fault.text;
+}
+
+LoadResult LoadDescriptions(const std::string& path) {
+  std::string text;
+  const std::string failure = ReadFile(path, text);
+  if (failure.empty()) return ParseDescriptions(text, path);
+  return {nullptr, {{path, 1, 1, "cannot read the file: " + failure}}};
+}
+
+LoadResult ParseDescriptions(std::string_view text, const std::string& file) {
+  if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
+  DeviceListOwner database = MakeDeviceList();
+  descriptions::Faults faults;
+  descriptions::Load(text, *database, faults);
+  if (faults.Empty()) return {std::move(database), {}};
+  return {nullptr, faults.Located(text, file)};
+}
+
+}  // namespace plddb

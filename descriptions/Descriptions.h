@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "DeviceListOwner.h"
+
+/// Device descriptions: XML files that fill a device database. docs/descriptions.md says what may stand in them.
+namespace plddb {
+
+/// What is wrong in a description file, and where.
+struct Fault {
+  std::string file;
+  int line = 1;      ///< 1-based.
+  int column = 1;    ///< 1-based, in bytes; a byte order mark does not count.
+  std::string text;  ///< What is wrong, and what was expected; one line.
+};
+
+/// "FILE:LINE:COLUMN: error: TEXT".
+std::string ToString(const Fault& fault);
+
+/// What a load gives: a database and no faults, or faults and no database (null). Nothing is ever half-loaded.
+struct LoadResult {
+  DeviceListOwner database;
+  std::vector<Fault> faults;  ///< All faults of the file, in file order; of a hopeless one the first 10,000.
+};
+
+/// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
+LoadResult LoadDescriptions(const std::string& path);
+
+/// Loads descriptions from `text`; `file` is the name that faults carry. std::bad_alloc passes through.
+LoadResult ParseDescriptions(std::string_view text, const std::string& file);
+
+}  // namespace plddb

@@ -1,0 +1,113 @@
+#include "element_reader.h"
+
+#include <new>
+#include <utility>
+
+#include "descriptions/nearest_name.h"
+#include "descriptions/values.h"
+#include "descriptions/xml_text.h"
+
+namespace plddb::descriptions {
+namespace {
+
+/// What editors put into an element so that they know its schema.
+bool IsSchemaHint(std::string_view name) {
+  return name == "xmlns" || name.substr(0, 6) == "xmlns:" || name.substr(0, 4) == "xsi:";
+}
+
+/// "A, B or C".
+std::string Listed(const std::vector<std::string_view>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i > 0) text += i + 1 < names.size() ? ", " : " or ";
+    text += names[i];
+  }
+  return text;
+}
+
+}  // namespace
+
+bool ElementReader::Parse() {
+  buffer_.reserve(text_.size() + 1);
+  buffer_ = text_;
+  buffer_ += '\n';  // the parser puts its end mark over the last character, and then some of its faults are not where they were
+  // As a fragment, so that text beside the root element is not passed over; as UTF-8, so that the buffer is not converted.
+  const auto result = document_.load_buffer_inplace(buffer_.data(), buffer_.size(), pugi::parse_default | pugi::parse_fragment,
+                                                    pugi::encoding_utf8);
+  if (result) return true;
+  if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
+  ReportBrokenXml(text_, result, faults_);
+  return false;
+}
+
+void ElementReader::AddFault(pugi::xml_node node, std::string text) {
+  faults_.Add(OffsetOf(node.name()) - 1, std::move(text));  // at the '<'
+}
+
+void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml_node node) {
+  given_.reset();
+  for (auto attribute = node.first_attribute(); attribute && !faults_.Full(); attribute = attribute.next_attribute()) {
+    ReadField(fields, attribute, node);
+  }
+  SetFields(fields, record, node);
+}
+
+void ElementReader::ReadField(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node) {
+  const std::string_view name = attribute.name();
+  const std::size_t place = OffsetOf(attribute.value());
+  CheckReferences(text_, place, faults_);
+  const std::size_t i = fields.Find(name);
+  if (i == fields.size()) return UnknownAttribute(fields, attribute, node);
+  if (given_[i]) return faults_.Add(OffsetOf(attribute.name()), "attribute " + std::string(name) + " is given twice");
+  given_.set(i);
+  const Field& field = fields[i];
+  const bool isMissing = field.need == Need::NotEmpty && *attribute.value() == '\0';
+  if (ReadValue(field.kind, attribute.value(), values_[i]) && !isMissing) return;
+  faults_.Add(place, std::string(name) + " is " + Quoted(attribute.value()) + ": expected " + Expectation(field.kind));
+}
+
+void ElementReader::SetFields(const FieldTable& fields, void* record, pugi::xml_node node) {
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const Field& field = fields[i];
+    if (given_[i]) {
+      field.set(record, values_[i]);
+    } else if (field.need == Need::Backup) {
+      if (given_[i - 1]) field.set(record, values_[i - 1]);
+    } else if (field.need != Need::Optional) {
+      AddFault(node, std::string(node.name()) + " needs the attribute " + std::string(field.name));
+    }
+  }
+}
+
+void ElementReader::UnknownAttribute(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node) {
+  if (IsSchemaHint(attribute.name())) return;
+  std::vector<std::string_view> known;
+  for (const Field& field : fields) known.push_back(field.name);
+  const std::string_view nearest = NearestName(attribute.name(), known);
+  std::string text = std::string(node.name()) + " has no attribute " + Quoted(attribute.name());
+  if (!nearest.empty()) text += ": did you mean " + std::string(nearest) + "?";
+  faults_.Add(OffsetOf(attribute.name()), std::move(text));
+}
+
+void ElementReader::Unexpected(pugi::xml_node node, const std::vector<std::string_view>& known) {
+  if (node.type() != pugi::node_element) return UnexpectedText(node);
+  const std::string_view nearest = NearestName(node.name(), known);
+  std::string text = "unknown element " + Quoted(node.name());
+  if (node.parent() != document_) text += " in " + std::string(node.parent().name());
+  text += ": expected " + (known.empty() ? "none there" : Listed(known));
+  if (!nearest.empty() && known.size() > 1) text += "; did you mean " + std::string(nearest) + "?";
+  AddFault(node, std::move(text));
+}
+
+void ElementReader::UnexpectedText(pugi::xml_node node) {
+  static constexpr std::string_view kCData = "<![CDATA[";
+  static constexpr std::size_t kLongest = 100;  // more is never quoted
+  const std::size_t start = OffsetOf(node.value());
+  const bool isCData = node.type() == pugi::node_cdata;
+  const std::size_t offset = isCData ? start - kCData.size() : text_.find_first_not_of(" \t\r\n", start);
+  std::string_view found = text_.substr(offset, kLongest);
+  found = found.substr(0, found.find_first_of("\r\n"));
+  faults_.Add(offset, "unexpected text " + Quoted(found.substr(0, found.find('<', 1))) + ": values are written as attributes");
+}
+
+}  // namespace plddb::descriptions

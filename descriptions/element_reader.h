@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <bitset>
+#include <cstddef>
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "descriptions/faults.h"
+#include "descriptions/fields.h"
+
+namespace plddb::descriptions {
+
+/// A parsed text: gives the values of its elements to records, and reports what is wrong with an element at its place.
+class ElementReader {
+ public:
+  /// Lends `text` and `faults` while it lives.
+  ElementReader(std::string_view text, Faults& faults) : text_(text), faults_(faults) {}
+
+  /// Parses the text. False, and a fault, when it is not XML.
+  bool Parse();
+  pugi::xml_node Document() const { return document_; }
+
+  /// Sets the fields of `record` from the attributes of `node`, in the order of the record's table.
+  template <class Record>
+  void ReadFields(Record& record, pugi::xml_node node) {
+    ReadFields(FieldsOf<Record>(), &record, node);
+  }
+
+  /// Reports `node`, which is no element of its parent that is known; `known` are the names of those.
+  void Unexpected(pugi::xml_node node, const std::vector<std::string_view>& known);
+
+  /// Reports a fault of the element `node`.
+  void AddFault(pugi::xml_node node, std::string text);
+
+ private:
+  void ReadFields(const FieldTable& fields, void* record, pugi::xml_node node);
+  void ReadField(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node);
+  void SetFields(const FieldTable& fields, void* record, pugi::xml_node node);
+  void UnknownAttribute(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node);
+  void UnexpectedText(pugi::xml_node node);
+
+  /// Names and values that the parser lends lie in the buffer where they stand in the text.
+  std::size_t OffsetOf(const char* inBuffer) const { return static_cast<std::size_t>(inBuffer - buffer_.data()); }
+
+  const std::string_view text_;
+  Faults& faults_;
+  std::string buffer_;  // a copy of the text, which the parser cuts up and decodes in place
+  pugi::xml_document document_;
+
+  // The attributes of the element at hand, by their position in its table.
+  std::array<Value, FieldTable::kMost> values_;
+  std::bitset<FieldTable::kMost> given_;
+};
+
+}  // namespace plddb::descriptions

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "descriptions/Descriptions.h"
+
+namespace plddb::descriptions {
+
+/// Gathers the faults of a text, in any order.
+class Faults {
+ public:
+  void Add(std::size_t offset, std::string text);
+
+  /// Whether there are so many that looking for more is pointless.
+  bool Full() const { return full_; }
+  bool Empty() const { return found_.empty(); }
+
+  /// The faults in the order of the text. What was gathered is used up.
+  std::vector<Fault> Located(std::string_view text, const std::string& file);
+
+ private:
+  struct Found {
+    std::size_t offset;
+    std::string text;
+  };
+
+  std::vector<Found> found_;
+  bool full_ = false;
+};
+
+/// `text` in double quotes, fit for a message of one line: shortened, and with \xNN for what cannot be printed.
+std::string Quoted(std::string_view text);
+
+}  // namespace plddb::descriptions

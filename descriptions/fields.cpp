@@ -1,0 +1,337 @@
+#include "fields.h"
+
+#include <string>
+#include <type_traits>
+
+namespace plddb::descriptions {
+namespace {
+
+template <class RecordType, class FieldType>
+struct Access {
+  using Record = RecordType;
+  using Type = FieldType;
+};
+
+template <class Record, class Type>
+Access<Record, Type> AccessOf(void (Record::*setter)(Type));
+
+template <class Record, class Type>
+Access<Record, Type> AccessOf(Type Record::*member);
+
+template <class Type>
+constexpr Kind KindOf() {
+  if (std::is_same_v<Type, bool>) return Kind::Flag;
+  if (std::is_same_v<Type, unsigned char>) return Kind::Unsigned8;
+  if (std::is_same_v<Type, unsigned short>) return Kind::Unsigned16;
+  if (std::is_same_v<Type, unsigned int>) return Kind::Unsigned32;
+  if (std::is_same_v<Type, int>) return Kind::Signed32;
+  return Kind::Text;
+}
+
+template <class Type>
+Type As(const Value& value) {
+  if constexpr (KindOf<Type>() == Kind::Text) {
+    return value.text;
+  } else {
+    return static_cast<Type>(value.number);
+  }
+}
+
+Value ToValue(const char* text) { return {text, 0}; }
+Value ToValue(const std::string& text) { return {text.c_str(), 0}; }
+Value ToValue(long long number) { return {nullptr, number}; }
+
+template <auto target>  // a setter or a data member
+void SetField(void* record, const Value& value) {
+  using Target = decltype(AccessOf(target));
+  auto& owner = *static_cast<typename Target::Record*>(record);
+  if constexpr (std::is_member_function_pointer_v<decltype(target)>) {
+    (owner.*target)(As<typename Target::Type>(value));
+  } else {
+    owner.*target = As<typename Target::Type>(value);
+  }
+}
+
+template <class Record, auto source>  // a getter or a data member
+Value GetField(const void* record) {
+  const auto& owner = *static_cast<const Record*>(record);
+  if constexpr (std::is_member_function_pointer_v<decltype(source)>) {
+    return ToValue((owner.*source)());
+  } else {
+    return ToValue(owner.*source);
+  }
+}
+
+template <auto target, auto source>
+constexpr Field MakeField(std::string_view name, Need need = Need::Optional) {
+  using Target = decltype(AccessOf(target));
+  return {name, KindOf<typename Target::Type>(), need, &SetField<target>, &GetField<typename Target::Record, source>};
+}
+
+template <auto setter>
+constexpr Field MakeColumn(std::string_view name) {
+  return {name, Kind::Text, Need::Optional, &SetField<setter>, nullptr};
+}
+
+constexpr Field With(Kind kind, Field field) {
+  field.kind = kind;
+  return field;
+}
+
+// The rows are macros, so that the name of an attribute is the name of the setter and nothing is spelled twice.
+#define FIELD(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem)
+#define BACKUP(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::Backup)
+#define REQUIRED(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::Required)
+#define FLAG(record, stem) MakeField<&record::Set##stem, &record::Is##stem>(#stem)
+#define COLUMN(record, stem) MakeColumn<static_cast<void (record::*)(const char*)>(&record::Set##stem)>(#stem)
+#define MEMBER(record, name) MakeField<&record::name, &record::name>(#name)
+#define NEEDED(record, name, need) MakeField<&record::name, &record::name>(#name, need)
+
+// clang-format off
+
+constexpr Field kDatabaseRows[] = {
+    FIELD(DeviceList, Version),
+    FIELD(DeviceList, Comment),
+};
+
+constexpr Field kFamilyRows[] = {
+    FIELD(FamilyList, Name),
+    FIELD(FamilyList, AliasName),
+    FIELD(FamilyList, BypassInst),
+    FIELD(FamilyList, IDCodeInst),
+    FIELD(FamilyList, ISCRelease),
+    FIELD(FamilyList, Extension),
+    FIELD(FamilyList, XFPFile),
+    FIELD(FamilyList, ICFFile),
+    FLAG(FamilyList, ReInitialize),
+    // XML has no names that start with a digit.
+    MakeField<&FamilyList::Set1532Compliant, &FamilyList::Is1532Compliant>("IEEE1532Compliant"),
+    FLAG(FamilyList, CDRFixed),
+    FLAG(FamilyList, Hidden),
+    FLAG(FamilyList, DebugMode),
+    FLAG(FamilyList, FPGALoaderSupport),
+    FLAG(FamilyList, STAPLSupport),
+    FLAG(FamilyList, FPGADevice),
+    FIELD(FamilyList, CFGPinCount),
+    FIELD(FamilyList, BitstreamModelTemplate),
+    COLUMN(FamilyList, OperationList),
+    COLUMN(FamilyList, ListProgrammingModeControl),
+};
+
+constexpr Field kDeviceRows[] = {
+    FIELD(DeviceInfo, Name),
+    FIELD(DeviceInfo, CodeName),
+    FIELD(DeviceInfo, AliasName),
+    FIELD(DeviceInfo, Family),
+    FIELD(DeviceInfo, Vendor),
+    FIELD(DeviceInfo, Access),
+    FIELD(DeviceInfo, Architecture),
+    FIELD(DeviceInfo, PON),
+    FIELD(DeviceInfo, Comm),  // before AlgOptions, which it writes as well
+    FIELD(DeviceInfo, AlgOptions),
+    FIELD(DeviceInfo, AlgTemplate),
+    FIELD(DeviceInfo, ISPAlgTemplate),
+    FIELD(DeviceInfo, SoftIPFile),
+    FIELD(DeviceInfo, EBRFile),
+    FIELD(DeviceInfo, Pin),
+    FIELD(DeviceInfo, BitMapTransformation),
+    FIELD(DeviceInfo, ispDeviceID),
+    FIELD(DeviceInfo, jtagDeviceID),
+    BACKUP(DeviceInfo, jtagDeviceIDBackup),
+    FIELD(DeviceInfo, DeviceIDMask),
+    BACKUP(DeviceInfo, DeviceIDMaskBackup),
+    FIELD(DeviceInfo, DeviceIDScanMask),
+    FIELD(DeviceInfo, IDLength),
+    FIELD(DeviceInfo, ARCHLength),
+    BACKUP(DeviceInfo, BackupARCHLength),
+    FIELD(DeviceInfo, ARCHRow),
+    BACKUP(DeviceInfo, BackupARCHRow),
+    FIELD(DeviceInfo, SEDLength),
+    FIELD(DeviceInfo, ELength),
+    BACKUP(DeviceInfo, BackupELength),
+    FIELD(DeviceInfo, ERow),
+    BACKUP(DeviceInfo, BackupERow),
+    FIELD(DeviceInfo, IRLength),
+    FIELD(DeviceInfo, AddressLength),
+    BACKUP(DeviceInfo, BackupAddressLength),
+    FIELD(DeviceInfo, DataLength),
+    BACKUP(DeviceInfo, BackupDataLength),
+    FIELD(DeviceInfo, PhysicalUESLength),
+    FIELD(DeviceInfo, ispLogicalUESLength),
+    FIELD(DeviceInfo, jtagLogicalUESLength),
+    FIELD(DeviceInfo, DisableDeviceSTAPLSupport),
+    FIELD(DeviceInfo, FuseNumber),
+    BACKUP(DeviceInfo, BackupFuseNumber),
+    FIELD(DeviceInfo, ProgramTime),
+    FIELD(DeviceInfo, EraseTime),
+    FIELD(DeviceInfo, VerifyTime),
+    FIELD(DeviceInfo, ispUESMask),
+    FIELD(DeviceInfo, jtagUESMask),
+    FIELD(DeviceInfo, BSCANLength),
+    FIELD(DeviceInfo, InstructionBypassPattern),
+    FIELD(DeviceInfo, IDInstruction),
+    MakeField<&DeviceInfo::SetUSERCODEIntruction, &DeviceInfo::GetUSERCODEInstruction>("USERCODEIntruction"),
+    FIELD(DeviceInfo, InstructionBypass),
+    FIELD(DeviceInfo, BypassLength),
+    FIELD(DeviceInfo, BypassValue),
+    FIELD(DeviceInfo, BSDLFile),
+    FIELD(DeviceInfo, BSDLFileTime),
+    FIELD(DeviceInfo, TurboAlgTemplate),
+    FIELD(DeviceInfo, TurboAlgIndex),
+    FIELD(DeviceInfo, DataFrames),
+    FIELD(DeviceInfo, FrameBytes),
+    FIELD(DeviceInfo, HeaderBytes),
+    FIELD(DeviceInfo, DataFrameHeader),
+    FIELD(DeviceInfo, StopBytes),
+    FIELD(DeviceInfo, UESBytes),
+    FIELD(DeviceInfo, TrailerBytes),
+    FIELD(DeviceInfo, EndBytes),
+    FIELD(DeviceInfo, BitstreamColWidth),
+    FIELD(DeviceInfo, SyncExtDoneAddress),
+    FIELD(DeviceInfo, SyncExtDoneColumn),
+    FIELD(DeviceInfo, NumberOfExternalASC),
+    FIELD(DeviceInfo, MultibootChipSelColumn),
+    FIELD(DeviceInfo, MultibootSourceSelColumn),
+    COLUMN(DeviceInfo, MultibootCfgAddr),
+    COLUMN(DeviceInfo, MultibootAutoAdd),
+    COLUMN(DeviceInfo, SysIOList),
+    // Of each of the following lists the first column makes the records, the others fill them.
+    COLUMN(DeviceInfo, ListControlReg0Frequency),
+    COLUMN(DeviceInfo, ListControlReg0MasterClock),
+    COLUMN(DeviceInfo, ListControlReg0ClockDivider),
+    COLUMN(DeviceInfo, ListControlReg1BitName),
+    COLUMN(DeviceInfo, ListControlReg1Address),
+    COLUMN(DeviceInfo, ListControlReg1Column),
+    COLUMN(DeviceInfo, ListPersistent_fuseAddress),
+    COLUMN(DeviceInfo, ListPersistent_fuseColumn),
+    COLUMN(DeviceInfo, ListControlStatusBitName),
+    COLUMN(DeviceInfo, ListControlStatusControl),
+    COLUMN(DeviceInfo, ListControlStatusIndex),
+    COLUMN(DeviceInfo, listAddressRange),
+};
+
+constexpr Field kPackageRows[] = {
+    FIELD(Package, Type),
+    FIELD(Package, PON),
+    BACKUP(Package, BackupPON),
+    FIELD(Package, AliasPON),
+    FIELD(Package, JDF),
+    FIELD(Package, INI),
+    FIELD(Package, OrvoSetting),
+};
+
+constexpr Field kAdapterRows[] = {
+    REQUIRED(Adapter, VendorName),
+    REQUIRED(Adapter, AdapterName),
+};
+
+constexpr Field kControlRegZeroRows[] = {
+    MEMBER(CControlRegZero, Frequency),
+    MEMBER(CControlRegZero, MasterClock),
+    MEMBER(CControlRegZero, ClockDivider),
+};
+
+constexpr Field kControlRegOneRows[] = {
+    MEMBER(CControlRegOne, BitName),
+    MEMBER(CControlRegOne, Value),
+    MEMBER(CControlRegOne, Address),
+    MEMBER(CControlRegOne, Column),
+};
+
+constexpr Field kPersistentFuseRows[] = {
+    MEMBER(CPersistent_fuse, Value),
+    MEMBER(CPersistent_fuse, Address),
+    MEMBER(CPersistent_fuse, Column),
+};
+
+constexpr Field kControlStatusRows[] = {
+    MEMBER(CControlStatus, BitName),
+    MEMBER(CControlStatus, Control),
+    MEMBER(CControlStatus, Text),
+    MEMBER(CControlStatus, Index),
+};
+
+constexpr Field kControlVoltageRows[] = {
+    MEMBER(CControlVoltage, VCCCore),
+    MEMBER(CControlVoltage, VCCJ),
+    MEMBER(CControlVoltage, PinList),
+};
+
+constexpr Field kControlEbrRows[] = {
+    MEMBER(CControlEBR, BitName),
+    MEMBER(CControlEBR, Value),
+    MEMBER(CControlEBR, Address),
+    MEMBER(CControlEBR, Column),
+};
+
+constexpr Field kEbrBlockRows[] = {
+    NEEDED(EbrBlock, Name, Need::Required),
+    With(Kind::Count, MEMBER(EbrBlock, BitName)),
+    With(Kind::Range, MEMBER(EbrBlock, Column)),
+    With(Kind::Range, MEMBER(EbrBlock, Address)),
+};
+
+constexpr Field kBScanRecordRows[] = {
+    MEMBER(BScanRecord, DefaultValue),
+    MEMBER(BScanRecord, Controls),
+};
+
+constexpr Field kMultibootNumberRows[] = {
+    NEEDED(MultibootNumber, Value, Need::Required),
+};
+
+constexpr Field kItemRows[] = {
+    NEEDED(Item, Name, Need::Required),
+};
+
+constexpr Field kEntryRows[] = {
+    NEEDED(Entry, Name, Need::NotEmpty),
+};
+
+#undef FIELD
+#undef BACKUP
+#undef REQUIRED
+#undef FLAG
+#undef COLUMN
+#undef MEMBER
+#undef NEEDED
+
+constexpr FieldTable kDatabaseFields(kDatabaseRows);
+constexpr FieldTable kFamilyFields(kFamilyRows);
+constexpr FieldTable kDeviceFields(kDeviceRows);
+constexpr FieldTable kPackageFields(kPackageRows);
+constexpr FieldTable kAdapterFields(kAdapterRows);
+constexpr FieldTable kControlRegZeroFields(kControlRegZeroRows);
+constexpr FieldTable kControlRegOneFields(kControlRegOneRows);
+constexpr FieldTable kPersistentFuseFields(kPersistentFuseRows);
+constexpr FieldTable kControlStatusFields(kControlStatusRows);
+constexpr FieldTable kControlVoltageFields(kControlVoltageRows);
+constexpr FieldTable kControlEbrFields(kControlEbrRows);
+constexpr FieldTable kEbrBlockFields(kEbrBlockRows);
+constexpr FieldTable kBScanRecordFields(kBScanRecordRows);
+constexpr FieldTable kMultibootNumberFields(kMultibootNumberRows);
+constexpr FieldTable kItemFields(kItemRows);
+constexpr FieldTable kEntryFields(kEntryRows);
+
+}  // namespace
+
+template <> const FieldTable& FieldsOf<DeviceList>() { return kDatabaseFields; }
+template <> const FieldTable& FieldsOf<FamilyList>() { return kFamilyFields; }
+template <> const FieldTable& FieldsOf<DeviceInfo>() { return kDeviceFields; }
+template <> const FieldTable& FieldsOf<Package>() { return kPackageFields; }
+template <> const FieldTable& FieldsOf<Adapter>() { return kAdapterFields; }
+template <> const FieldTable& FieldsOf<CControlRegZero>() { return kControlRegZeroFields; }
+template <> const FieldTable& FieldsOf<CControlRegOne>() { return kControlRegOneFields; }
+template <> const FieldTable& FieldsOf<CPersistent_fuse>() { return kPersistentFuseFields; }
+template <> const FieldTable& FieldsOf<CControlStatus>() { return kControlStatusFields; }
+template <> const FieldTable& FieldsOf<CControlVoltage>() { return kControlVoltageFields; }
+template <> const FieldTable& FieldsOf<CControlEBR>() { return kControlEbrFields; }
+template <> const FieldTable& FieldsOf<EbrBlock>() { return kEbrBlockFields; }
+template <> const FieldTable& FieldsOf<BScanRecord>() { return kBScanRecordFields; }
+template <> const FieldTable& FieldsOf<MultibootNumber>() { return kMultibootNumberFields; }
+template <> const FieldTable& FieldsOf<Item>() { return kItemFields; }
+template <> const FieldTable& FieldsOf<Entry>() { return kEntryFields; }
+
+// clang-format on
+
+}  // namespace plddb::descriptions

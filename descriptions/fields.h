@@ -1,0 +1,150 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "DeviceList.h"
+
+/// \file
+/// What the elements of a description file may say: one table of attributes for each kind of record. Everything that reads or
+/// writes descriptions goes through these tables; a name of an attribute stands nowhere else.
+
+namespace plddb::descriptions {
+
+enum class Kind : unsigned char {
+  Text,
+  Range,  // a text: "0 to 31"
+  Flag,   // true, false
+  Count,  // 1 to 65535
+  Unsigned8,
+  Unsigned16,
+  Unsigned32,
+  Signed32,
+};
+
+/// The value of an attribute: the text of the kinds Text and Range, the number of the others (a flag is 0 or 1).
+struct Value {
+  const char* text = nullptr;
+  long long number = 0;
+};
+
+/// What a missing attribute means.
+enum class Need : unsigned char {
+  Optional,
+  Backup,    // it takes the value of the field in the row above
+  Required,  // a fault
+  NotEmpty,  // a fault, and so is an empty text
+};
+
+/// One attribute of an element, and the field behind it.
+struct Field {
+  std::string_view name;
+  Kind kind;
+  Need need;
+  void (*set)(void* record, const Value& value);
+  Value (*get)(const void* record);  // lends texts; null where the value is one column of a list
+};
+
+/// The fields of one kind of record, in the order in which the library wants them set.
+class FieldTable {
+ public:
+  static constexpr std::size_t kMost = 128;
+
+  template <std::size_t count>
+  constexpr explicit FieldTable(const Field (&rows)[count]) : rows_(rows), count_(count) {
+    static_assert(count <= kMost);
+    for (std::size_t i = 0; i < count; ++i) {
+      std::size_t slot = SlotOf(rows[i].name);
+      while (slots_[slot] != kFree) slot = Next(slot);
+      slots_[slot] = static_cast<std::uint8_t>(i);
+    }
+  }
+
+  const Field* begin() const { return rows_; }
+  const Field* end() const { return rows_ + count_; }
+  std::size_t size() const { return count_; }
+  const Field& operator[](std::size_t i) const { return rows_[i]; }
+
+  /// The position of the field `name`; size() when there is none.
+  std::size_t Find(std::string_view name) const {
+    for (std::size_t slot = SlotOf(name); slots_[slot] != kFree; slot = Next(slot)) {
+      if (rows_[slots_[slot]].name == name) return slots_[slot];
+    }
+    return count_;
+  }
+
+ private:
+  static constexpr std::uint8_t kFree = 0xFF;
+  static constexpr std::size_t kSlots = 2 * kMost;  // half of them stay free, so that a search ends soon
+
+  static constexpr std::array<std::uint8_t, kSlots> AllFree() {
+    std::array<std::uint8_t, kSlots> slots{};
+    for (std::uint8_t& slot : slots) slot = kFree;
+    return slots;
+  }
+
+  static constexpr std::size_t SlotOf(std::string_view name) {
+    std::uint32_t hash = 2166136261U;  // FNV-1a
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return (hash ^ hash >> 16) % kSlots;
+  }
+
+  static constexpr std::size_t Next(std::size_t slot) { return (slot + 1) % kSlots; }
+
+  const Field* rows_;
+  std::size_t count_;
+  std::array<std::uint8_t, kSlots> slots_ = AllFree();
+};
+
+/// \name Records of the format alone: what an element says before the library gets it.
+///@{
+struct EbrBlock {
+  const char* Name = "";
+  unsigned short BitName = 0;  // number of entries
+  const char* Column = nullptr;
+  const char* Address = nullptr;
+};
+
+struct BScanRecord {
+  int DefaultValue = 1;  // as in records that the library's text setter makes
+  const char* Controls = "";
+};
+
+struct MultibootNumber {
+  int Value = 0;
+};
+
+struct Item {  // of a list whose items may be empty
+  const char* Name = "";
+};
+
+struct Entry {  // of a list that cannot take an empty text
+  const char* Name = "";
+};
+///@}
+
+template <class Record>
+const FieldTable& FieldsOf();
+
+// clang-format off
+template <> const FieldTable& FieldsOf<DeviceList>();
+template <> const FieldTable& FieldsOf<FamilyList>();
+template <> const FieldTable& FieldsOf<DeviceInfo>();
+template <> const FieldTable& FieldsOf<Package>();
+template <> const FieldTable& FieldsOf<Adapter>();
+template <> const FieldTable& FieldsOf<CControlRegZero>();
+template <> const FieldTable& FieldsOf<CControlRegOne>();
+template <> const FieldTable& FieldsOf<CPersistent_fuse>();
+template <> const FieldTable& FieldsOf<CControlStatus>();
+template <> const FieldTable& FieldsOf<CControlVoltage>();
+template <> const FieldTable& FieldsOf<CControlEBR>();
+template <> const FieldTable& FieldsOf<EbrBlock>();
+template <> const FieldTable& FieldsOf<BScanRecord>();
+template <> const FieldTable& FieldsOf<MultibootNumber>();
+template <> const FieldTable& FieldsOf<Item>();
+template <> const FieldTable& FieldsOf<Entry>();
+// clang-format on
+
+}  // namespace plddb::descriptions

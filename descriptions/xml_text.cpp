@@ -1,0 +1,210 @@
+#include "xml_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <pugixml.hpp>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "descriptions/text_position.h"
+
+namespace plddb::descriptions {
+namespace {
+
+unsigned char ByteAt(std::string_view text, std::size_t i) { return static_cast<unsigned char>(text[i]); }
+
+bool StartsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+
+/// Whether eight bytes are printable ASCII: no byte below blank, none with the top bit.
+bool AllPrintable(const char* bytes) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  return ((word | (word - kOnes * ' ')) & kOnes * 0x80) == 0;
+}
+
+bool IsXmlCharacter(std::uint32_t code) {
+  if (code < ' ') return code == '\t' || code == '\n' || code == '\r';
+  return code < 0xD800 || (code > 0xDFFF && code < 0xFFFE) || (code > 0xFFFF && code <= 0x10FFFF);
+}
+
+/// The length of the UTF-8 sequence that `first` starts; 0 when it starts none.
+std::size_t SequenceLength(unsigned char first) {
+  if (first < 0x80) return 1;
+  if (first < 0xC2) return 0;
+  return first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+}
+
+std::string Hexadecimal(unsigned char byte) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
+}
+
+/// The bytes of the reference that `text` begins with, its ';' included: 0 when XML does not know it.
+std::size_t ReferenceLength(std::string_view text) {
+  for (const std::string_view known : {"&lt;", "&gt;", "&amp;", "&quot;", "&apos;"}) {
+    if (StartsWith(text, known)) return known.size();
+  }
+  if (!StartsWith(text, "&#")) return 0;
+  const std::size_t digits = StartsWith(text, "&#x") ? 3 : 2;
+  std::uint32_t code = 0;
+  const auto read = std::from_chars(text.data() + digits, text.data() + text.size(), code, digits == 3 ? 16 : 10);
+  const auto length = static_cast<std::size_t>(read.ptr - text.data());
+  const bool closed = read.ec == std::errc() && length < text.size() && text[length] == ';';
+  return closed && IsXmlCharacter(code) ? length + 1 : 0;
+}
+
+void CheckReference(std::string_view text, std::size_t offset, Faults& faults) {
+  static constexpr std::size_t kLongestName = 20;
+  if (ReferenceLength(text.substr(offset)) != 0) return;
+  const auto name = text.substr(offset, kLongestName);
+  faults.Add(offset, "unknown reference " + Quoted(name.substr(0, name.find_first_of(" ;<&\"'", 1))) +
+                         ": expected &amp; for '&' itself");
+}
+
+/// The end of the markup that starts at `start` and ends with `close`.
+std::size_t EndOf(std::string_view text, std::size_t start, std::string_view close) {
+  const auto end = text.find(close, start);
+  return end == text.npos ? text.size() : end + close.size();
+}
+
+/// The end of the start tag at `start`: its '>', but not one within a quoted value.
+std::size_t EndOfStartTag(std::string_view text, std::size_t start) {
+  for (auto i = text.find_first_of("\"'>", start); i != text.npos; i = text.find_first_of("\"'>", i + 1)) {
+    if (text[i] == '>') return i + 1;
+    i = text.find(text[i], i + 1);
+    if (i == text.npos) break;
+  }
+  return text.size();
+}
+
+/// The offset of the innermost element that is still open at the end of `text`, which is well-formed so far; npos without one.
+std::size_t InnermostOpenElement(std::string_view text) {
+  std::vector<std::size_t> open;
+  for (auto at = text.find('<'); at != text.npos;) {
+    const auto rest = text.substr(at);
+    std::size_t end = 0;
+    if (StartsWith(rest, "<!--")) {
+      end = EndOf(text, at + 4, "-->");
+    } else if (StartsWith(rest, "<![CDATA[")) {
+      end = EndOf(text, at, "]]>");
+    } else if (StartsWith(rest, "<?")) {
+      end = EndOf(text, at, "?>");
+    } else if (StartsWith(rest, "<!")) {
+      end = at + 2;  // of a document type: the declarations in it pass in the same way
+    } else if (StartsWith(rest, "</")) {
+      end = EndOf(text, at, ">");
+      if (!open.empty()) open.pop_back();
+    } else {
+      end = EndOfStartTag(text, at);
+      if (end < 2 || text.substr(end - 2, 2) != "/>") open.push_back(at);
+    }
+    at = text.find('<', end);
+  }
+  return open.empty() ? text.npos : open.back();
+}
+
+std::string_view NameAt(std::string_view text, std::size_t offset) {
+  const auto name = text.substr(std::min(offset, text.size()));
+  return name.substr(0, name.find_first_of(" \t\r\n/><"));
+}
+
+void ReportUnclosedElement(std::string_view text, std::size_t offset, Faults& faults) {
+  const bool atEndTag = offset >= 2 && text.substr(offset - 2, 2) == "</";
+  const std::size_t at = atEndTag ? offset - 2 : text.size();
+  const std::size_t open = InnermostOpenElement(text.substr(0, at));
+  const std::string found = atEndTag ? "</" + std::string(NameAt(text, offset)) + ">" : "the end of the file";
+  if (open == text.npos) return faults.Add(at, "found " + found + ", but no element is open");
+  const std::string line = std::to_string(TextPositions(text).At(open).line);
+  faults.Add(
+      at, "found " + found + ", expected </" + std::string(NameAt(text, open + 1)) + ">: that element starts in line " + line);
+}
+
+struct BrokenXml {
+  pugi::xml_parse_status status;
+  const char* opening;  // what was not closed: the fault is there
+  const char* text;
+};
+
+constexpr BrokenXml kBrokenXml[] = {
+    {pugi::status_unrecognized_tag, nullptr, "no tag starts here: expected a name behind '<'"},
+    {pugi::status_bad_pi, "<?", "this declaration is not closed: expected ?>"},
+    {pugi::status_bad_comment, "<!--", "this comment is not closed: expected -->"},
+    {pugi::status_bad_cdata, "<![CDATA[", "this CDATA section is not closed: expected ]]>"},
+    {pugi::status_bad_doctype, "<!DOCTYPE", "this document type is malformed or not closed"},
+    {pugi::status_bad_start_element, nullptr,
+     "malformed start tag: expected NAME=\"VALUE\", /> or >, and names that start with a letter"},
+    {pugi::status_bad_attribute, nullptr, "malformed attribute: expected NAME=\"VALUE\", and a blank before the next one"},
+    {pugi::status_bad_end_element, nullptr, "malformed end tag: expected </NAME>"},
+};
+
+/// The parser says where it was when it gave up; this is where that began.
+std::size_t PlaceOf(pugi::xml_parse_status status, const char* opening, std::string_view text, std::size_t offset) {
+  if (opening != nullptr) return std::min(offset, text.rfind(opening, offset));
+  if (offset == 0) return offset;
+  if (status == pugi::status_unrecognized_tag) return text.rfind('<', offset - 1);
+  // It has read past what stands instead of a '='.
+  const bool readPast = std::string_view("=\"' \t\r\n").find(text[offset - 1]) == std::string_view::npos;
+  return status == pugi::status_bad_attribute && readPast ? offset - 1 : offset;
+}
+
+}  // namespace
+
+std::size_t CharacterLength(std::string_view text) {
+  if (text.empty()) return 0;
+  const unsigned char first = ByteAt(text, 0);
+  const std::size_t length = SequenceLength(first);
+  if (length == 0 || length > text.size()) return 0;
+  std::uint32_t code = length == 1 ? first : first & (0x7FU >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    const unsigned char next = ByteAt(text, i);
+    if ((next & 0xC0) != 0x80) return 0;
+    code = code << 6 | (next & 0x3FU);
+  }
+  const bool overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
+  return overlong || !IsXmlCharacter(code) ? 0 : length;
+}
+
+bool CheckCharacters(std::string_view text, Faults& faults) {
+  std::size_t i = 0;
+  while (i < text.size() && !faults.Full()) {
+    if (i + 8 <= text.size() && AllPrintable(text.data() + i)) {
+      i += 8;
+      continue;
+    }
+    const std::size_t length = CharacterLength(text.substr(i));
+    const unsigned char byte = ByteAt(text, i);
+    if (length == 0) {
+      if (byte == 0) {
+        faults.Add(i, "NUL byte: this is not a text file in UTF-8");
+        return false;
+      }
+      faults.Add(i, byte < ' ' ? "control character " + Hexadecimal(byte) + ": XML does not allow it"
+                               : "byte " + Hexadecimal(byte) + " is not UTF-8: the file has to be saved in UTF-8");
+    }
+    i += std::max<std::size_t>(length, 1);
+  }
+  return true;
+}
+
+void CheckReferences(std::string_view text, std::size_t offset, Faults& faults) {
+  const char quote = text[offset - 1];
+  for (std::size_t i = offset; text[i] != quote && !faults.Full(); ++i) {
+    if (text[i] == '<') faults.Add(i, "'<' within a value: expected &lt;");
+    if (text[i] == '&') CheckReference(text, i, faults);
+  }
+}
+
+void ReportBrokenXml(std::string_view text, const pugi::xml_parse_result& result, Faults& faults) {
+  const auto offset = std::min(static_cast<std::size_t>(result.offset), text.size());
+  if (result.status == pugi::status_end_element_mismatch) return ReportUnclosedElement(text, offset, faults);
+  for (const BrokenXml& broken : kBrokenXml) {
+    if (broken.status == result.status) return faults.Add(PlaceOf(broken.status, broken.opening, text, offset), broken.text);
+  }
+  faults.Add(offset, result.description());
+}
+
+}  // namespace plddb::descriptions

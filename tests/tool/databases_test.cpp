@@ -1,0 +1,74 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "run_tool.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kData = PLDDB_TEST_DIR "/tool/data";
+
+/// A folder of its own that goes with the test.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string name = (fs::temp_directory_path() / "plddb-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    path_ = name;
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+/// The word under "device" of the first row.
+std::string FirstDevice(const ToolRun& run) {
+  const std::vector<std::string> words = Words(run.out.substr(run.out.find('\n') + 1));
+  return words.size() < 3 ? "nothing: " + run.err : words[2];
+}
+
+TEST(Databases, AreTheInstalledDescriptionsWhenNoneIsNamed) {
+  const ToolRun run = RunProgram("/bin/sh", {"-c", "cd / && exec \"$0\" identify 0x59604093", PLDDB_TOOL});
+  EXPECT_EQ(FirstDevice(run), "XC9572XL");
+}
+
+TEST(Databases, AreFoundBesideTheProgramWhereverItStands) {
+  const TemporaryFolder stage;
+  fs::create_directories(stage.path() / "bin");
+  fs::create_directories(stage.path() / "share/plddb");
+  fs::copy_file(PLDDB_TOOL, stage.path() / "bin/plddb");
+  fs::copy_file(kData / "first.xml", stage.path() / "share/plddb/first.xml");
+  fs::create_symlink(stage.path() / "bin/plddb", stage.path() / "called-through-a-link");
+  for (const char* program : {"bin/plddb", "called-through-a-link"}) {
+    const ToolRun run = RunProgram(stage.path() / program, {"identify", "0x0ABCD043"});
+    EXPECT_EQ(FirstDevice(run), "FIRST") << "row: " << program;
+  }
+}
+
+TEST(Databases, OfAFolderAreItsXmlFilesInNameOrder) {
+  const TemporaryFolder folder;
+  fs::copy_file(kData / "first.xml", folder.path() / "b.xml");
+  fs::copy_file(kData / "second.xml", folder.path() / "a.xml");
+  fs::copy_file(kData / "broken.xml", folder.path() / "a.txt");
+  EXPECT_EQ(FirstDevice(RunTool({"identify", "--db", folder.path(), "0x0ABCD043"})), "SECOND");
+  EXPECT_EQ(FirstDevice(RunTool({"identify", "--db", kData / "first.xml", "--db", folder.path(), "0x0ABCD043"})), "FIRST");
+}
+
+TEST(Databases, MayNotBeAFolderWithoutDescriptions) {
+  const TemporaryFolder folder;
+  const ToolRun run = RunTool({"identify", "--db", folder.path(), "0x0ABCD043"});
+  EXPECT_EQ(run.err, folder.path().string() + ":1:1: error: no *.xml file in this folder\n");
+  EXPECT_EQ(run.exit_code, 2);
+}
+
+}  // namespace

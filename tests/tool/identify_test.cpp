@@ -1,0 +1,421 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "Descriptions.h"
+#include "run_tool.h"
+
+namespace {
+
+using Json = nlohmann::json;
+
+const std::string kData = PLDDB_TEST_DIR "/tool/data/";
+const std::vector<std::string> kSampleChain = {"0x59604093", "0x06E5E093", "0x4BA00477", "0x0362D093"};
+
+std::vector<std::string> Identify(std::vector<std::string> arguments, const std::vector<std::string>& more = {}) {
+  arguments.insert(arguments.begin(), "identify");
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  return arguments;
+}
+
+Json IdentifyAsJson(const std::vector<std::string>& arguments, const std::string& input = "") {
+  const ToolRun run = RunTool(Identify({"--json"}, arguments), input);
+  EXPECT_EQ(run.err, "");
+  return Json::parse(run.out, nullptr, false);
+}
+
+bool Contains(const std::string& text, const std::string& part) { return text.find(part) != text.npos; }
+
+// --- What it prints ---------------------------------------------------------------------------------------------------------
+
+TEST(Identify, ShowsAChainAsATableWithTheUnknownIdBehindIt) {
+  const ToolRun run = RunTool(Identify(kSampleChain));
+  EXPECT_EQ(run.out,
+            "position  id          device    family         IR length  IDCODE  BYPASS  packages\n"
+            "0         0x59604093  XC9572XL  XC9500XL       8          0xFE    0xFF    CS48 PC44 TQ100 VQ44 VQ64\n"
+            "1         0x06E5E093  XC2C64A   CoolRunner-II  8          0x01    0xFF    CP56 CV64 DI81 PC44 QFG48 VQ100 VQ44\n"
+            "2         0x4BA00477  unknown   -              -          -       -       -\n"
+            "3         0x0362D093  XC7A35T   Artix-7        6          0x09    0x3F    -\n"
+            "\n"
+            "IR length of the chain: not known (22 bits without position 2)\n"
+            "\n"
+            "Unknown ids:\n"
+            "  position 2: 0x4BA00477\n");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.exit_code, 1);
+}
+
+TEST(Identify, PrintsWhatTheReadmeShows) {
+  std::ifstream file(PLDDB_TEST_DIR "/../README.md");
+  const std::string readme{std::istreambuf_iterator<char>(file), {}};
+  std::string command = "$ plddb identify";
+  for (const std::string& id : kSampleChain) command += " " + id;
+  EXPECT_TRUE(Contains(readme, command + "\n" + RunTool(Identify(kSampleChain)).out));
+}
+
+TEST(Identify, MarksAPositionWhereMoreThanOneDeviceMatchesAndListsThemAll) {
+  const ToolRun run = RunTool(Identify({"0x59604093", "0x0484A093"}));
+  EXPECT_EQ(run.out,
+            "position  id          device    family              IR length  IDCODE  BYPASS  packages\n"
+            "0         0x59604093  XC9572XL  XC9500XL            8          0xFE    0xFF    CS48 PC44 TQ100 VQ44 VQ64\n"
+            "1         0x0484A093  XCKU9P *  Kintex UltraScale+  6          0x09    0x3F    -\n"
+            "\n"
+            "IR length of the chain: 14 bits; another device that matches would change it at position 1\n"
+            "\n"
+            "* More than one device matches, and the first was taken:\n"
+            "  position 1: 0x0484A093\n"
+            "    device     family              IR length  bits that agree\n"
+            "    XCKU9P     Kintex UltraScale+  6          0x0FFFFFFF\n"
+            "    XCR3064XL  CoolRunner XPLA3    5          0x0FFF8FFF\n");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.exit_code, 0);
+}
+
+TEST(Identify, NamesTheFileOfEachCandidateWhenThereAreSeveralDatabases) {
+  const ToolRun run = RunTool(Identify({"--db", kData + "second.xml", "--db", kData + "first.xml", "0x1ABCD043"}));
+  EXPECT_TRUE(Contains(run.out, "\n0         0x1ABCD043  SECOND *  Two     8 ")) << run.out;
+  EXPECT_TRUE(Contains(run.out, "\nIR length of the chain: 8 bits\n")) << run.out;
+  EXPECT_TRUE(Contains(run.out,
+                       "  position 0: 0x1ABCD043\n"
+                       "    device  family  IR length  bits that agree  file\n"
+                       "    SECOND  Two     8          0x0FFF0FFF       " +
+                           kData +
+                           "second.xml\n"
+                           "    FIRST   One     8          0x0FFFFFFF       " +
+                           kData + "first.xml\n"))
+      << run.out;
+}
+
+TEST(Identify, SaysDashForWhatIsNotKnown) {
+  const struct {
+    const char* id;
+    const char* line;  // blanks between the columns as one
+  } cases[] = {
+      {"0x01234043", "0 0x01234043 JTAGONLY Access 9 0x00E 0x1FF QN32 BG64"},  // each type once, in order; codes by IR length
+      {"0x01235043", "0 0x01235043 BOTH Access 10 10110 11111 -"},             // codes of the family, where the device has none
+      {"0x01237043", "0 0x01237043 nameless Access 8 10110 11111 -"},          // the code name, where there is no name
+      {"0x01238043", "0 0x01238043 NOCODE Access - 10110 11111 -"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Identify({"--db", kData + "access_modes.xml", c.id}));
+    const std::size_t start = run.out.find('\n') + 1;
+    std::string line;
+    for (const std::string& word : Words(run.out.substr(start, run.out.find('\n', start) - start))) line += " " + word;
+    EXPECT_EQ(line, std::string(" ") + c.line) << "row: " << c.id;
+  }
+}
+
+TEST(Identify, AddsUpTheIrLengthsThatAreKnown) {
+  const struct {
+    std::vector<std::string> ids;
+    const char* line;
+  } cases[] = {
+      {{"0x01234043"}, "IR length of the chain: 9 bits\n"},
+      {{"0x01234043", "0x01235043", "0x01234043"}, "IR length of the chain: 28 bits\n"},
+      {{"0x01234043", "0x01238043"},
+       "IR length of the chain: not known (9 bits without position 1)\n"},  // no length in the file
+      {{"0x4BA00477", "0x01235043", "0x01238043"}, "IR length of the chain: not known (10 bits without positions 0, 2)\n"},
+      {{"0x4BA00477"}, "IR length of the chain: not known (0 bits without position 0)\n"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Identify({"--db", kData + "access_modes.xml"}, c.ids));
+    EXPECT_TRUE(Contains(run.out, c.line)) << "row: " << c.line << "in:\n" << run.out;
+  }
+}
+
+// --- JSON -------------------------------------------------------------------------------------------------------------------
+
+TEST(IdentifyJson, IsAnArrayWithOneObjectPerPosition) {
+  const Json expected = Json::parse(R"([
+    {"position": 0, "id": "0x59604093", "candidates": ["XC9572XL"],
+     "match": {"family": "XC9500XL", "name": "XC9572XL", "codeName": "XC9572XL", "irLength": 8}},
+    {"position": 1, "id": "0x06E5E093", "candidates": ["XC2C64A"],
+     "match": {"family": "CoolRunner-II", "name": "XC2C64A", "codeName": "XC2C64A", "irLength": 8}},
+    {"position": 2, "id": "0x4BA00477", "candidates": [], "match": null},
+    {"position": 3, "id": "0x0362D093", "candidates": ["XC7A35T"],
+     "match": {"family": "Artix-7", "name": "XC7A35T", "codeName": "XC7A35T", "irLength": 6}}])");
+  EXPECT_EQ(IdentifyAsJson(kSampleChain), expected);
+}
+
+TEST(IdentifyJson, SaysNullForWhatTheFileDoesNotSay) {
+  const Json chain = IdentifyAsJson({"--db", kData + "access_modes.xml", "0x01237043", "0x01238043"});
+  EXPECT_EQ(chain[0]["match"]["name"], nullptr);
+  EXPECT_EQ(chain[0]["match"]["codeName"], "nameless");
+  EXPECT_EQ(chain[1]["match"]["codeName"], nullptr);
+  EXPECT_EQ(chain[1]["match"]["irLength"], nullptr);
+  EXPECT_EQ(chain[1]["candidates"], Json::array({""}));
+}
+
+TEST(IdentifyJson, ListsAllCandidatesInSearchOrder) {
+  const std::string first = kData + "first.xml";
+  const std::string second = kData + "second.xml";
+  const struct {
+    std::vector<std::string> arguments;
+    Json candidates;
+  } cases[] = {
+      {{"0x0484A093"}, {"XCKU9P", "XCR3064XL"}},
+      {{"--db", first, "--db", second, "0x0ABCD043"}, {"first", "second"}},
+      {{"--db", second, "--db", first, "0x0ABCD043"}, {"second", "first"}},
+      {{"--db", first, "--db", second, "0x0ABC0043"}, {"second"}},  // only the mask of the second leaves these bits out
+      {{"--db", first, "--db", first, "0x0ABCD043"}, {"first", "first"}},
+  };
+  for (const auto& c : cases) {
+    const Json chain = IdentifyAsJson(c.arguments);
+    EXPECT_EQ(chain[0]["candidates"], c.candidates) << "row: " << c.candidates;
+    EXPECT_EQ(chain[0]["match"]["codeName"], c.candidates[0]) << "row: " << c.candidates;
+  }
+}
+
+TEST(IdentifyJson, ComparesTheIdentifierOfTheAccessMode) {
+  const struct {
+    const char* comm;
+    const char* id;
+    Json candidates;
+  } cases[] = {
+      {"JTAG", "0x01234043", {"jtag-only"}},
+      {"JTAG", "0xF1234043", {"jtag-only"}},  // bits that the mask leaves out
+      {"JTAG", "0x01234042", Json::array()},
+      {"JTAG", "0x00000141", Json::array()},  // an ISP identifier
+      {"JTAG", "0x01236043", Json::array()},  // a device without mask is never found
+      {"JTAG", "0x00000000", Json::array()},
+      {"JTAG", "0xFFFFFFFF", Json::array()},
+      {"ISP", "0x00000141", {"isp-only"}},
+      {"ISP", "0x00000041", Json::array()},
+      {"ISP", "0x50000055", {"both"}},
+      {"ISP", "0x01234043", Json::array()},
+      {"DUAL", "0xABCDEF41", {"isp-only"}},  // the low byte of the ISP identifier is enough
+      {"DUAL", "0x01235055", {"both"}},
+      {"DUAL", "0x71235043", {"both"}},
+      {"DUAL", "0x01234000", {"jtag-only", "nameless", ""}},  // ISP identifiers of 0 take part
+      {"DUAL", "0x00000000", Json::array()},
+  };
+  for (const auto& c : cases) {
+    const Json chain = IdentifyAsJson({"--db", kData + "access_modes.xml", "--comm", c.comm, c.id});
+    EXPECT_EQ(chain[0]["candidates"], c.candidates) << "row: " << c.comm << " " << c.id;
+    EXPECT_EQ(chain[0]["match"].is_null(), c.candidates.empty()) << "row: " << c.comm << " " << c.id;
+  }
+}
+
+/// Every identifier of the sample data under all 16 revisions, and neighbours that are mostly unknown.
+std::vector<unsigned int> ManyIds(const DeviceList& devices) {
+  std::vector<unsigned int> ids;
+  for (int f = 0; const FamilyList* family = devices.GetFamily(f); ++f) {
+    for (int d = 0; const DeviceInfo* device = family->GetDevice(d); ++d) {
+      for (unsigned int revision = 0; revision < 16; ++revision) ids.push_back(device->GetjtagDeviceID() | revision << 28);
+      for (const unsigned int bit : {12U, 16U, 20U}) ids.push_back(device->GetjtagDeviceID() ^ 1U << bit);
+    }
+  }
+  return ids;
+}
+
+TEST(IdentifyJson, AnswersWhatTheLibraryAnswers) {
+  const plddb::LoadResult loaded = plddb::LoadDescriptions(PLDDB_DATA_DIR "/xilinx.xml");
+  ASSERT_TRUE(loaded.database);
+  const std::vector<unsigned int> ids = ManyIds(*loaded.database);
+  std::string input;
+  for (const unsigned int id : ids) {
+    char line[16];
+    std::snprintf(line, sizeof line, "%08x\n", id);
+    input += line;
+  }
+  for (const char* comm : {"JTAG", "ISP", "DUAL"}) {
+    const Json chain = IdentifyAsJson({"--db", PLDDB_DATA_DIR "/xilinx.xml", "--comm", comm, "-"}, input);
+    ASSERT_EQ(chain.size(), ids.size());
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+      const DeviceInfo* const first = loaded.database->GetDeviceWithCommAndID(comm, ids[i]);
+      loaded.database->GetDeviceListWithCommAndID(comm, ids[i]);
+      const Json name = first == nullptr ? Json(nullptr) : Json(first->GetName());
+      const Json found = chain[i]["match"].is_null() ? Json(nullptr) : chain[i]["match"]["name"];
+      const bool known = first != nullptr;  // the library's list is that of its last search that was not for the id 0
+      EXPECT_EQ(found, name) << "row: " << comm << " " << chain[i]["id"];
+      EXPECT_EQ(chain[i]["candidates"], known ? Json(loaded.database->GetlistDevicenames()) : Json::array())
+          << "row: " << comm << " " << chain[i]["id"];
+    }
+  }
+}
+
+// --- Ids --------------------------------------------------------------------------------------------------------------------
+
+TEST(IdentifyIds, AreEightHexDigitsOrAnyNumberOfThemBehind0x) {
+  const struct {
+    const char* text;
+    const char* id;
+  } cases[] = {
+      {"0x59604093", "0x59604093"}, {"0X59604093", "0x59604093"}, {"59604093", "0x59604093"}, {"0x362d093", "0x0362D093"},
+      {"0362D093", "0x0362D093"},   {"4ba00477", "0x4BA00477"},   {"0x0", "0x00000000"},      {"0xfFfFfFfF", "0xFFFFFFFF"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(IdentifyAsJson({c.text})[0]["id"], c.id) << "row: " << c.text;
+    EXPECT_EQ(IdentifyAsJson({"-"}, c.text)[0]["id"], c.id) << "row: " << c.text;
+  }
+}
+
+TEST(IdentifyIds, AreRefusedOtherwise) {
+  const char* const cases[] = {"362D093",    "93",         "0x",    "0x123456789", "123456789", "0x5960409g",  "XC9572XL",
+                               "0x-5960409", "0x+5960409", "0x0x1", "1e8",         "59604093h", "0x5960 4093", ""};
+  for (const char* text : cases) {
+    const ToolRun run = RunTool(Identify({"0x59604093", text}));
+    EXPECT_EQ(run.exit_code, 2) << "row: " << text;
+    EXPECT_EQ(run.out, "") << "row: " << text;
+    EXPECT_EQ(run.err,
+              "plddb: error: '" + std::string(text) + "' is not an id: expected 8 hex digits, or 0x and 1 to 8 hex digits\n");
+  }
+}
+
+TEST(IdentifyIds, AreReportedAllWhenSeveralAreWrong) {
+  const ToolRun run = RunTool(Identify({"one", "0x59604093", "two"}));
+  EXPECT_TRUE(Contains(run.err, "'one'")) << run.err;
+  EXPECT_TRUE(Contains(run.err, "'two'")) << run.err;
+}
+
+TEST(IdentifyStdin, GivesOneIdPerLine) {
+  const struct {
+    const char* input;
+    std::vector<std::string> ids;
+  } cases[] = {
+      {"0x59604093\n0x0362D093\n", {"0x59604093", "0x0362D093"}},
+      {"0x59604093\n0x0362D093", {"0x59604093", "0x0362D093"}},  // a last line without its end
+      {"# a chain\n\n  \t\n0x59604093\n", {"0x59604093"}},
+      {"  0x59604093\t# next to TDO\r\n0362d093#\r\n", {"0x59604093", "0x0362D093"}},
+      {"#0x06E5E093\n0x59604093\n", {"0x59604093"}},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> ids;
+    for (const Json& position : IdentifyAsJson({"-"}, c.input)) ids.push_back(position["id"]);
+    EXPECT_EQ(ids, c.ids) << "row: " << c.input;
+  }
+}
+
+TEST(IdentifyStdin, PointsAtWhatIsNoId) {
+  const std::string expected = " is not an id: expected 8 hex digits, or 0x and 1 to 8 hex digits\n";
+  const struct {
+    std::string input;
+    std::string err;
+  } cases[] = {
+      {"0x59604093\n\n  XC9572XL\n", "stdin:3:3: error: 'XC9572XL'" + expected},
+      {"# chain\n0x59604093 0x0362D093\n", "stdin:2:1: error: '0x59604093 0x0362D093'" + expected},
+      {"one\n0x59604093\n\ttwo # 2\r\n", "stdin:1:1: error: 'one'" + expected + "stdin:3:2: error: 'two'" + expected},
+      {std::string("\x1B[2J\0\xFF", 6),
+       "stdin:1:1: error: '?[2J?"
+       "?'" +
+           expected},  // nothing that a terminal would obey
+      {std::string(50, 'x'), "stdin:1:1: error: '" + std::string(40, 'x') + "...'" + expected},
+      {"", "stdin:1:1: error: no id; expected one per line\n"},
+      {"# nothing\n\n", "stdin:1:1: error: no id; expected one per line\n"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Identify({"-"}), c.input);
+    EXPECT_EQ(run.err, c.err) << "row: " << c.input;
+    EXPECT_EQ(run.out, "") << "row: " << c.input;
+    EXPECT_EQ(run.exit_code, 2) << "row: " << c.input;
+  }
+}
+
+// --- Exit codes and usage ---------------------------------------------------------------------------------------------------
+
+TEST(Identify, ExitsWith0WhenAllIsKnownAnd1WhenSomeIdIsNot) {
+  const struct {
+    const char* arguments;
+    const char* input;
+    int exit_code;
+  } cases[] = {
+      {"identify 0x59604093", "", 0},
+      {"identify 0x59604093 0x0362D093", "", 0},
+      {"identify 0x0484A093", "", 0},  // more than one device, but a known id
+      {"identify 0x59604093 0x4BA00477", "", 1},
+      {"identify 0x4BA00477", "", 1},
+      {"identify 0x00000000", "", 1},
+      {"identify --json 0x59604093", "", 0},
+      {"identify --json 0x4BA00477", "", 1},
+      {"identify --comm JTAG 0x59604093", "", 0},
+      {"identify 0x59604093 --json", "", 0},
+      {"identify -", "0x59604093\n", 0},
+      {"identify -", "0x4BA00477\n", 1},
+      {"identify --help", "", 0},
+      {"--help", "", 0},
+      {"--version", "", 0},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Words(c.arguments), c.input);
+    EXPECT_EQ(run.exit_code, c.exit_code) << "row: " << c.arguments;
+    EXPECT_EQ(run.err, "") << "row: " << c.arguments;
+    EXPECT_NE(run.out, "") << "row: " << c.arguments;
+  }
+}
+
+TEST(Identify, ExitsWith2AndSaysWhyWhenTheUsageIsWrong) {
+  const struct {
+    const char* arguments;
+    const char* message;  // a part of it
+  } cases[] = {
+      {"", "plddb: error: a subcommand is required"},
+      {"recognise 0x59604093", "recognise"},
+      {"identify", "ID is required"},
+      {"identify --comm SPI 0x59604093", "SPI"},
+      {"identify --comm jtag 0x59604093", "jtag"},
+      {"identify --comm", "--comm"},
+      {"identify 0x59604093 --db", "--db"},
+      {"identify --yaml 0x59604093", "--yaml"},
+      {"identify -x 0x59604093", "-x"},
+      {"identify 0x59604093 -", "'-' is not an id"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Words(c.arguments));
+    EXPECT_EQ(run.exit_code, 2) << "row: " << c.arguments;
+    EXPECT_EQ(run.out, "") << "row: " << c.arguments;
+    EXPECT_TRUE(Contains(run.err, c.message)) << "row: " << c.arguments << ": " << run.err;
+  }
+}
+
+TEST(Identify, HelpTellsTheFormOfAnIdTheExitCodesAndAnExample) {
+  const ToolRun run = RunTool(Words("identify --help"));
+  for (const char* part : {"8 hex digits", "Exit code: 0", "1 when some id is unknown", "2 for wrong usage", "Example:"}) {
+    EXPECT_TRUE(Contains(run.out, part)) << "row: " << part;
+  }
+}
+
+TEST(Identify, RefusesADatabaseThatDoesNotLoadWhole) {
+  const struct {
+    std::vector<std::string> paths;
+    std::vector<std::string> messages;  // their beginnings, one per line
+  } cases[] = {
+      {{"nowhere.xml"}, {"nowhere.xml:1:1: error: "}},
+      {{kData + "broken.xml"}, {kData + "broken.xml:3:", kData + "broken.xml:4:"}},
+      {{kData + "first.xml", "nowhere.xml", kData + "broken.xml"},  // all faults of all files
+       {"nowhere.xml:1:1: error: ", kData + "broken.xml:3:", kData + "broken.xml:4:"}},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> arguments;
+    for (const std::string& path : c.paths) arguments.insert(arguments.end(), {"--db", path});
+    const ToolRun run = RunTool(Identify(arguments, {"0x0ABCD043"}));
+    EXPECT_EQ(run.exit_code, 2) << "row: " << c.paths.back();
+    EXPECT_EQ(run.out, "") << "row: " << c.paths.back();
+    std::size_t start = 0;
+    for (const std::string& message : c.messages) {
+      EXPECT_EQ(run.err.substr(start, message.size()), message) << "row: " << c.paths.back();
+      start = run.err.find('\n', start) + 1;
+    }
+    EXPECT_EQ(start, run.err.size()) << run.err;
+  }
+}
+
+TEST(Identify, ExitsWith2WhenItsInputOrItsAnswerBreaksOff) {
+  const struct {
+    const char* command;
+    const char* message;
+  } cases[] = {
+      {"exec \"$0\" identify 0x59604093 > /dev/full", "plddb: error: cannot write standard output: "},
+      {"exec \"$0\" identify --json 0x59604093 > /dev/full", "plddb: error: cannot write standard output: "},
+      {"exec \"$0\" identify - < /", "plddb: error: cannot read standard input: "},  // a folder
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunProgram("/bin/sh", {"-c", c.command, PLDDB_TOOL});
+    EXPECT_EQ(run.exit_code, 2) << "row: " << c.command;
+    EXPECT_TRUE(Contains(run.err, c.message)) << "row: " << c.command << ": " << run.err;
+  }
+}
+
+}  // namespace

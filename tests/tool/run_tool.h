@@ -1,0 +1,85 @@
+#pragma once
+
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+/// \file
+/// Runs the built command as a user would: arguments and standard input in, exit code and both outputs back.
+
+namespace run_tool_detail {
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+/// A temporary file without a name: unlike a pipe, it takes any amount while nobody reads.
+inline File TemporaryFile(const std::string& content) {
+  File file(std::tmpfile(), std::fclose);
+  if (file == nullptr) throw std::runtime_error("no temporary file");
+  std::fwrite(content.data(), 1, content.size(), file.get());
+  std::rewind(file.get());
+  return file;
+}
+
+inline std::string Content(std::FILE* file) {
+  std::string content;
+  std::rewind(file);
+  for (int c; (c = std::fgetc(file)) != EOF;) content += static_cast<char>(c);
+  return content;
+}
+
+/// Starts the program with the three files as its standard streams and waits for its end.
+inline int WaitFor(const std::vector<std::string>& command, std::FILE* const (&streams)[3]) {
+  std::vector<char*> argv;
+  for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
+  argv.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  for (int i = 0; i < 3; ++i) posix_spawn_file_actions_adddup2(&actions, fileno(streams[i]), i);
+  pid_t child = 0;
+  const int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  int status = 0;
+  if (failed != 0 || waitpid(child, &status, 0) != child) throw std::runtime_error("cannot run " + command[0]);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+}  // namespace run_tool_detail
+
+struct ToolRun {
+  int exit_code;  ///< 128 + the signal when one ended the program.
+  std::string out;
+  std::string err;
+};
+
+/// Runs `program` with `arguments`; `input` is its standard input.
+inline ToolRun RunProgram(const std::string& program, const std::vector<std::string>& arguments,
+                          const std::string& input = "") {
+  std::vector<std::string> command = {program};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  const auto in = run_tool_detail::TemporaryFile(input);
+  const auto out = run_tool_detail::TemporaryFile("");
+  const auto err = run_tool_detail::TemporaryFile("");
+  const int exit_code = run_tool_detail::WaitFor(command, {in.get(), out.get(), err.get()});
+  return {exit_code, run_tool_detail::Content(out.get()), run_tool_detail::Content(err.get())};
+}
+
+/// Runs the plddb of this build.
+inline ToolRun RunTool(const std::vector<std::string>& arguments, const std::string& input = "") {
+  return RunProgram(PLDDB_TOOL, arguments, input);
+}
+
+/// The words of `line` between blanks, for tables of test cases.
+inline std::vector<std::string> Words(const std::string& line) {
+  std::vector<std::string> words;
+  for (std::size_t start = 0; (start = line.find_first_not_of(' ', start)) != line.npos;) {
+    const std::size_t end = line.find(' ', start);
+    words.push_back(line.substr(start, end - start));
+    start = end;
+  }
+  return words;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+
+namespace CLI {
+class App;
+}
+
+/// The command-line tool: one file per subcommand, main.cpp lists them. It uses the public interface of the libraries only.
+namespace tool {
+
+/// What a run answers to the shell, the same for every subcommand.
+enum class ExitCode {
+  kFound = 0,     ///< All that was asked for was found.
+  kNotFound = 1,  ///< The question was understood; some of it has no answer.
+  kFailed = 2,    ///< Wrong usage, or data that cannot be read.
+};
+
+/// Ends a run with ExitCode::kFailed. what() goes to stderr as it is: one or more lines, the last without its newline.
+class Failure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// What a subcommand does once its arguments are parsed.
+using Run = std::function<ExitCode()>;
+
+/// \name The subcommands. Each describes its options to `app` and hands over what to run.
+///@{
+Run AddIdentify(CLI::App& app);
+///@}
+
+}  // namespace tool

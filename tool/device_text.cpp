@@ -1,0 +1,65 @@
+#include "device_text.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace tool {
+namespace {
+
+constexpr const char* kNotKnown = "-";
+
+/// The code with all digits of the instruction register. A code of 0 is not known: it is EXTEST by the older standard.
+std::string Instruction(unsigned int code, unsigned short ir_length, const char* family_text) {
+  if (code == 0) return TextOrDash(family_text);
+  return Hex(code, std::max(2, (ir_length + 3) / 4));
+}
+
+}  // namespace
+
+std::string Hex(unsigned int value, int digits) {
+  std::string text;
+  for (; value != 0 || digits > 0; value >>= 4, --digits) text.insert(text.begin(), "0123456789ABCDEF"[value & 0xF]);
+  return "0x" + text;
+}
+
+std::string IdText(unsigned int id) { return Hex(id, 8); }
+
+std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? kNotKnown : text; }
+
+std::string DeviceName(const DeviceInfo& device) {
+  const char* const name = device.GetName();
+  return TextOrDash(name == nullptr || *name == '\0' ? device.GetCodeName() : name);
+}
+
+std::string FamilyName(const DeviceInfo& device) {
+  const FamilyList* const family = device.GetFamilyObject();
+  return TextOrDash(family == nullptr ? nullptr : family->GetName());
+}
+
+std::string IrLengthText(const DeviceInfo& device) {
+  return device.GetIRLength() == 0 ? kNotKnown : std::to_string(device.GetIRLength());
+}
+
+std::string IdCodeInstruction(const DeviceInfo& device) {
+  const FamilyList* const family = device.GetFamilyObject();
+  return Instruction(device.GetIDInstruction(), device.GetIRLength(), family == nullptr ? nullptr : family->GetIDCodeInst());
+}
+
+std::string BypassInstruction(const DeviceInfo& device) {
+  const FamilyList* const family = device.GetFamilyObject();
+  return Instruction(device.GetInstructionBypass(), device.GetIRLength(),
+                     family == nullptr ? nullptr : family->GetBypassInst());
+}
+
+std::string PackageTypes(const DeviceInfo& device) {
+  std::vector<std::string> types;
+  for (int i = 0; const Package* package = device.GetDevicePackage()->GetPackage(i); ++i) {
+    const std::string type = package->GetType() == nullptr ? "" : package->GetType();
+    if (!type.empty() && std::find(types.begin(), types.end(), type) == types.end()) types.push_back(type);
+  }
+  std::string text;
+  for (const std::string& type : types) text += (text.empty() ? "" : " ") + type;
+  return TextOrDash(text.c_str());
+}
+
+}  // namespace tool

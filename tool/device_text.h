@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "DeviceList.h"
+
+/// \file
+/// What tables say about a device. What is not known is "-".
+
+namespace tool {
+
+std::string Hex(unsigned int value, int digits);  ///< Such as "0x0362D093"; `digits` at least.
+std::string IdText(unsigned int id);              ///< `id` with its 8 digits.
+std::string TextOrDash(const char* text);
+std::string DeviceName(const DeviceInfo& device);         ///< The name, or else the code name.
+std::string FamilyName(const DeviceInfo& device);         ///< Of the family in which the device stands.
+std::string IrLengthText(const DeviceInfo& device);       ///< A length of 0 is not known.
+std::string IdCodeInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.
+std::string BypassInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.
+std::string PackageTypes(const DeviceInfo& device);       ///< Each type once, in the order of the packages.
+
+}  // namespace tool

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace tool {
+
+/// All of standard input. Throws Failure when it cannot be read to its end.
+std::string ReadInput();
+
+/// Writes a command's whole answer to standard output. Throws Failure when it does not go there, such as on a full disk.
+void WriteOutput(const std::string& text);
+
+}  // namespace tool

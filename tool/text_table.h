@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+using Row = std::vector<std::string>;
+
+/// `rows` as lines of aligned columns, each line behind `indent`, two blanks between columns, none at the end of a line.
+/// Columns are as wide as their widest cell in UTF-8 characters.
+std::string AlignedTable(const std::vector<Row>& rows, const std::string& indent = "");
+
+}  // namespace tool
