@@ -32,4 +32,9 @@ LoadResult LoadDescriptions(const std::string& path);
 /// Loads descriptions from `text`; `file` is the name that faults carry. std::bad_alloc passes through.
 LoadResult ParseDescriptions(std::string_view text, const std::string& file);
 
+/// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
+/// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what
+/// no file can say is listed in docs/descriptions.md.
+std::string WriteDescriptions(const DeviceList& database);
+
 }  // namespace plddb

@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-#include "descriptions/nearest_name.h"
+#include "descriptions/NearNames.h"
 #include "descriptions/values.h"
 #include "descriptions/xml_text.h"
 
@@ -83,19 +83,19 @@ void ElementReader::UnknownAttribute(const FieldTable& fields, pugi::xml_attribu
   if (IsSchemaHint(attribute.name())) return;
   std::vector<std::string_view> known;
   for (const Field& field : fields) known.push_back(field.name);
-  const std::string_view nearest = NearestName(attribute.name(), known);
+  const auto nearest = NearNames(attribute.name(), known, 1);
   std::string text = std::string(node.name()) + " has no attribute " + Quoted(attribute.name());
-  if (!nearest.empty()) text += ": did you mean " + std::string(nearest) + "?";
+  if (!nearest.empty()) text += ": did you mean " + std::string(nearest.front()) + "?";
   faults_.Add(OffsetOf(attribute.name()), std::move(text));
 }
 
 void ElementReader::Unexpected(pugi::xml_node node, const std::vector<std::string_view>& known) {
   if (node.type() != pugi::node_element) return UnexpectedText(node);
-  const std::string_view nearest = NearestName(node.name(), known);
+  const auto nearest = NearNames(node.name(), known, 1);
   std::string text = "unknown element " + Quoted(node.name());
   if (node.parent() != document_) text += " in " + std::string(node.parent().name());
   text += ": expected " + (known.empty() ? "none there" : Listed(known));
-  if (!nearest.empty() && known.size() > 1) text += "; did you mean " + std::string(nearest) + "?";
+  if (!nearest.empty() && known.size() > 1) text += "; did you mean " + std::string(nearest.front()) + "?";
   AddFault(node, std::move(text));
 }
 

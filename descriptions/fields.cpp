@@ -73,6 +73,11 @@ constexpr Field MakeColumn(std::string_view name) {
   return {name, Kind::Text, Need::Optional, &SetField<setter>, nullptr};
 }
 
+constexpr Field InHex(int digits, Field field) {
+  field.hexDigits = digits;
+  return field;
+}
+
 constexpr Field With(Kind kind, Field field) {
   field.kind = kind;
   return field;
@@ -128,19 +133,19 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, Architecture),
     FIELD(DeviceInfo, PON),
     FIELD(DeviceInfo, Comm),  // before AlgOptions, which it writes as well
-    FIELD(DeviceInfo, AlgOptions),
+    BACKUP(DeviceInfo, AlgOptions),
     FIELD(DeviceInfo, AlgTemplate),
     FIELD(DeviceInfo, ISPAlgTemplate),
     FIELD(DeviceInfo, SoftIPFile),
     FIELD(DeviceInfo, EBRFile),
     FIELD(DeviceInfo, Pin),
     FIELD(DeviceInfo, BitMapTransformation),
-    FIELD(DeviceInfo, ispDeviceID),
-    FIELD(DeviceInfo, jtagDeviceID),
-    BACKUP(DeviceInfo, jtagDeviceIDBackup),
-    FIELD(DeviceInfo, DeviceIDMask),
-    BACKUP(DeviceInfo, DeviceIDMaskBackup),
-    FIELD(DeviceInfo, DeviceIDScanMask),
+    InHex(8, FIELD(DeviceInfo, ispDeviceID)),
+    InHex(8, FIELD(DeviceInfo, jtagDeviceID)),
+    InHex(8, BACKUP(DeviceInfo, jtagDeviceIDBackup)),
+    InHex(8, FIELD(DeviceInfo, DeviceIDMask)),
+    InHex(8, BACKUP(DeviceInfo, DeviceIDMaskBackup)),
+    InHex(8, FIELD(DeviceInfo, DeviceIDScanMask)),
     FIELD(DeviceInfo, IDLength),
     FIELD(DeviceInfo, ARCHLength),
     BACKUP(DeviceInfo, BackupARCHLength),
@@ -169,11 +174,11 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, jtagUESMask),
     FIELD(DeviceInfo, BSCANLength),
     FIELD(DeviceInfo, InstructionBypassPattern),
-    FIELD(DeviceInfo, IDInstruction),
-    MakeField<&DeviceInfo::SetUSERCODEIntruction, &DeviceInfo::GetUSERCODEInstruction>("USERCODEIntruction"),
-    FIELD(DeviceInfo, InstructionBypass),
+    InHex(2, FIELD(DeviceInfo, IDInstruction)),
+    InHex(2, MakeField<&DeviceInfo::SetUSERCODEIntruction, &DeviceInfo::GetUSERCODEInstruction>("USERCODEIntruction")),
+    InHex(2, FIELD(DeviceInfo, InstructionBypass)),
     FIELD(DeviceInfo, BypassLength),
-    FIELD(DeviceInfo, BypassValue),
+    InHex(2, FIELD(DeviceInfo, BypassValue)),
     FIELD(DeviceInfo, BSDLFile),
     FIELD(DeviceInfo, BSDLFileTime),
     FIELD(DeviceInfo, TurboAlgTemplate),

@@ -33,7 +33,7 @@ struct Value {
 /// What a missing attribute means.
 enum class Need : unsigned char {
   Optional,
-  Backup,    // it takes the value of the field in the row above
+  Backup,    // it takes the value of the field in the row above, as the setter of that one does or ought to
   Required,  // a fault
   NotEmpty,  // a fault, and so is an empty text
 };
@@ -45,6 +45,7 @@ struct Field {
   Need need;
   void (*set)(void* record, const Value& value);
   Value (*get)(const void* record);  // lends texts; null where the value is one column of a list
+  int hexDigits = 0;                 // of raw bits, which people read as hexadecimal digits; this many at least
 };
 
 /// The fields of one kind of record, in the order in which the library wants them set.

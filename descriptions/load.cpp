@@ -26,6 +26,8 @@ constexpr std::size_t kMostCounted = UINT16_MAX;
 /// A device, and the records that its child elements give one by one. They are gathered for the whole-list setters, which alone
 /// can set every field of a record.
 struct DeviceElement {
+  explicit DeviceElement(DeviceInfo& owner) : device(owner) {}
+
   DeviceInfo& device;
   std::vector<CControlRegZero> controlRegZero;
   std::vector<CControlRegOne> controlRegOne;
@@ -175,7 +177,7 @@ void Loader::ReadDevice(FamilyList& family, pugi::xml_node node) {
   DeviceInfo& device = *family.NewDevice();
   reader_.ReadFields(device, node);
   if (device.GetFamily() == nullptr) device.SetFamily(family.GetName());
-  DeviceElement element{device, {}, {}, {}, {}, {}, {}};
+  DeviceElement element(device);
   ReadChildren(element, node, kChildren);
   SetRecords(element);
 }

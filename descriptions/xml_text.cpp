@@ -73,10 +73,16 @@ std::size_t EndOf(std::string_view text, std::size_t start, std::string_view clo
 
 /// The end of the start tag at `start`: its '>', but not one within a quoted value.
 std::size_t EndOfStartTag(std::string_view text, std::size_t start) {
-  for (auto i = text.find_first_of("\"'>", start); i != text.npos; i = text.find_first_of("\"'>", i + 1)) {
-    if (text[i] == '>') return i + 1;
-    i = text.find(text[i], i + 1);
-    if (i == text.npos) break;
+  char quote = '\0';
+  for (std::size_t i = start; i < text.size(); ++i) {
+    const char c = text[i];
+    if (quote != '\0') {
+      if (c == quote) quote = '\0';
+    } else if (c == '>') {
+      return i + 1;
+    } else if (c == '"' || c == '\'') {
+      quote = c;
+    }
   }
   return text.size();
 }
@@ -107,20 +113,21 @@ std::size_t InnermostOpenElement(std::string_view text) {
   return open.empty() ? text.npos : open.back();
 }
 
-std::string_view NameAt(std::string_view text, std::size_t offset) {
-  const auto name = text.substr(std::min(offset, text.size()));
-  return name.substr(0, name.find_first_of(" \t\r\n/><"));
+/// "</NAME>" for the name at `offset`.
+std::string EndTag(std::string_view text, std::size_t offset) {
+  static constexpr std::size_t kLongest = 100;  // more is never quoted
+  const auto name = text.substr(std::min(offset, text.size()), kLongest);
+  return Quoted("</" + std::string(name.substr(0, name.find_first_of(" \t\r\n/><"))) + ">");
 }
 
 void ReportUnclosedElement(std::string_view text, std::size_t offset, Faults& faults) {
   const bool atEndTag = offset >= 2 && text.substr(offset - 2, 2) == "</";
   const std::size_t at = atEndTag ? offset - 2 : text.size();
   const std::size_t open = InnermostOpenElement(text.substr(0, at));
-  const std::string found = atEndTag ? "</" + std::string(NameAt(text, offset)) + ">" : "the end of the file";
-  if (open == text.npos) return faults.Add(at, "found " + found + ", but no element is open");
+  const std::string found = "found " + (atEndTag ? EndTag(text, offset) : "the end of the file");
+  if (open == text.npos) return faults.Add(at, found + ", but no element is open");
   const std::string line = std::to_string(TextPositions(text).At(open).line);
-  faults.Add(
-      at, "found " + found + ", expected </" + std::string(NameAt(text, open + 1)) + ">: that element starts in line " + line);
+  faults.Add(at, found + ", expected " + EndTag(text, open + 1) + ": that element starts in line " + line);
 }
 
 struct BrokenXml {
@@ -145,7 +152,7 @@ constexpr BrokenXml kBrokenXml[] = {
 std::size_t PlaceOf(pugi::xml_parse_status status, const char* opening, std::string_view text, std::size_t offset) {
   if (opening != nullptr) return std::min(offset, text.rfind(opening, offset));
   if (offset == 0) return offset;
-  if (status == pugi::status_unrecognized_tag) return text.rfind('<', offset - 1);
+  if (status == pugi::status_unrecognized_tag) return std::min(offset, text.rfind('<', offset - 1));
   // It has read past what stands instead of a '='.
   const bool readPast = std::string_view("=\"' \t\r\n").find(text[offset - 1]) == std::string_view::npos;
   return status == pugi::status_bad_attribute && readPast ? offset - 1 : offset;

@@ -550,6 +550,17 @@ TEST(CreatingSetters, AFailedAllocationKeepsTheRecordsStoredSoFar) {
   EXPECT_EQ(stored, 3);
 }
 
+TEST(CreatingSetters, ThePersistentFusesStayWhereTheTextCannotBeReadAtAll) {
+  const std::string text = ";1;2;" + std::string(100, ' ');  // too long for a copy without memory of its own
+  Device device;
+  device.record.SetListPersistent_fuseAddress(";7;8;9;");
+  {
+    const support::FailAllocation failing(1);
+    EXPECT_THROW(device.record.SetListPersistent_fuseAddress(text.c_str()), std::bad_alloc);
+  }
+  EXPECT_EQ(kCreating[2].values(device.record), (Texts{"7", "8", "9"}));
+}
+
 TEST(FillingSetters, AFailedAllocationKeepsTheItemsStoredSoFar) {
   Device device;
   device.record.SetListControlStatusBitName(";1;2;3;");

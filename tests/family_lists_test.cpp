@@ -75,7 +75,7 @@ TEST(SetOperationList, ReplacesTheListByTheQuotedItems) {
       {R"("Read")", {"Read"}},
       {R"("Erase""Program")", {"Erase", "Program"}},
       {R"(list of "Erase" and "Program" only)", {"Erase", "Program"}},
-      {R"("Erase" "" "Verify")", {"Erase"}},                 // an empty pair of quotes ends the list
+      {R"("Erase" "" "Verify")", {"Erase"}},  // an empty pair of quotes ends the list
       {R"("" "Erase")", {}},
       {R"("Erase" " " "Verify")", {"Erase", "", "Verify"}},  // blanks do not
       {"\"Erase\" \"\t\n\v\f\r \" \"Verify\"", {"Erase", "", "Verify"}},
@@ -302,12 +302,15 @@ TEST(SetListProgrammingModeControl, AWholeListReplacesTheOldUnlessItIsEmpty) {
 }
 
 TEST(SetListProgrammingModeControl, TakesWhatTheListHolds) {
-  FamilyList family;
-  family.SetListProgrammingModeControl(Texts{"P;A;B;", "other"});
-  family.SetListProgrammingModeControl(family.GetListProgrammingModeControl());
-  EXPECT_EQ(family.GetListProgrammingModeControl(), Texts({"P;A;B;", "other"}));
-  family.SetListProgrammingModeControl(family.GetListProgrammingModeControl()[0].c_str());
-  EXPECT_EQ(family.GetListProgrammingModeControl(), Texts({"A", "B"}));
+  const std::string tooLongToBeHeldInPlace = "P;A;B;;" + std::string(100, 'x');
+  for (const std::string& text : {std::string("P;A;B;"), tooLongToBeHeldInPlace}) {
+    FamilyList family;
+    family.SetListProgrammingModeControl(Texts{text, "other"});
+    family.SetListProgrammingModeControl(family.GetListProgrammingModeControl());
+    EXPECT_EQ(family.GetListProgrammingModeControl(), Texts({text, "other"}));
+    family.SetListProgrammingModeControl(family.GetListProgrammingModeControl()[0].c_str());
+    EXPECT_EQ(family.GetListProgrammingModeControl(), Texts({"A", "B"})) << "text: " << text;
+  }
 }
 
 TEST(SetListProgrammingModeControl, TheGetterLendsTheListItself) {

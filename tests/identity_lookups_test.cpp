@@ -234,6 +234,7 @@ TEST(IdentifierLookups, CompareUnderTheScanMask) {
       {"... but not mask 0", {0, 0x12345645, 0}, "DUAL", 0x45, false, false},
       {"DUAL by ISP identifier 0", {0xFFFFFFFF, 0, 0x7}, "DUAL", 0x12345600, true, false},
       {"another low byte", {0xFFFFFFFF, 0x12345645, 0}, "DUAL", 0x12345646, false, false},
+      {"another low byte outside the mask", {0xFFFFFF00, 0x12345646, 0x77770000}, "DUAL", 0x99999945, false, false},
       {"DUAL by JTAG under the mask", {0x0FFFFFFF, 0x7, 0x1123A093}, "DUAL", 0x0123A093, true, false},
       {"DUAL by JTAG identifier 0", {0x0000FFFF, 0x7, 0}, "DUAL", 0x12340000, true, false},
       {"DUAL mask 0", {0, 0x7, 0x1123A093}, "DUAL", 0x1123A093, false, true},
@@ -452,6 +453,18 @@ TEST(GetDeviceListWithCommAndID, EachCallReplacesTheListUnlessTheIdIsZero) {
     EXPECT_EQ(codeNames, step.handedOut) << "step: " << step.what;
     EXPECT_EQ(tree->GetDeviceListWithCommAndID(step.comm, step.id), step.count) << "two arguments, step: " << step.what;
     EXPECT_EQ(tree->GetlistDevicenames(), step.listed) << "two arguments, step: " << step.what;
+  }
+}
+
+TEST(GetDeviceListWithCommAndID, TheAccessModeMayLieInTheListsThatItFills) {
+  const SampleTree tree;
+  AddIdentified(tree, {0xFF, 0, 0x45}).CodeName("JTAG");
+  Texts codeNames;
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(tree->GetDeviceListWithCommAndID(i == 0 ? "JTAG" : codeNames[0].c_str(), 0x45, codeNames), 1);
+    EXPECT_EQ(codeNames, Texts({"JTAG"}));
+    EXPECT_EQ(tree->GetDeviceListWithCommAndID(tree->GetlistDevicenames()[0].c_str(), 0x45), 1);
+    EXPECT_EQ(tree->GetlistDevicenames(), Texts({"JTAG"}));
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <stdexcept>
+#include <string>
 
 namespace CLI {
 class App;
@@ -23,12 +24,20 @@ class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// A Failure for words that make no sense; the user is told where help is.
+inline Failure WrongUsage(const std::string& message) {
+  return Failure("plddb: error: " + message + "\nRun with --help for more information.");
+}
+
 /// What a subcommand does once its arguments are parsed.
 using Run = std::function<ExitCode()>;
 
 /// \name The subcommands. Each describes its options to `app` and hands over what to run.
 ///@{
 Run AddIdentify(CLI::App& app);
+Run AddFind(CLI::App& app);
+Run AddExport(CLI::App& app);
+Run AddMerge(CLI::App& app);
 ///@}
 
 }  // namespace tool

@@ -51,14 +51,18 @@ std::string BypassInstruction(const DeviceInfo& device) {
                      family == nullptr ? nullptr : family->GetBypassInst());
 }
 
-std::string PackageTypes(const DeviceInfo& device) {
+std::vector<std::string> PackageTypeList(const DeviceInfo& device) {
   std::vector<std::string> types;
   for (int i = 0; const Package* package = device.GetDevicePackage()->GetPackage(i); ++i) {
     const std::string type = package->GetType() == nullptr ? "" : package->GetType();
     if (!type.empty() && std::find(types.begin(), types.end(), type) == types.end()) types.push_back(type);
   }
+  return types;
+}
+
+std::string PackageTypes(const DeviceInfo& device) {
   std::string text;
-  for (const std::string& type : types) text += (text.empty() ? "" : " ") + type;
+  for (const std::string& type : PackageTypeList(device)) text += (text.empty() ? "" : " ") + type;
   return TextOrDash(text.c_str());
 }
 

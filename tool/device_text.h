@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "DeviceList.h"
 
@@ -18,5 +19,6 @@ std::string IrLengthText(const DeviceInfo& device);       ///< A length of 0 is 
 std::string IdCodeInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.
 std::string BypassInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.
 std::string PackageTypes(const DeviceInfo& device);       ///< Each type once, in the order of the packages.
+std::vector<std::string> PackageTypeList(const DeviceInfo& device);
 
 }  // namespace tool

@@ -1,12 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
-#include <nlohmann/json.hpp>
 
 #include "chain.h"
 #include "chain_ids.h"
 #include "command.h"
 #include "device_text.h"
+#include "json_text.h"
 #include "standard_streams.h"
 #include "text_table.h"
 
@@ -122,10 +122,6 @@ std::string Report(const Chain& chain, const Options& options, bool with_file) {
 
 // --- JSON -------------------------------------------------------------------------------------------------------------------
 
-using Json = nlohmann::ordered_json;
-
-Json TextOrNull(const char* text) { return text == nullptr ? Json(nullptr) : Json(text); }
-
 Json Match(const DeviceInfo* device) {
   if (device == nullptr) return nullptr;
   const FamilyList* const family = device->GetFamilyObject();
@@ -153,7 +149,7 @@ std::string JsonReport(const Chain& chain) {
                          {"match", Match(chain[i].match)},
                          {"candidates", CodeNames(chain[i].candidates)}});
   }
-  return positions.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return ToText(positions);
 }
 
 // --- The command ------------------------------------------------------------------------------------------------------------

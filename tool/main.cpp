@@ -15,13 +15,12 @@ constexpr struct {
   tool::Run (*add)(CLI::App& app);
 } kCommands[] = {
     {"identify", "Name the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
+    {"find", "Find a device by name, ordering name, fuse count and the like.", tool::AddFind},
+    {"export", "Write a description file in its canonical form.", tool::AddExport},
+    {"merge", "Write several description files as one.", tool::AddMerge},
 };
 
 int ToStatus(tool::ExitCode code) { return static_cast<int>(code); }
-
-tool::Failure WrongUsage(const std::string& message) {
-  return tool::Failure("plddb: error: " + message + "\nRun with --help for more information.");
-}
 
 int Main(int argc, char** argv) {
   CLI::App app("Answers questions about programmable logic devices from device descriptions.", "plddb");
@@ -36,12 +35,12 @@ int Main(int argc, char** argv) {
   } catch (const CLI::Success& answer) {  // --help and --version
     return app.exit(answer);
   } catch (const CLI::ParseError& error) {
-    throw WrongUsage(error.what());
+    throw tool::WrongUsage(error.what());
   }
   for (const auto& [subcommand, run] : runs) {
     if (subcommand->parsed()) return ToStatus(run());
   }
-  throw WrongUsage("a subcommand is required");
+  throw tool::WrongUsage("a subcommand is required");
 }
 
 }  // namespace

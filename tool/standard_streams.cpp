@@ -22,4 +22,6 @@ void WriteOutput(const std::string& text) {
   throw Failure(std::string("plddb: error: cannot write standard output: ") + std::strerror(errno));
 }
 
+void WriteMessage(const std::string& text) { std::fputs(text.c_str(), stderr); }
+
 }  // namespace tool

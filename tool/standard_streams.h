@@ -10,4 +10,6 @@ std::string ReadInput();
 /// Writes a command's whole answer to standard output. Throws Failure when it does not go there, such as on a full disk.
 void WriteOutput(const std::string& text);
 
+void WriteMessage(const std::string& text);  ///< To standard error.
+
 }  // namespace tool

@@ -2,30 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-#include <regex>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "descriptions/fields.h"
 #include "parse.h"
+#include "words.h"
 
 namespace {
 
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+using words::Between;
+using words::ReadFile;
 
 const std::string kDocs = std::string(PLDDB_DATA_DIR) + "/../docs/descriptions.md";
 const std::string kExample = std::string(PLDDB_TEST_DIR) + "/descriptions/every_list.xml";
 
-std::set<std::string> Matches(const std::string& text, const char* pattern) {
-  const std::regex expression(pattern);
-  std::set<std::string> found;
-  for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match) found.insert((*match)[1]);
-  return found;
+/// The examples of whole files in `text`.
+std::vector<std::string> Examples(const std::string& text) {
+  const std::string open = "```xml\n";
+  std::vector<std::string> examples;
+  for (auto at = text.find(open); at != text.npos; at = text.find(open, at + 1)) {
+    const auto start = at + open.size();
+    examples.push_back(text.substr(start, text.find("```", start) - start));
+  }
+  return examples;
 }
 
 template <class... Records>
@@ -46,24 +47,37 @@ std::set<std::string> AllAttributeNames() {
 }  // namespace
 
 TEST(Documentation, NamesEveryAttribute) {
-  const std::set<std::string> named = Matches(ReadFile(kDocs), "`(\\w+)`");
+  const std::set<std::string> named = Between(ReadFile(kDocs), "`", "`");
   for (const std::string& name : AllAttributeNames()) EXPECT_EQ(named.count(name), 1U) << "row: " << name;
 }
 
 TEST(Documentation, NamesEveryElementOfTheExample) {
-  const std::set<std::string> named = Matches(ReadFile(kDocs), "`(\\w+)`");
-  const std::set<std::string> elements = Matches(ReadFile(kExample), "<([A-Z]\\w+)");
+  const std::set<std::string> named = Between(ReadFile(kDocs), "`", "`");
+  const std::set<std::string> elements = Between(ReadFile(kExample), "<", "");
   EXPECT_EQ(elements.size(), 19U);
   for (const std::string& name : elements) EXPECT_EQ(named.count(name), 1U) << "row: " << name;
 }
 
 TEST(Documentation, ItsExamplesLoad) {
-  const std::set<std::string> examples = Matches(ReadFile(kDocs), "```xml\n(<\\?xml[^`]*)```");
+  const std::vector<std::string> examples = Examples(ReadFile(kDocs));
   EXPECT_GT(examples.size(), 0U);
   for (const std::string& example : examples) EXPECT_GT(parse::Parsed(example)->GetDeviceCount(), 0) << "row: " << example;
 }
 
+TEST(Documentation, ItsErrorMessagesAreReal) {
+  const std::string text =
+      "<DeviceDatabase>\n\n\n\n  <Family>\n    <Device IRLenght=\"8\"/>\n    <Device "
+      "FuseNumber=\"26O480\"/></Family></DeviceDatabase>";
+  const plddb::LoadResult result = plddb::ParseDescriptions(text, "my_devices.xml");
+  EXPECT_EQ(result.faults.size(), 2U);
+  for (const plddb::Fault& fault : result.faults) {
+    EXPECT_NE(ReadFile(kDocs).find("\n    " + plddb::ToString(fault) + "\n"), std::string::npos)
+        << "row: " << plddb::ToString(fault);
+  }
+}
+
 TEST(Documentation, TheExampleFileUsesEveryAttribute) {
-  const std::set<std::string> used = Matches(ReadFile(kExample), "\\s(\\w+)=[\"']");
+  std::set<std::string> used = Between(ReadFile(kExample), " ", "=\"");
+  used.merge(Between(ReadFile(kExample), " ", "='"));
   for (const std::string& name : AllAttributeNames()) EXPECT_EQ(used.count(name), 1U) << "row: " << name;
 }

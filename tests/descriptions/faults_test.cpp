@@ -259,13 +259,13 @@ TEST(Faults, BrokenXmlIsOneFault) {
   const std::string attribute = "malformed attribute: expected NAME=\"VALUE\", and a blank before the next one";
   Check({
       {"<DeviceDatabase>\n <Family>\n </Familie>\n</DeviceDatabase>",
-       {"3:2: found </Familie>, expected </Family>: that element starts in line 2"}},
+       {"3:2: found \"</Familie>\", expected \"</Family>\": that element starts in line 2"}},
       {"<DeviceDatabase>\n <Family>\n  <Device>\n </Family>\n</DeviceDatabase>\n",
-       {"4:2: found </Family>, expected </Device>: that element starts in line 3"}},
+       {"4:2: found \"</Family>\", expected \"</Device>\": that element starts in line 3"}},
       {"<DeviceDatabase>\n<!-- <Family> -->\n<?a <b>?><Family Name='a>' AliasName=\"/>\"/>\n",
-       {"4:1: found the end of the file, expected </DeviceDatabase>: that element starts in line 1"}},
-      {"<DeviceDatabase>", {"1:17: found the end of the file, expected </DeviceDatabase>: that element starts in line 1"}},
-      {"<DeviceDatabase/></DeviceDatabase>", {"1:18: found </DeviceDatabase>, but no element is open"}},
+       {"4:1: found the end of the file, expected \"</DeviceDatabase>\": that element starts in line 1"}},
+      {"<DeviceDatabase>", {"1:17: found the end of the file, expected \"</DeviceDatabase>\": that element starts in line 1"}},
+      {"<DeviceDatabase/></DeviceDatabase>", {"1:18: found \"</DeviceDatabase>\", but no element is open"}},
       {"<DeviceDatabase><Family Name=PLD/></DeviceDatabase>", {"1:30: " + attribute}},
       {"<DeviceDatabase><Family Name/></DeviceDatabase>", {"1:29: " + attribute}},
       {"<DeviceDatabase><Family Name='a'AliasName='b'/></DeviceDatabase>", {"1:33: " + attribute}},

@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-#include <regex>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "parse.h"
+#include "words.h"
 
 namespace {
 
@@ -18,11 +15,6 @@ using parse::FirstFamily;
 using parse::InFamily;
 using parse::Parsed;
 using parse::WithDevice;
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 const std::string kEveryList = std::string(PLDDB_TEST_DIR) + "/descriptions/every_list.xml";
 
@@ -378,7 +370,7 @@ TEST(Loading, TheExampleFillsEveryList) {
 
 TEST(Loading, AFileAndItsTextGiveTheSame) {
   const plddb::LoadResult fromFile = plddb::LoadDescriptions(kEveryList);
-  const DeviceListOwner fromText = Parsed(ReadFile(kEveryList));
+  const DeviceListOwner fromText = Parsed(words::ReadFile(kEveryList));
   ASSERT_NE(fromFile.database, nullptr);
   EXPECT_STREQ(fromFile.database->GetComment(), "Examples & tests");
   EXPECT_STREQ(fromText->GetComment(), "Examples & tests");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ inline std::vector<std::string> FaultsOf(std::string_view text) {
   std::vector<std::string> faults;
   for (const plddb::Fault& fault : result.faults) {
     EXPECT_EQ(fault.file, "a.xml");
+    const bool isOneLine =
+        std::none_of(fault.text.begin(), fault.text.end(), [](char c) { return c == '\x7F' || (c >= 0 && c < ' '); });
+    EXPECT_TRUE(isOneLine) << fault.text;
     faults.push_back(std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": " + fault.text);
   }
   return faults;

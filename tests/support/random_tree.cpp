@@ -5,6 +5,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/device_fields.h"
@@ -13,9 +14,12 @@
 namespace support {
 namespace {
 
+constexpr std::string_view kPrintable =
+    "\n\t\r !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~";
+
 class Random {
  public:
-  explicit Random(std::uint64_t seed) : engine_(seed) {}
+  explicit Random(std::uint64_t seed, bool isPrintable = false) : engine_(seed), isPrintable_(isPrintable) {}
 
   int Below(int limit) { return static_cast<int>(engine_() % static_cast<unsigned int>(limit)); }
 
@@ -33,7 +37,7 @@ class Random {
     std::uint64_t bytes = 0;
     for (char& c : text) {
       if (bytes < 256) bytes = engine_();
-      c = static_cast<char>(bytes & 0xFF);
+      c = isPrintable_ ? kPrintable[(bytes & 0xFF) % kPrintable.size()] : static_cast<char>(bytes & 0xFF);
       if (c == '\0' || c == ';') c = '-';
       bytes >>= 8;
     }
@@ -58,6 +62,7 @@ class Random {
 
  private:
   std::mt19937_64 engine_;
+  bool isPrintable_;
 };
 
 /// Sets most texts and numbers of a record.
@@ -154,16 +159,19 @@ void FillFamily(FamilyList& family, Random& random) {
   for (int devices = random.Below(4); devices > 0; --devices) FillDevice(*family.NewDevice(), random);
 }
 
-}  // namespace
-
-DeviceListOwner RandomTree(std::uint64_t seed) {
-  Random random(seed);
+DeviceListOwner FilledFrom(Random random) {
   DeviceListOwner database = MakeDeviceList();
   if (random.Below(4) != 0) database->SetVersion(random.Text().c_str());
   if (random.Below(4) != 0) database->SetComment(random.Text().c_str());
   for (int families = random.Below(4); families > 0; --families) FillFamily(*database->NewFamily(), random);
   return database;
 }
+
+}  // namespace
+
+DeviceListOwner RandomTree(std::uint64_t seed) { return FilledFrom(Random(seed)); }
+
+DeviceListOwner RandomPrintableTree(std::uint64_t seed) { return FilledFrom(Random(seed, true)); }
 
 DeviceListOwner FilledTree(int families) {
   DeviceListOwner database = MakeDeviceList();

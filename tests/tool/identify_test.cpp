@@ -199,12 +199,12 @@ TEST(IdentifyJson, ComparesTheIdentifierOfTheAccessMode) {
   }
 }
 
-/// Every identifier of the sample data under all 16 revisions, and neighbours that are mostly unknown.
+/// Every identifier of the sample data under some revisions, and neighbours that are mostly unknown.
 std::vector<unsigned int> ManyIds(const DeviceList& devices) {
   std::vector<unsigned int> ids;
   for (int f = 0; const FamilyList* family = devices.GetFamily(f); ++f) {
     for (int d = 0; const DeviceInfo* device = family->GetDevice(d); ++d) {
-      for (unsigned int revision = 0; revision < 16; ++revision) ids.push_back(device->GetjtagDeviceID() | revision << 28);
+      for (unsigned int revision = 0; revision < 16; revision += 5) ids.push_back(device->GetjtagDeviceID() | revision << 28);
       for (const unsigned int bit : {12U, 16U, 20U}) ids.push_back(device->GetjtagDeviceID() ^ 1U << bit);
     }
   }

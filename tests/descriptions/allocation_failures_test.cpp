@@ -3,23 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <new>
 #include <pugixml.hpp>
 #include <string>
 
 #include "parse.h"
 #include "tests/support/allocation_counter.h"
+#include "words.h"
 
 namespace {
 
 const std::string kExample = std::string(PLDDB_TEST_DIR) + "/descriptions/every_list.xml";
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // What the XML parser takes its memory from: the operator new, so that its allocations fail in their turn.
 void* Allocate(std::size_t size) { return ::operator new(size, std::nothrow); }
@@ -46,7 +40,7 @@ void ExpectNoLeak(const std::string& text, const char* row) {
 
 }  // namespace
 
-TEST(AllocationFailures, OfALoadLeaveNothingBehind) { ExpectNoLeak(ReadFile(kExample), "good file"); }
+TEST(AllocationFailures, OfALoadLeaveNothingBehind) { ExpectNoLeak(words::ReadFile(kExample), "good file"); }
 
 TEST(AllocationFailures, OfAFaultyLoadLeaveNothingBehind) {
   ExpectNoLeak(

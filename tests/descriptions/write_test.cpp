@@ -1,0 +1,97 @@
+// Writing descriptions: what comes back, and what is left out.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Descriptions.h"
+#include "tests/support/random_tree.h"
+#include "tests/support/tree_equality.h"
+
+namespace {
+
+/// "" when `text` loads as a database that equals `original`, else the first difference or fault.
+std::string DifferenceWhenLoaded(const std::string& text, DeviceList& original) {
+  const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "written.xml");
+  return loaded.database == nullptr ? ToString(loaded.faults.front()) : support::DifferenceOf(original, *loaded.database);
+}
+
+TEST(WriteDescriptions, GivesFilesThatLoadAsAnEqualDatabaseAndAreWrittenAlikeAgain) {
+  for (const char* const path : {PLDDB_DATA_DIR "/xilinx.xml", PLDDB_TEST_DIR "/descriptions/every_list.xml"}) {
+    const plddb::LoadResult loaded = plddb::LoadDescriptions(path);
+    ASSERT_NE(loaded.database, nullptr) << path;
+    const std::string written = plddb::WriteDescriptions(*loaded.database);
+    EXPECT_EQ(DifferenceWhenLoaded(written, *loaded.database), "") << path;
+    const plddb::LoadResult again = plddb::ParseDescriptions(written, "written.xml");
+    ASSERT_NE(again.database, nullptr) << path;
+    EXPECT_EQ(plddb::WriteDescriptions(*again.database), written) << path;
+  }
+}
+
+/// Sets what a file cannot say the lack of.
+void SettleForWriting(DeviceList& database) {
+  for (int f = 0; FamilyList* const family = database.GetFamily(f); ++f) {
+    for (int d = 0; DeviceInfo* const device = family->GetDevice(d); ++d) {
+      if (device->GetFamily() == nullptr) device->SetFamily("the family");
+      for (int p = 0; Package* const package = device->GetDevicePackage()->GetPackage(p); ++p) {
+        if (package->GetBackupPON() == nullptr) package->SetBackupPON(package->GetPON());
+      }
+    }
+  }
+}
+
+TEST(WriteDescriptions, KeepsEveryFieldOfRandomTrees) {
+  for (std::uint64_t seed = 1; seed <= 1000; ++seed) {
+    const DeviceListOwner tree = support::RandomPrintableTree(seed);
+    SettleForWriting(*tree);
+    const std::string written = plddb::WriteDescriptions(*tree);
+    ASSERT_EQ(DifferenceWhenLoaded(written, *tree), "") << "seed " << seed;
+    const plddb::LoadResult again = plddb::ParseDescriptions(written, "written.xml");
+    ASSERT_TRUE(plddb::WriteDescriptions(*again.database) == written) << "seed " << seed;
+  }
+}
+
+TEST(WriteDescriptions, LeavesOutDefaultsAndWhatAReaderDerives) {
+  const struct {
+    const char* what;
+    const char* device;    // as it is given
+    const char* expected;  // as it is written
+  } rows[] = {
+      {"nothing set", R"(<Device/>)", R"(<Device />)"},
+      {"an empty text is set", R"(<Device Name=""/>)", R"(<Device Name="" />)"},
+      {"defaults", R"(<Device IRLength="0" DisableDeviceSTAPLSupport="false"/>)", R"(<Device />)"},
+      {"the order of the table", R"(<Device IRLength="8" Name="A"/>)", R"(<Device Name="A" IRLength="8" />)"},
+      {"identifiers in hexadecimal", R"(<Device jtagDeviceID="147"/>)", R"(<Device jtagDeviceID="0x00000093" />)"},
+      {"instructions in hexadecimal", R"(<Device IDInstruction="9"/>)", R"(<Device IDInstruction="0x09" />)"},
+      {"a backup that is derived", R"(<Device FuseNumber="5" BackupFuseNumber="5"/>)", R"(<Device FuseNumber="5" />)"},
+      {"a backup that differs", R"(<Device FuseNumber="5" BackupFuseNumber="0"/>)",
+       R"(<Device FuseNumber="5" BackupFuseNumber="0" />)"},
+      {"a backup alone", R"(<Device BackupFuseNumber="7"/>)", R"(<Device BackupFuseNumber="7" />)"},
+      {"the family's name", R"(<Device Family="F"/>)", R"(<Device />)"},
+      {"another family's name", R"(<Device Family="G"/>)", R"(<Device Family="G" />)"},
+      {"options that equal the mode", R"(<Device Comm="JTAG" AlgOptions="JTAG"/>)", R"(<Device Comm="JTAG" />)"},
+      {"options that differ", R"(<Device AlgOptions="x" Comm="JTAG"/>)", R"(<Device Comm="JTAG" AlgOptions="x" />)"},
+      {"a width that is not set", R"(<Device DataLength="512"/>)", R"(<Device DataLength="512" />)"},
+      {"a width of its own", R"(<Device DataLength="512" BitstreamColWidth="8"/>)",
+       R"(<Device DataLength="512" BitstreamColWidth="8" />)"},
+      {"address ranges", R"(<Device listAddressRange="R; A0-A7 ; ;B;"/>)", R"(<Device listAddressRange=";A0-A7; ;B;" />)"},
+      {"empty entries", R"(<Device SysIOList='"A" " " "B"'/>)",
+       "<Device SysIOList=\"&quot;A&quot;, &quot; &quot;\">\n      <SysIO Name=\"B\" />\n    </Device>"},
+  };
+  for (const auto& row : rows) {
+    const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<DeviceDatabase>\n  <Family Name=\"F\">\n    ";
+    const std::string tail = "\n  </Family>\n</DeviceDatabase>\n";
+    const plddb::LoadResult loaded = plddb::ParseDescriptions(head + row.device + tail, "given.xml");
+    ASSERT_NE(loaded.database, nullptr) << "row: " << row.what << ": " << ToString(loaded.faults.front());
+    EXPECT_EQ(plddb::WriteDescriptions(*loaded.database), head + row.expected + tail) << "row: " << row.what;
+  }
+}
+
+TEST(WriteDescriptions, MarksOffWhatXmlReserves) {
+  const DeviceListOwner database = MakeDeviceList();
+  database->SetComment("<&>\"'\n\t;");
+  const std::string written = plddb::WriteDescriptions(*database);
+  EXPECT_EQ(DifferenceWhenLoaded(written, *database), "") << written;
+}
+
+}  // namespace

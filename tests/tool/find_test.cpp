@@ -1,0 +1,135 @@
+// plddb find: which keys there are, what they answer and how the tool ends.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "run_tool.h"
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr const char* kMadeUp = PLDDB_TEST_DIR "/tool/data/keys.xml";
+
+ToolRun Find(const std::string& arguments, const std::vector<std::string>& databases = {kMadeUp}) {
+  std::vector<std::string> all = {"find"};
+  for (const std::string& database : databases) all.insert(all.end(), {"--db", database});
+  const auto words = Words(arguments);
+  all.insert(all.end(), words.begin(), words.end());
+  return RunTool(all);
+}
+
+/// The code names of all matches, each behind its key: "name=PLD1".
+std::string Matches(const ToolRun& run) {
+  const Json json = Json::parse(run.out);
+  std::string text;
+  for (const Json& match : json["matches"]) {
+    text += (text.empty() ? "" : " ") + match["key"].get<std::string>() + "=" + match["codeName"].get<std::string>();
+  }
+  return text;
+}
+
+TEST(Find, AnswersByEveryKey) {
+  const struct {
+    const char* arguments;
+    const char* matches;
+  } rows[] = {
+      {"--name pld1234a", "name=CODE1"},
+      {"--name PLD1234", ""},
+      {"--code-name code2", "code-name=CODE2"},
+      {"--code-name OLD1", ""},  // an alias name
+      {"--alias old1", "alias=CODE1"},
+      {"--alias CODE1", ""},  // a code name
+      {"--alias OLDQ", ""},   // of the one vendor whose devices are not found by alias names
+      {"--pon pld1234a-5tq100c", "pon=CODE1"},
+      {"--pon PLD1234A", "pon=CODE1"},  // without what follows the last '-'
+      {"--jdf PLD123xx.jdf", "jdf=CODE1"},
+      {"--jdf PLD123x.jdf", ""},
+      {"--entity PLD1234A_5TQ100C", "entity=CODE1"},
+      {"--fuses 5828 --full-name code2-7", "full name=CODE2"},
+      {"--fuses 5892 --full-name CODE2", "full name=CODE2"},  // 5892 also stands for 5828
+      {"--fuses 5829 --full-name CODE2", ""},
+      {"--package TQ100 --name pld1234a", "package and name=CODE1"},
+      {"--package tq100 --name pld1234a", ""},
+      {"CODE1", "code-name=CODE1"},
+      {"OLD1", "alias=CODE1"},
+      {"SAME", "name=CODE3 code-name=SAME"},  // two devices, by different keys
+      {"--family Second --name PLD1234A", "name=CODE4"},
+      {"--family Second --code-name CODE1", ""},
+      {"--family Zweite --code-name CODE4", "code-name=CODE4"},  // an alias name of the family
+      {"--family Second --pon PLD1234A-5TQ100C", "pon=CODE4"},
+      {"--family Second --package TQ100 --name PLD1234A", "package and name=CODE4"},
+      {"--family Second --fuses 100 --full-name CODE4", "full name=CODE4"},
+  };
+  for (const auto& row : rows) {
+    const ToolRun run = Find(std::string(row.arguments) + " --json");
+    EXPECT_EQ(Matches(run), row.matches) << "row: " << row.arguments;
+    EXPECT_EQ(run.exit_code, *row.matches == '\0' ? 1 : 0) << "row: " << row.arguments;
+    EXPECT_EQ(run.err, "") << "row: " << row.arguments;
+  }
+}
+
+TEST(Find, PrintsATableOfWhatMatched) {
+  const ToolRun run = Find("SAME");
+  EXPECT_EQ(run.out,
+            "matched by  device   family  code name  packages\n"
+            "name        SAME     First   CODE3      -\n"
+            "code-name   PLD5678  Second  SAME       BG256\n");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.exit_code, 0);
+}
+
+TEST(Find, ListsTheCandidatesOfAFuseCountWithTheirMarkers) {
+  const ToolRun run = Find("--fuses 5828");
+  EXPECT_EQ(run.out,
+            "Code names:\n"
+            "  CODE2\n"
+            "  CODE3<ISP>\n"
+            "  CODE3<JTAG>\n"
+            "Names, of devices with a user signature:\n"
+            "  SAME<ISP>\n"
+            "  SAME<JTAG>\n");
+  EXPECT_EQ(run.exit_code, 0);
+  const Json json = Json::parse(Find("--fuses 5892 --json").out);
+  EXPECT_EQ(json["fuses"], 5892);
+  EXPECT_EQ(json["codeNames"], Json({"CODE2", "CODE3"}));
+  EXPECT_EQ(json["names"], Json({"SAME"}));
+  EXPECT_EQ(Find("--fuses 1").exit_code, 1);
+}
+
+TEST(Find, OffersNearNamesWhenNothingMatches) {
+  const ToolRun run = Find("PLD1243A");
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "plddb: nothing found; did you mean PLD1234A?\n");
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(Json::parse(Find("--name PLD1243A --json").out)["suggestions"], Json({"PLD1234A"}));
+  EXPECT_EQ(Find("QQQQQQQQQQQQ").err, "plddb: nothing found\n");
+}
+
+TEST(Find, AsksSeveralDatabasesInTheirOrder) {
+  const std::string other = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
+  EXPECT_EQ(Matches(Find("--name PLD1234A --json", {kMadeUp, other})), "name=CODE1");
+  EXPECT_EQ(Matches(Find("--name PLD1234A --json", {other, kMadeUp})), "name=OTHER1");
+}
+
+TEST(Find, RefusesQuestionsThatMakeNoSense) {
+  for (const char* arguments : {"", "--name A --alias B", "--name A TEXT", "--full-name A", "--package TQ100", "--fuses many",
+                                "--family Nobody --name A", "--package TQ100 --code-name A", "--unknown A", "A B"}) {
+    const ToolRun run = Find(arguments);
+    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.out, "") << "row: " << arguments;
+    EXPECT_EQ(run.err.rfind("plddb: error: ", 0), 0U) << "row: " << arguments << ", message: " << run.err;
+  }
+}
+
+TEST(Find, EndsWithTheFaultsOfABadFile) {
+  const ToolRun run = Find("--name A", {PLDDB_TEST_DIR "/tool/data/missing.xml"});
+  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_NE(run.err.find("missing.xml:1:1: error: "), std::string::npos) << run.err;
+}
+
+}  // namespace

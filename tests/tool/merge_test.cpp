@@ -1,0 +1,138 @@
+// plddb export and plddb merge: what they write, where, and what they warn of.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "Descriptions.h"
+#include "run_tool.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kKeys = PLDDB_TEST_DIR "/tool/data/keys.xml";
+const std::string kOtherKeys = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
+
+/// A folder that goes with the test.
+class Folder {
+ public:
+  Folder() {
+    std::string name = (fs::temp_directory_path() / "plddb-test-XXXXXX").string();
+    if (mkdtemp(name.data()) != nullptr) path_ = name;
+  }
+  ~Folder() {
+    std::error_code ignored;
+    fs::permissions(path_, fs::perms::owner_all, ignored);
+    fs::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+
+  std::vector<std::string> Files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(path_)) names.push_back(entry.path().filename().string());
+    return names;
+  }
+
+ private:
+  fs::path path_;
+};
+
+std::string ContentOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
+  const Folder folder;
+  const ToolRun once = RunTool({"export", kOtherKeys});
+  EXPECT_EQ(once.out,
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            "<DeviceDatabase>\n"
+            "  <Family Name=\"Other\">\n"
+            "    <Device Name=\"PLD1234A\" CodeName=\"OTHER1\" />\n"
+            "  </Family>\n"
+            "</DeviceDatabase>\n");
+  EXPECT_EQ(once.err, "");
+  EXPECT_EQ(once.exit_code, 0);
+  const std::string output = folder / "out.xml";
+  EXPECT_EQ(RunTool({"export", PLDDB_DATA_DIR "/xilinx.xml", "--output", output}).exit_code, 0);
+  EXPECT_EQ(RunTool({"export", output}).out, ContentOf(output));
+}
+
+TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndTellsWhoIsHidden) {
+  const ToolRun run = RunTool({"merge", kKeys, kOtherKeys, kOtherKeys});
+  EXPECT_EQ(run.exit_code, 0);
+  const plddb::LoadResult merged = plddb::ParseDescriptions(run.out, "merged.xml");
+  ASSERT_NE(merged.database, nullptr);
+  std::string families;
+  for (int i = 0; const FamilyList* const family = merged.database->GetFamily(i); ++i)
+    families += std::string(family->GetName()) + " ";
+  EXPECT_EQ(families, "First Second Other Other ");
+  EXPECT_EQ(run.err,
+            "plddb: warning: family Other is there more than once; only the first answers by its name\n"
+            "plddb: warning: PLD1234A (Second) is not found by its name: PLD1234A (First) answers\n"
+            "plddb: warning: PLD1234A (Other) is not found by its name: PLD1234A (First) answers\n"
+            "plddb: warning: PLD1234A (Other) is not found by its name: PLD1234A (First) answers\n"
+            "plddb: warning: PLD1234A (Other) is not found by its code name OTHER1: PLD1234A (Other) answers\n");
+}
+
+TEST(Merge, TellsWhichIdcodeFindsAnotherDevice) {
+  const ToolRun run = RunTool({"merge", PLDDB_DATA_DIR "/xilinx.xml", PLDDB_DATA_DIR "/xilinx.xml"});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_NE(
+      run.err.find("plddb: warning: XC9572XL (XC9500XL) is not found by its IDCODE 0x09604093: XC9572XL (XC9500XL) answers\n"),
+      std::string::npos);
+}
+
+TEST(Merge, LeavesTheOldFileWholeWhenSomethingFails) {
+  const Folder folder;
+  const std::string output = folder / "out.xml";
+  std::ofstream(output) << "old";
+  const ToolRun faulty = RunTool({"merge", kKeys, PLDDB_TEST_DIR "/tool/data/broken.xml", "--output", output});
+  EXPECT_EQ(faulty.exit_code, 2);
+  EXPECT_EQ(ContentOf(output), "old");
+  EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
+  const ToolRun unwritable = RunTool({"merge", kKeys, "--output", folder / "missing/out.xml"});
+  EXPECT_EQ(unwritable.exit_code, 2);
+  EXPECT_NE(unwritable.err.find("plddb: error: cannot write "), std::string::npos) << unwritable.err;
+}
+
+TEST(Merge, ReplacesTheOldFileAndKeepsItsPermissions) {
+  const Folder folder;
+  const std::string output = folder / "out.xml";
+  std::ofstream(output) << "old";
+  fs::permissions(output, fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(RunTool({"merge", kKeys, kOtherKeys, "--output", output}).exit_code, 0);
+  EXPECT_NE(plddb::LoadDescriptions(output).database, nullptr);
+  EXPECT_EQ(fs::status(output).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
+}
+
+TEST(Merge, MayWriteOverOneOfItsFiles) {
+  const Folder folder;
+  const std::string file = folder / "both.xml";
+  fs::copy_file(kKeys, file);
+  EXPECT_EQ(RunTool({"merge", file, kOtherKeys, "--output", file}).exit_code, 0);
+  EXPECT_EQ(plddb::LoadDescriptions(file).database->GetFamilyCount(), 3);
+}
+
+TEST(ExportAndMerge, RefuseWrongUsage) {
+  for (const char* const arguments : {"export", "merge", "export a.xml b.xml", "merge --output x", "export --unknown a.xml"}) {
+    const ToolRun run = RunTool(Words(arguments));
+    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.out, "") << "row: " << arguments;
+    EXPECT_NE(run.err, "") << "row: " << arguments;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,44 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "command.h"
+#include "databases.h"
+#include "description_output.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* kFooter =
+    R"(The canonical form has families and devices in their order, attributes in a fixed order, and leaves out what has its default
+or what a reader derives. Exporting it again gives the same bytes. What lookups will not find is told on standard error.
+
+Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.
+
+Example: plddb export my_devices.xml --output my_devices.xml)";
+
+struct Options {
+  std::string file;
+  std::string output;
+};
+
+ExitCode RunExport(const Options& options) {
+  const std::vector<Database> databases = LoadDatabases({options.file});
+  if (databases.size() > 1) throw WrongUsage(options.file + " is a folder; merge its files instead");
+  const DeviceList& database = *databases.front().devices;
+  ReportHidden(database);
+  WriteDatabase(database, options.output);
+  return ExitCode::kFound;
+}
+
+}  // namespace
+
+Run AddExport(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("FILE", options->file, "The description file")->type_name("")->required();
+  app.add_option("--output", options->output, "Where to write, instead of standard output; replaced only as a whole")
+      ->type_name("OUT");
+  app.footer(kFooter);
+  return [options] { return RunExport(*options); };
+}
+
+}  // namespace tool

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace tool {
+
+/// Objects keep the order in which they were written.
+using Json = nlohmann::ordered_json;
+
+inline Json TextOrNull(const char* text) { return text == nullptr ? Json(nullptr) : Json(text); }
+
+/// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any.
+inline std::string ToText(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+}  // namespace tool

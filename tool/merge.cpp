@@ -1,0 +1,45 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "command.h"
+#include "databases.h"
+#include "description_output.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* kFooter =
+    R"(The families of all files stand in the order of the files; Version and Comment are those of the first. Families are never joined:
+of two with one name the first answers for it. What lookups will not find is told on standard error. The file that is written
+has the form that plddb export gives.
+
+Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.
+
+Example: plddb merge first.xml second.xml --output all.xml)";
+
+struct Options {
+  std::vector<std::string> files;
+  std::string output;
+};
+
+ExitCode RunMerge(const Options& options) {
+  const std::vector<Database> databases = LoadDatabases(options.files);
+  DeviceList& merged = *databases.front().devices;
+  for (std::size_t i = 1; i < databases.size(); ++i) merged.AddNewDeviceList(databases[i].devices.get());
+  ReportHidden(merged);
+  WriteDatabase(merged, options.output);
+  return ExitCode::kFound;
+}
+
+}  // namespace
+
+Run AddMerge(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("")->required();
+  app.add_option("--output", options->output, "Where to write, instead of standard output; replaced only as a whole")
+      ->type_name("OUT");
+  app.footer(kFooter);
+  return [options] { return RunMerge(*options); };
+}
+
+}  // namespace tool
