@@ -11,7 +11,7 @@ namespace plddb {
 
 /// What is wrong in a description file, and where.
 struct Fault {
-  std::string file;
+  std::string file;  ///< The path of the file, or the name that came with the text.
   int line = 1;      ///< 1-based.
   int column = 1;    ///< 1-based, in bytes; a byte order mark does not count.
   std::string text;  ///< What is wrong, and what was expected; one line.
@@ -22,7 +22,7 @@ std::string ToString(const Fault& fault);
 
 /// What a load gives: a database and no faults, or faults and no database (null). Nothing is ever half-loaded.
 struct LoadResult {
-  DeviceListOwner database;
+  DeviceListOwner database;   ///< Null when there are faults.
   std::vector<Fault> faults;  ///< All faults of the file, in file order; of a hopeless one the first 10,000.
 };
 

@@ -58,8 +58,9 @@ void AppendFields(pugi::xml_node node, const FieldTable& fields, const void* rec
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const Field& field = fields[i];
     if (field.get == nullptr) continue;  // a column of a list, whose records are written as elements
-    const Value value = field.get(record);
+    Value value = field.get(record);
     const bool isNeeded = field.need == Need::Required || field.need == Need::NotEmpty;
+    if (isNeeded && field.kind == Kind::Text && value.text == nullptr) value.text = "";
     if (!isNeeded && AreEqual(value, ValueWhenLeftOut(fields, i, record, untouched))) continue;
     if (value.text != nullptr || field.kind != Kind::Text) Append(node, field, value);
   }

@@ -24,7 +24,13 @@ std::string Hex(unsigned int value, int digits) {
 
 std::string IdText(unsigned int id) { return Hex(id, 8); }
 
-std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? kNotKnown : text; }
+std::string Printable(std::string text) {
+  const auto isControl = [](char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; };
+  std::replace_if(text.begin(), text.end(), isControl, '?');
+  return text;
+}
+
+std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? kNotKnown : Printable(text); }
 
 std::string DeviceName(const DeviceInfo& device) {
   const char* const name = device.GetName();

@@ -1,7 +1,10 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 #include "NearNames.h"
 #include "command.h"
@@ -27,8 +30,7 @@ Examples: plddb find XC9572XL        plddb find --pon XC9572XL-7VQ44C        pld
 
 struct Options {
   std::vector<std::string> databases;
-  std::string name, codeName, alias, pon, jdf, entity, fullName, package, family, text;
-  unsigned long fuses = 0;
+  std::string name, codeName, alias, pon, jdf, entity, fuses, fullName, package, family, text;
   bool json = false;
 };
 
@@ -37,6 +39,13 @@ struct Found {
   std::string key;
   const DeviceInfo* device;
 };
+
+/// The fuse count that `text` says in decimal digits; 0, which is no count, when it does not.
+unsigned long FuseCount(const std::string& text) {
+  unsigned long count = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+  return error == std::errc() && end == text.data() + text.size() ? count : 0;
+}
 
 // --- The keys ---------------------------------------------------------------------------------------------------------------
 
@@ -48,6 +57,7 @@ struct Key {
   const DeviceInfo* (*inDatabase)(const DeviceList& database, const char* text);
   const DeviceInfo* (*inFamily)(const FamilyList& family, const char* text);
   const char* help;
+  const DeviceInfo* (*otherwise)(const DeviceList& database, const char* text) = nullptr;  ///< When no database answered.
 };
 
 bool EqualTexts(const char* a, const char* b) {
@@ -82,11 +92,9 @@ constexpr Key kKeys[] = {
      [](const FamilyList& family, const char* text) { return OnlyByAlias(family.GetDeviceWithCodeName(text), text); },
      "Its alias name, unless a device has it as its code name"},
     {"--pon", &Options::pon,
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* {
-       const DeviceInfo* const device = database.GetDeviceWithPON(text, false);
-       return device != nullptr ? device : database.GetDeviceWithPON(text, true);
-     },
-     nullptr, "The ordering name of one of its packages; failing that, one without what follows its last '-'"},
+     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithPON(text, false); },
+     nullptr, "The ordering name of one of its packages; failing that, one without what follows its last '-'",
+     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithPON(text, true); }},
     {"--jdf", &Options::jdf,
      [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithJDFFileName(text); },
      nullptr, "The JEDEC device file of one of its packages"},
@@ -94,7 +102,7 @@ constexpr Key kKeys[] = {
      [](const DeviceList& database, const char* text) -> const DeviceInfo* {
        return database.GetDeviceWithEntityNameDisregardUES(text);
      },
-     nullptr, "The entity name of one of its packages"},
+     nullptr, "The entity name of one of its packages, whether or not the device has a user signature"},
 };
 // clang-format on
 
@@ -121,12 +129,14 @@ const DeviceInfo* FirstOf(const std::vector<Database>& databases, const std::fun
 }
 
 const DeviceInfo* FindByKey(const std::vector<Database>& databases, const Options& options, const Key& key, const char* text) {
-  return FirstOf(databases, [&](DeviceList& database) -> const DeviceInfo* {
+  const DeviceInfo* const device = FirstOf(databases, [&](DeviceList& database) -> const DeviceInfo* {
     const bool asksFamily = !options.family.empty() && key.inFamily != nullptr;
     if (!asksFamily) return key.inDatabase(database, text);
     const FamilyList* const family = database.GetFamily(0);  // the only one that was kept
     return family == nullptr ? nullptr : key.inFamily(*family, text);
   });
+  if (device != nullptr || key.otherwise == nullptr) return device;
+  return FirstOf(databases, [&](DeviceList& database) { return key.otherwise(database, text); });
 }
 
 const DeviceInfo* FindInPackage(const std::vector<Database>& databases, const Options& options) {
@@ -147,7 +157,7 @@ std::vector<Found> FindDevices(const std::vector<Database>& databases, const Opt
     add("package and name", FindInPackage(databases, options));
   } else if (!options.fullName.empty()) {
     add("full name", FirstOf(databases, [&](DeviceList& database) {
-          return database.GetDeviceWithFuseMapAndFullNameEx(options.fuses, options.fullName.c_str());
+          return database.GetDeviceWithFuseMapAndFullNameEx(FuseCount(options.fuses), options.fullName.c_str());
         }));
   } else {
     for (const Key& key : kKeys) {
@@ -160,23 +170,37 @@ std::vector<Found> FindDevices(const std::vector<Database>& databases, const Opt
 
 // --- What is near -----------------------------------------------------------------------------------------------------------
 
-/// Up to five names of devices that the text which was looked for may have meant.
-std::vector<std::string> Suggestions(const std::vector<Database>& databases, const Options& options) {
-  std::string_view wanted = options.text;
-  for (const std::string* name : {&options.name, &options.codeName, &options.alias, &options.fullName}) {
-    if (!name->empty()) wanted = *name;
-  }
-  if (wanted.empty()) return {};
+/// The names of the devices by which `options` asks: of the field that was asked, or of all fields that are names.
+std::vector<std::string_view> KnownNames(const std::vector<Database>& databases, const Options& options) {
+  const bool takesAll = !options.text.empty();
   std::vector<std::string_view> known;
+  const auto add = [&](bool isAsked, const char* name) {
+    if ((takesAll || isAsked) && name != nullptr) known.emplace_back(name);
+  };
   for (const Database& database : databases) {
     ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      for (const char* name : {device.GetName(), device.GetCodeName(), device.GetAliasName()}) {
-        if (name != nullptr) known.emplace_back(name);
-      }
+      add(!options.name.empty(), device.GetName());
+      add(!options.codeName.empty() || !options.fullName.empty(), device.GetCodeName());
+      add(!options.alias.empty(), device.GetAliasName());
     });
   }
+  return known;
+}
+
+/// Up to five texts of `known` that `wanted` may have meant.
+std::vector<std::string> Suggestions(const std::string& wanted, const std::vector<std::string_view>& known) {
   const auto near = plddb::NearNames(wanted, known, 5);
-  return {near.begin(), near.end()};
+  std::vector<std::string> suggestions(near.begin(), near.end());
+  suggestions.erase(std::remove(suggestions.begin(), suggestions.end(), wanted), suggestions.end());
+  return suggestions;
+}
+
+/// The text that was looked for as a name; empty when something else was.
+const std::string& WantedName(const Options& options) {
+  for (const std::string* name : {&options.text, &options.name, &options.codeName, &options.alias}) {
+    if (!name->empty()) return *name;
+  }
+  return options.fullName;
 }
 
 // --- Output -----------------------------------------------------------------------------------------------------------------
@@ -202,9 +226,9 @@ std::string Table(const std::vector<Found>& found) {
   return AlignedTable(rows);
 }
 
-ExitCode ReportNothing(const std::vector<std::string>& suggestions) {
-  std::string message = "plddb: nothing found";
-  for (std::size_t i = 0; i < suggestions.size(); ++i) message += (i == 0 ? "; did you mean " : ", ") + suggestions[i];
+ExitCode ReportNothing(const std::vector<std::string>& suggestions, std::string message = "plddb: nothing found") {
+  for (std::size_t i = 0; i < suggestions.size(); ++i)
+    message += (i == 0 ? "; did you mean " : ", ") + Printable(suggestions[i]);
   WriteMessage(message + (suggestions.empty() ? "" : "?") + "\n");
   return ExitCode::kNotFound;
 }
@@ -213,25 +237,37 @@ ExitCode ReportNothing(const std::vector<std::string>& suggestions) {
 
 std::string Lines(const char* title, const std::vector<std::string>& texts) {
   std::string lines = texts.empty() ? "" : std::string(title) + "\n";
-  for (const std::string& text : texts) lines += "  " + text + "\n";
+  for (const std::string& text : texts) lines += "  " + Printable(text) + "\n";
   return lines;
 }
 
-ExitCode ListCandidates(const std::vector<Database>& databases, const Options& options) {
+struct Candidates {
   std::vector<std::string> codeNames;
   std::vector<std::string> names;
+};
+
+Candidates FindCandidates(const std::vector<Database>& databases, unsigned long fuses) {
+  Candidates found;
+  if (fuses == 0) return found;
   for (const Database& database : databases) {
-    std::vector<std::string> own;
-    database.devices->GetDeviceCodeNameWithFuseMap(options.fuses, own);
-    codeNames.insert(codeNames.end(), own.begin(), own.end());
-    database.devices->GetDeviceWithFuseMap(options.fuses, names);  // appends
+    std::vector<std::string> codeNames;
+    database.devices->GetDeviceCodeNameWithFuseMap(fuses, codeNames);
+    found.codeNames.insert(found.codeNames.end(), codeNames.begin(), codeNames.end());
+    database.devices->GetDeviceWithFuseMap(fuses, found.names);  // appends
   }
-  const bool isFound = !codeNames.empty() || !names.empty();
+  return found;
+}
+
+ExitCode ListCandidates(const Candidates& found, const Options& options) {
+  const bool isFound = !found.codeNames.empty() || !found.names.empty();
   if (options.json) {
-    WriteOutput(ToText({{"fuses", options.fuses}, {"codeNames", codeNames}, {"names", names}}));
+    const std::string& fuses = options.fuses.empty() ? options.text : options.fuses;
+    WriteOutput(ToText({{"fuses", FuseCount(fuses)}, {"codeNames", found.codeNames}, {"names", found.names}}));
+  } else if (isFound) {
+    WriteOutput(Lines("Code names for this fuse count:", found.codeNames) +
+                Lines("Names for it, of devices with a user signature:", found.names));
   } else {
-    WriteOutput(Lines("Code names:", codeNames) + Lines("Names, of devices with a user signature:", names));
-    if (!isFound) return ReportNothing({});
+    return ReportNothing({});
   }
   return isFound ? ExitCode::kFound : ExitCode::kNotFound;
 }
@@ -244,23 +280,38 @@ void CheckKeys(const Options& options, const CLI::App& app) {
   for (const Key& key : kKeys) keys += app.count(key.option) > 0 ? 1 : 0;
   keys += app.count("--fuses") > 0 ? 1 : 0;
   if (keys != 1) throw WrongUsage("give one TEXT, or one key to look for");
+  if (app.count("--fuses") > 0 && FuseCount(options.fuses) == 0) {
+    throw WrongUsage("--fuses is " + Printable(options.fuses) + ": expected a decimal number above 0");
+  }
 }
 
-std::vector<Database> LoadFor(const Options& options) {
-  std::vector<Database> databases = LoadDatabases(options.databases);
-  if (options.family.empty()) return databases;
-  bool isKnown = false;
-  for (const Database& database : databases) isKnown = KeepOnlyFamily(*database.devices, options.family) || isKnown;
-  if (!isKnown) throw WrongUsage("no family is named " + options.family);
-  return databases;
+/// Leaves the databases with the family that was asked for; false when none of them has it.
+bool KeepFamily(const std::vector<Database>& databases, const std::string& name) {
+  bool isKnown = name.empty();
+  for (const Database& database : databases) {
+    if (!name.empty()) isKnown = KeepOnlyFamily(*database.devices, name) || isKnown;
+  }
+  return isKnown;
 }
 
-ExitCode RunFind(const Options& options, const CLI::App& app) {
-  CheckKeys(options, app);
-  const std::vector<Database> databases = LoadFor(options);
-  if (app.count("--fuses") > 0 && options.fullName.empty()) return ListCandidates(databases, options);
+std::vector<std::string> FamilyNames(const std::vector<Database>& databases) {
+  std::vector<std::string> names;
+  for (const Database& database : databases) {
+    for (int i = 0; const FamilyList* const family = database.devices->GetFamily(i); ++i) {
+      for (const char* const name : {family->GetName(), family->GetAliasName()}) {
+        if (name != nullptr) names.emplace_back(name);
+      }
+    }
+  }
+  return names;
+}
+
+ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& options) {
   const std::vector<Found> found = FindDevices(databases, options);
-  const auto suggestions = found.empty() ? Suggestions(databases, options) : std::vector<std::string>();
+  const Candidates candidates = FindCandidates(databases, FuseCount(options.text));  // a TEXT may be a fuse count, too
+  if (found.empty() && !candidates.codeNames.empty()) return ListCandidates(candidates, options);
+  const auto suggestions =
+      found.empty() ? Suggestions(WantedName(options), KnownNames(databases, options)) : std::vector<std::string>();
   if (options.json) {
     WriteOutput(JsonReport(found, suggestions));
     return found.empty() ? ExitCode::kNotFound : ExitCode::kFound;
@@ -270,6 +321,23 @@ ExitCode RunFind(const Options& options, const CLI::App& app) {
   return ExitCode::kFound;
 }
 
+ExitCode RunFind(const Options& options, const CLI::App& app) {
+  CheckKeys(options, app);
+  const std::vector<Database> databases = LoadDatabases(options.databases);
+  const std::vector<std::string> families = FamilyNames(databases);
+  if (!KeepFamily(databases, options.family)) {
+    const std::vector<std::string_view> known(families.begin(), families.end());
+    return ReportNothing(Suggestions(options.family, known), "plddb: no family is named " + Printable(options.family));
+  }
+  const bool listsCandidates = !options.fuses.empty() && options.fullName.empty();
+  if (listsCandidates) return ListCandidates(FindCandidates(databases, FuseCount(options.fuses)), options);
+  return AnswerDevices(databases, options);
+}
+
+CLI::Validator NotEmpty() {
+  return CLI::Validator([](const std::string& text) { return text.empty() ? "must not be empty" : ""; }, "");
+}
+
 }  // namespace
 
 Run AddFind(CLI::App& app) {
@@ -277,15 +345,22 @@ Run AddFind(CLI::App& app) {
   app.add_option("--db", options->databases, "A description file, or a folder of *.xml; may be given several times")
       ->type_name("FILE")
       ->allow_extra_args(false);
-  for (const Key& key : kKeys) app.add_option(key.option, (*options).*key.text, key.help)->type_name("TEXT");
+  for (const Key& key : kKeys) app.add_option(key.option, (*options).*key.text, key.help)->type_name("TEXT")->check(NotEmpty());
   auto* const fuses = app.add_option("--fuses", options->fuses, "The fuse count of a fuse-map file")->type_name("N");
-  app.add_option("--full-name", options->fullName, "The device's full name in that file")->type_name("TEXT")->needs(fuses);
+  app.add_option("--full-name", options->fullName,
+                 "The device's full name in that file: blanks and what follows its last '-' do not count")
+      ->type_name("TEXT")
+      ->check(NotEmpty())
+      ->needs(fuses);
   app.add_option("--package", options->package, "A package type that the device of that name has")
       ->type_name("TYPE")
+      ->check(NotEmpty())
       ->needs(app.get_option("--name"));
-  app.add_option("--family", options->family, "Only devices of this family")->type_name("NAME");
+  app.add_option("--family", options->family, "Only devices of the family of this name or alias name (letter case counts)")
+      ->type_name("NAME")
+      ->check(NotEmpty());
   app.add_flag("--json", options->json, "Write a JSON object: {matches, suggestions}, or the candidates of --fuses");
-  app.add_option("TEXT", options->text, "What to look for by every key")->type_name("");
+  app.add_option("TEXT", options->text, "What to look for by every key")->type_name("")->check(NotEmpty());
   app.footer(kFooter);
   return [options, &app] { return RunFind(*options, app); };
 }

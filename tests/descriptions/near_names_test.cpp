@@ -52,19 +52,20 @@ TEST(NearNames, AreNotLookedForWhenATextIsTooLongToBeAName) {
 std::string TypoOf(const std::string& name, std::mt19937& random) {
   const std::string letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
   const char letter = letters[random() % letters.size()];
-  const std::size_t place = random() % (name.size() - 1);
   std::string typo = name;
   switch (random() % 4) {
     case 0:
-      return typo.erase(place, 1);
-    case 1:
+      return typo.erase(random() % name.size(), 1);
+    case 1: {
+      const std::size_t place = random() % (name.size() - 1);
       std::swap(typo[place], typo[place + 1]);
       return typo;
+    }
     case 2:
-      typo[place] = letter;
+      typo[random() % name.size()] = letter;
       return typo;
     default:
-      return typo.insert(place, 1, letter);
+      return typo.insert(random() % (name.size() + 1), 1, letter);
   }
 }
 

@@ -1,5 +1,6 @@
 #include "tests/support/random_tree.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <limits>
@@ -38,7 +39,7 @@ class Random {
     for (char& c : text) {
       if (bytes < 256) bytes = engine_();
       c = isPrintable_ ? kPrintable[(bytes & 0xFF) % kPrintable.size()] : static_cast<char>(bytes & 0xFF);
-      if (c == '\0' || c == ';') c = '-';
+      if (c == '\0' || (c == ';' && !isPrintable_)) c = '-';
       bytes >>= 8;
     }
     return text;
@@ -47,10 +48,15 @@ class Random {
   /// A list of up to three records that `make(record)` fills.
   template <class Record, class Make>
   std::vector<Record> List(Make make) {
-    std::vector<Record> list(static_cast<std::size_t>(Below(4)));
+    std::vector<Record> list(static_cast<std::size_t>(Count(4)));
     for (Record& record : list) make(record);
     return list;
   }
+
+  /// Below the limit; of printable trees, whose every list is filled, at least 1.
+  int Count(int limit) { return isPrintable_ ? 1 + Below(limit - 1) : Below(limit); }
+
+  bool IsPrintable() const { return isPrintable_; }
 
   std::vector<std::string> Texts() {
     return List<std::string>([this](std::string& text) { text = Text(); });
@@ -82,7 +88,7 @@ void FillPackage(Package& package, Random& random) {
                          &Package::SetBackupPON, &Package::SetAliasPON}) {
     if (random.Below(3) != 0) (package.*set)(random.Text().c_str());
   }
-  for (int adapters = random.Below(3); adapters > 0; --adapters) {
+  for (int adapters = random.Count(3); adapters > 0; --adapters) {
     const std::string vendor = random.Text();
     package.AddAdapter(vendor.c_str(), random.Text().c_str());
   }
@@ -130,8 +136,13 @@ void FillOtherLists(DeviceInfo& device, Random& random) {
     record.PinList = random.Text();
   }));
   std::string ranges = ";";
-  for (const std::string& range : random.Texts()) ranges += range + ";";
+  for (std::string range : random.Texts()) {
+    std::replace(range.begin(), range.end(), ';', '-');
+    ranges += range + ";";
+  }
+  if (random.IsPrintable()) ranges.insert(0, "R;A0-A7; ");
   device.SetlistAddressRange(ranges.c_str());
+  if (random.IsPrintable() && random.Below(2) != 0) device.SetSysIOList("\"A\" \" \" \"B;C\"");
   for (const std::string& entry : random.Texts()) device.AddSysIOList(entry.c_str());
   device.SetMultibootCfgAddr(random.Numbers());
   device.SetMultibootAutoAdd(random.Numbers());
@@ -143,27 +154,28 @@ void FillDevice(DeviceInfo& device, Random& random) {
   FillPlainFields(DeviceFields(), device, random);
   FillRegisterLists(device, random);
   FillOtherLists(device, random);
-  for (int packages = random.Below(3); packages > 0; --packages) {
+  for (int packages = random.Count(3); packages > 0; --packages) {
     FillPackage(*device.GetDevicePackage()->NewPackage(), random);
   }
 }
 
 void FillFamily(FamilyList& family, Random& random) {
   FillPlainFields(FamilyFields(), family, random);
+  if (random.IsPrintable() && random.Below(2) != 0) family.SetOperationList("\"Erase\", \"  \"");
   for (const std::string& operation : random.Texts()) family.AddOperationList(operation.c_str());
   family.SetListProgrammingModeControl(random.Texts());
   family.SetListBScanControl(random.List<CBScanControl>([&](CBScanControl& record) {
     record.DefaultValue = random.Any<int>();
     record.Controls = random.Texts();
   }));
-  for (int devices = random.Below(4); devices > 0; --devices) FillDevice(*family.NewDevice(), random);
+  for (int devices = random.Count(4); devices > 0; --devices) FillDevice(*family.NewDevice(), random);
 }
 
 DeviceListOwner FilledFrom(Random random) {
   DeviceListOwner database = MakeDeviceList();
   if (random.Below(4) != 0) database->SetVersion(random.Text().c_str());
   if (random.Below(4) != 0) database->SetComment(random.Text().c_str());
-  for (int families = random.Below(4); families > 0; --families) FillFamily(*database->NewFamily(), random);
+  for (int families = random.Count(4); families > 0; --families) FillFamily(*database->NewFamily(), random);
   return database;
 }
 

@@ -10,7 +10,8 @@ namespace support {
 /// missing, empty, short, long and of any byte; numbers at their limits; lists without, with one and with several records.
 DeviceListOwner RandomTree(std::uint64_t seed);
 
-/// The same with texts of letters alone that an XML file can hold: those of ASCII, line ends and tabs.
+/// The same with every list filled, and with texts of letters alone that an XML file can hold: those of ASCII, line ends and
+/// tabs.
 DeviceListOwner RandomPrintableTree(std::uint64_t seed);
 
 /// A database whose every field is set and every list filled; its families do not share a value.

@@ -86,11 +86,11 @@ TEST(Find, PrintsATableOfWhatMatched) {
 TEST(Find, ListsTheCandidatesOfAFuseCountWithTheirMarkers) {
   const ToolRun run = Find("--fuses 5828");
   EXPECT_EQ(run.out,
-            "Code names:\n"
+            "Code names for this fuse count:\n"
             "  CODE2\n"
             "  CODE3<ISP>\n"
             "  CODE3<JTAG>\n"
-            "Names, of devices with a user signature:\n"
+            "Names for it, of devices with a user signature:\n"
             "  SAME<ISP>\n"
             "  SAME<JTAG>\n");
   EXPECT_EQ(run.exit_code, 0);
@@ -98,6 +98,7 @@ TEST(Find, ListsTheCandidatesOfAFuseCountWithTheirMarkers) {
   EXPECT_EQ(json["fuses"], 5892);
   EXPECT_EQ(json["codeNames"], Json({"CODE2", "CODE3"}));
   EXPECT_EQ(json["names"], Json({"SAME"}));
+  EXPECT_EQ(Json::parse(Find("05828 --json").out), Json::parse(Find("--fuses 5828 --json").out));  // tried as a TEXT, too
   EXPECT_EQ(Find("--fuses 1").exit_code, 1);
 }
 
@@ -110,6 +111,24 @@ TEST(Find, OffersNearNamesWhenNothingMatches) {
   EXPECT_EQ(Find("QQQQQQQQQQQQ").err, "plddb: nothing found\n");
 }
 
+TEST(Find, SaysWhenThereIsNoSuchFamily) {
+  const ToolRun run = Find("--family secnd --name PLD1234A");
+  EXPECT_EQ(run.err, "plddb: no family is named secnd; did you mean Second?\n");
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.exit_code, 1);
+}
+
+TEST(Find, RefusesEmptyTexts) {
+  for (const char* const option : {"--name", "--fuses", "--family", "--alias"}) {
+    EXPECT_EQ(RunTool({"find", "--db", kMadeUp, option, ""}).exit_code, 2) << "row: " << option;
+  }
+}
+
+TEST(Find, SuggestsOnlyWhatTheKeyCouldMean) {
+  EXPECT_EQ(Find("--alias PLD1234A").err, "plddb: nothing found\n");
+  EXPECT_EQ(Find("--code-name CODE9").err, "plddb: nothing found; did you mean CODE1, CODE2, CODE3, CODE4?\n");
+}
+
 TEST(Find, AsksSeveralDatabasesInTheirOrder) {
   const std::string other = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
   EXPECT_EQ(Matches(Find("--name PLD1234A --json", {kMadeUp, other})), "name=CODE1");
@@ -118,7 +137,8 @@ TEST(Find, AsksSeveralDatabasesInTheirOrder) {
 
 TEST(Find, RefusesQuestionsThatMakeNoSense) {
   for (const char* arguments : {"", "--name A --alias B", "--name A TEXT", "--full-name A", "--package TQ100", "--fuses many",
-                                "--family Nobody --name A", "--package TQ100 --code-name A", "--unknown A", "A B"}) {
+                                "--fuses -1", "--fuses=-1", "--fuses 0x10", "--fuses 0", "--fuses 99999999999999999999",
+                                "--package TQ100 --code-name A", "--unknown A", "A B"}) {
     const ToolRun run = Find(arguments);
     EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
     EXPECT_EQ(run.out, "") << "row: " << arguments;

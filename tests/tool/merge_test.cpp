@@ -80,18 +80,22 @@ TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndTellsWhoIsHidden) {
   EXPECT_EQ(families, "First Second Other Other ");
   EXPECT_EQ(run.err,
             "plddb: warning: family Other is there more than once; only the first answers by its name\n"
-            "plddb: warning: PLD1234A (Second) is not found by its name: PLD1234A (First) answers\n"
-            "plddb: warning: PLD1234A (Other) is not found by its name: PLD1234A (First) answers\n"
-            "plddb: warning: PLD1234A (Other) is not found by its name: PLD1234A (First) answers\n"
-            "plddb: warning: PLD1234A (Other) is not found by its code name OTHER1: PLD1234A (Other) answers\n");
+            "plddb: warning: PLD1234A (Second, device 1 of family 2) is not found by its name: PLD1234A (First, device 1 of "
+            "family 1) answers\n"
+            "plddb: warning: PLD1234A (Other, device 1 of family 3) is not found by its name: PLD1234A (First, device 1 of "
+            "family 1) answers\n"
+            "plddb: warning: PLD1234A (Other, device 1 of family 4) is not found by its name: PLD1234A (First, device 1 of "
+            "family 1) answers\n"
+            "plddb: warning: PLD1234A (Other, device 1 of family 4) is not found by its code name OTHER1: PLD1234A (Other, "
+            "device 1 of family 3) answers\n");
 }
 
 TEST(Merge, TellsWhichIdcodeFindsAnotherDevice) {
   const ToolRun run = RunTool({"merge", PLDDB_DATA_DIR "/xilinx.xml", PLDDB_DATA_DIR "/xilinx.xml"});
   EXPECT_EQ(run.exit_code, 0);
-  EXPECT_NE(
-      run.err.find("plddb: warning: XC9572XL (XC9500XL) is not found by its IDCODE 0x09604093: XC9572XL (XC9500XL) answers\n"),
-      std::string::npos);
+  const std::string who = "XC9572XL (XC9500XL, device 2 of family ";
+  EXPECT_NE(run.err.find("plddb: warning: " + who), std::string::npos) << run.err.substr(0, 200);
+  EXPECT_NE(run.err.find(" is not found by its IDCODE 0x09604093: " + who), std::string::npos) << run.err.substr(0, 200);
 }
 
 TEST(Merge, LeavesTheOldFileWholeWhenSomethingFails) {
@@ -116,6 +120,38 @@ TEST(Merge, ReplacesTheOldFileAndKeepsItsPermissions) {
   EXPECT_NE(plddb::LoadDescriptions(output).database, nullptr);
   EXPECT_EQ(fs::status(output).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
+}
+
+TEST(Merge, WritesThroughALinkAndRefusesWhatIsNoRegularFile) {
+  const Folder folder;
+  std::ofstream(folder / "file.xml") << "old";
+  fs::create_symlink("file.xml", folder / "link.xml");
+  EXPECT_EQ(RunTool({"merge", kKeys, "--output", folder / "link.xml"}).exit_code, 0);
+  EXPECT_TRUE(fs::is_symlink(folder / "link.xml"));
+  EXPECT_NE(plddb::LoadDescriptions(folder / "file.xml").database, nullptr);
+  EXPECT_EQ(mkfifo((folder / "fifo").c_str(), 0600), 0);
+  fs::create_directory(folder / "folder");
+  for (const char* const name : {"fifo", "folder"}) {
+    const ToolRun run = RunTool({"merge", kKeys, "--output", folder / name});
+    EXPECT_EQ(run.exit_code, 2) << "row: " << name;
+    EXPECT_NE(run.err.find("it is not a regular file"), std::string::npos) << "row: " << name << ", message: " << run.err;
+  }
+  EXPECT_TRUE(fs::is_fifo(folder / "fifo"));
+}
+
+TEST(Export, TellsAnAliasNameThatHidesAFamilyFromARepeatedName) {
+  const Folder folder;
+  std::ofstream(folder / "alias.xml")
+      << R"(<DeviceDatabase><Family Name="A" AliasName="B"/><Family Name="B"/></DeviceDatabase>)";
+  EXPECT_EQ(RunTool({"export", folder / "alias.xml"}).err,
+            "plddb: warning: family B is not found by its name: family A has it as its alias name\n");
+}
+
+TEST(Export, WritesAnAdapterWithoutNamesSoThatItLoads) {
+  const DeviceListOwner database = MakeDeviceList();
+  Adapter nameless;
+  database->NewFamily()->NewDevice()->GetDevicePackage()->NewPackage()->AddAdapter(&nameless);
+  EXPECT_NE(plddb::ParseDescriptions(plddb::WriteDescriptions(*database), "written.xml").database, nullptr);
 }
 
 TEST(Merge, MayWriteOverOneOfItsFiles) {
