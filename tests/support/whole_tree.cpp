@@ -3,7 +3,6 @@
 #include "tests/support/device_fields.h"
 #include "tests/support/family_fields.h"
 #include "tests/support/show.h"
-#include "tests/support/tree_equality.h"
 
 namespace support {
 namespace {

@@ -1,0 +1,38 @@
+// Description files: whatever the text is, the load gives a sound database or faults that lead to a place in the text.
+
+#include "Descriptions.h"
+
+#include "fuzz/input.h"
+#include "fuzz/tree_checks.h"
+
+using fuzz::Check;
+
+namespace {
+
+/// Whether the text could ask for memory that takes long to fill: a number of five digits or more.
+bool HasLargeNumber(std::string_view text) {
+  std::size_t digits = 0;
+  for (const char c : text) {
+    digits = c >= '0' && c <= '9' ? digits + 1 : 0;
+    if (digits >= 5) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  if (text.find("EBR") != text.npos && HasLargeNumber(text)) return 0;
+  const plddb::LoadResult result = plddb::ParseDescriptions(text, "input.xml");
+  Check((result.database == nullptr) == !result.faults.empty(), "there is a database or there are faults");
+  if (result.database != nullptr) fuzz::CheckDatabase(*result.database);
+  for (const plddb::Fault& fault : result.faults) {
+    Check(fault.file == "input.xml", "a fault names the file");
+    Check(fault.line >= 1 && static_cast<std::size_t>(fault.line) <= size + 1, "a fault has a line of the text");
+    Check(fault.column >= 1 && static_cast<std::size_t>(fault.column) <= size + 1, "a fault has a column of the text");
+    Check(!fault.text.empty() && fault.text.find('\n') == fault.text.npos, "a fault is one line of text");
+    Check(plddb::ToString(fault).find("error: " + fault.text) != std::string::npos, "a fault shows as an error");
+  }
+  return 0;
+}
