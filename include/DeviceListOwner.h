@@ -19,7 +19,9 @@ inline void ReleaseDevices(DeviceList& database) noexcept {
   for (int i = 0; FamilyList* family = database.GetFamily(i); ++i) ReleaseDevices(*family);
 }
 
+/// What DeviceListOwner destroys its database with.
 struct DeviceListDeleter {
+  /// Destroys `database` with all its families and devices; nothing for null. Never fails.
   void operator()(DeviceList* database) const noexcept {
     if (database == nullptr) return;
     ReleaseDevices(*database);

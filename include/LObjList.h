@@ -24,10 +24,10 @@ class PLDDB_EXPORT LObjList {
 
   LObject* Delete(int index);       ///< Unlinks the element and hands it over; null outside the list.
   LObject* GetAt(int index) const;  ///< Lends the element; null outside the list.
-  int GetCount() const;
-  LObject* GetTail() const;  ///< Lends the last element; null for an empty list.
-  bool IsEmpty() const;
-  LObject* RemoveTail();  ///< Unlinks the last element and hands it over; null for an empty list.
+  int GetCount() const;             ///< The number of elements, null pointers among them.
+  LObject* GetTail() const;         ///< Lends the last element; null for an empty list.
+  bool IsEmpty() const;             ///< Whether there are no elements.
+  LObject* RemoveTail();            ///< Unlinks the last element and hands it over; null for an empty list.
 
  private:
   bool Holds(int index) const;

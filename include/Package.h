@@ -31,7 +31,7 @@ class PLDDB_EXPORT Package : public LObject {
   void SetAliasPON(const char* pon);              char* GetAliasPON() const;      ///< Replacement PON of a CDR variant.
   // clang-format on
 
-  int GetAdapterCount() const;
+  int GetAdapterCount() const;  ///< The number of adapters.
 
   /// Appends a new adapter with copies of these texts and lends it; null, and nothing appended, when either text is null.
   Adapter* AddAdapter(const char* vendor, const char* adapter);

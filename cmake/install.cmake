@@ -1,0 +1,58 @@
+# What `cmake --install` lays out. The components are those of the Debian packages (packages.cmake); without packages they make
+# no difference. The installation may be moved as a whole: nothing in it names its folder, but for the tool's second choice of
+# a data folder.
+include(CMakePackageConfigHelpers)
+
+set(PLDDB_CONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/plddb)
+
+install(TARGETS plddb EXPORT plddb
+  RUNTIME COMPONENT library
+  LIBRARY COMPONENT library NAMELINK_COMPONENT development
+  ARCHIVE COMPONENT development)
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/plddb COMPONENT development FILES_MATCHING PATTERN "*.h")
+install(EXPORT plddb NAMESPACE plddb:: FILE plddb-targets.cmake DESTINATION ${PLDDB_CONFIG_DIR} COMPONENT development)
+
+set(PLDDB_PC_DIR ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH PLDDB_PREFIX_FROM_PC ${PLDDB_PC_DIR} ${CMAKE_INSTALL_PREFIX})
+file(RELATIVE_PATH PLDDB_INCLUDE_FROM_PC ${PLDDB_PC_DIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+function(plddb_install_pc NAME)
+  configure_file(cmake/${NAME}.pc.in ${NAME}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${NAME}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endfunction()
+plddb_install_pc(plddb)
+
+if(TARGET plddb_descriptions)
+  install(TARGETS plddb_descriptions EXPORT plddb-descriptions ARCHIVE COMPONENT development)
+  install(DIRECTORY descriptions/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/plddb COMPONENT development
+    FILES_MATCHING PATTERN "[A-Z]*.h")  # the others are internal
+  install(EXPORT plddb-descriptions NAMESPACE plddb:: FILE plddb-descriptions-targets.cmake
+    DESTINATION ${PLDDB_CONFIG_DIR} COMPONENT development)
+  plddb_install_pc(plddb-descriptions)
+endif()
+
+configure_file(cmake/plddb-config.cmake.in plddb-config.cmake @ONLY)
+write_basic_package_version_file(plddb-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/plddb-config.cmake ${PROJECT_BINARY_DIR}/plddb-config-version.cmake
+  DESTINATION ${PLDDB_CONFIG_DIR} COMPONENT development)
+
+if(TARGET plddb_tool)
+  file(RELATIVE_PATH PLDDB_LIB_FROM_BIN ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(plddb_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${PLDDB_LIB_FROM_BIN}")
+  install(TARGETS plddb_tool RUNTIME COMPONENT tool)
+  install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT tool FILES_MATCHING PATTERN "*.xml")
+  install(DIRECTORY descriptions/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT tool FILES_MATCHING PATTERN "*.xsd")
+  install(DIRECTORY tool/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool OPTIONAL FILES_MATCHING PATTERN "*.1")
+  install(FILES tool/completions/plddb.bash RENAME plddb OPTIONAL
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+  install(FILES tool/completions/_plddb OPTIONAL
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT tool)
+  install(FILES tool/completions/plddb.fish OPTIONAL
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
+endif()
+
+# The reference is there once scripts/docs has written it.
+set(PLDDB_REFERENCE ${PROJECT_SOURCE_DIR}/build/docs/html)
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.cpp" PATTERN "*.xml")
+install(DIRECTORY ${PLDDB_REFERENCE} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation OPTIONAL)

@@ -1,0 +1,18 @@
+// Uses the database alone.
+#include <DeviceList.h>
+#include <DeviceListOwner.h>
+
+#include <cstdio>
+
+int main() {
+  const DeviceListOwner database = MakeDeviceList();
+  DeviceInfo* device = database->NewFamily()->NewDevice();
+  device->SetCodeName("PLD1234A");
+  device->SetjtagDeviceID(0x01234057);
+  device->SetDeviceIDScanMask(0x0FFFFFFF);
+  device->SetListControlReg1BitName("BITS;Sleep;Wake;");
+
+  const DeviceInfo* found = database->GetDeviceWithCommAndID("JTAG", 0x11234057);
+  if (found == nullptr) return 1;
+  std::printf("%s %zu\n", found->GetCodeName(), found->GetlistControlRegOne().size());
+}
