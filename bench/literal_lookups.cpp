@@ -1,0 +1,390 @@
+#include "bench/literal_lookups.h"
+
+#include <cstring>
+
+namespace literal {
+namespace {
+
+constexpr std::size_t kBufferSize = 1024;
+
+/// A work buffer. A null text leaves the old one in it.
+struct Buffer {
+  char text[kBufferSize] = "";
+
+  void Fill(const char* source) {
+    if (source != nullptr) util_strncpy(text, source, static_cast<int>(std::strlen(source)), 0);
+  }
+  void Upper() { strupr(text); }
+  void Lower() { strlwr(text); }
+  void Clear() { std::memset(text, 0, sizeof text); }
+};
+
+bool AreEqual(const Buffer& a, const Buffer& b) { return std::strcmp(a.text, b.text) == 0; }
+
+template <typename Rule>
+DeviceInfo* WalkFamily(const FamilyList& family, Rule& rule) {
+  for (int i = 0; DeviceInfo* const device = family.GetDevice(i); ++i) {
+    if (rule(*device)) return device;
+  }
+  return nullptr;
+}
+
+template <typename Rule>
+DeviceInfo* Walk(const FamilyList& family, Rule rule) {
+  return WalkFamily(family, rule);
+}
+
+template <typename Rule>
+DeviceInfo* Walk(const DeviceList& database, Rule rule) {
+  for (int i = 0; const FamilyList* const family = database.GetFamily(i); ++i) {
+    if (DeviceInfo* const device = WalkFamily(*family, rule)) return device;
+  }
+  return nullptr;
+}
+
+template <typename Rule>
+bool AnyPackage(const DeviceInfo& device, Rule rule) {
+  const PackageList* const packages = device.GetDevicePackage();
+  for (unsigned short i = 0; i < packages->GetPackageCount(); ++i) {
+    if (rule(*packages->GetPackage(i))) return true;
+  }
+  return false;
+}
+
+std::string UpperCopy(const char* text) {
+  std::string copy = text;
+  strupr(copy);
+  return copy;
+}
+
+/// Compares with growable strings: the argument is copied once, each text of a device before it is compared.
+class StringRule {
+ public:
+  explicit StringRule(const char* wanted) : wanted_(UpperCopy(wanted)) {}
+
+  bool Matches(const char* text) {
+    if (text == nullptr) return false;
+    own_ = text;
+    strupr(own_);
+    return std::strcmp(own_.c_str(), wanted_.c_str()) == 0;
+  }
+
+ private:
+  std::string wanted_;
+  std::string own_;
+};
+
+/// Compares with fixed buffers: both texts are copied for every device.
+class BufferRule {
+ public:
+  explicit BufferRule(const char* wanted) : wanted_(wanted) {}
+
+  bool Matches(const char* text) {
+    own_.Fill(text);
+    own_.Upper();
+    argument_.Fill(wanted_);
+    argument_.Upper();
+    return AreEqual(own_, argument_);
+  }
+
+ private:
+  const char* wanted_;
+  Buffer own_;
+  Buffer argument_;
+};
+
+template <typename Tree>
+DeviceInfo* FindByAlias(const Tree& tree, const char* alias) {
+  return Walk(tree, [rule = StringRule(alias)](const DeviceInfo& device) mutable {
+    if (device.GetAliasName() == nullptr || std::strcmp(device.GetVendor(), "Quorel") == 0) return false;
+    return rule.Matches(device.GetAliasName());
+  });
+}
+
+template <typename Tree>
+DeviceInfo* FindByComm(const Tree& tree, const char* comm, char* (DeviceInfo::*text)() const, const char* wanted) {
+  return Walk(tree, [rule = BufferRule(wanted), comm, text](const DeviceInfo& device) mutable {
+    const bool isNamed = rule.Matches((device.*text)());
+    return std::strcmp(device.GetComm(), comm) == 0 && isNamed;
+  });
+}
+
+template <typename Tree>
+DeviceInfo* FindByPackage(const Tree& tree, const char* type, char* (DeviceInfo::*text)() const, const char* wanted) {
+  return Walk(tree, [rule = BufferRule(wanted), type, text](const DeviceInfo& device) mutable {
+    if (!rule.Matches((device.*text)())) return false;
+    return AnyPackage(device, [&](const Package& package) { return std::strcmp(package.GetType(), type) == 0; });
+  });
+}
+
+bool PassesIdentifierTest(const DeviceInfo& device, const char* comm, unsigned int id) {
+  const unsigned int mask = device.GetDeviceIDScanMask();
+  const unsigned int isp = device.GetispDeviceID();
+  const unsigned int jtag = device.GetjtagDeviceID();
+  if (std::strcmp(comm, "ISP") == 0) return ((isp ^ id) & mask) == 0 && mask != 0 && isp != 0;
+  if (std::strcmp(comm, "JTAG") == 0) return ((jtag ^ id) & mask) == 0 && mask != 0 && jtag != 0;
+  if (std::strcmp(comm, "DUAL") == 0) return mask != 0 && ((isp & 0xFF) == (id & 0xFF) || ((jtag ^ id) & mask) == 0);
+  return false;
+}
+
+bool HasIdentifier(const DeviceInfo& device, const char* comm, unsigned int id) {
+  if (std::strcmp(comm, "ISP") == 0) return device.GetispDeviceID() == id;
+  if (std::strcmp(comm, "JTAG") == 0) return device.GetjtagDeviceID() == id;
+  if (std::strcmp(comm, "DUAL") == 0) return device.GetispDeviceID() == id || device.GetjtagDeviceID() == id;
+  return false;
+}
+
+bool HasPON(const char* stored, bool stripSuffix, const std::string& wanted) {
+  if (stored == nullptr) return false;
+  std::string copy = stored;
+  const auto dash = copy.rfind('-');
+  if (stripSuffix && dash != copy.npos && dash > 0) copy.erase(dash);
+  strupr(copy);
+  return copy == wanted;
+}
+
+/// Compares entity names: of every package a new one is made, in buffers that are cleared first.
+class EntityRule {
+ public:
+  explicit EntityRule(const char* wanted) : wanted_(wanted) {}
+
+  bool Matches(const Package& package) {
+    source_.Clear();
+    entity_.Clear();
+    argument_.Clear();
+    source_.Fill(package.GetBackupPON());
+    char* end = entity_.text;
+    for (const char* c = source_.text; *c != '\0'; ++c) {
+      if (*c != ' ') *end++ = *c == '-' || *c == '/' ? '_' : *c;
+    }
+    argument_.Fill(wanted_);
+    argument_.Lower();
+    entity_.Lower();
+    return AreEqual(argument_, entity_);
+  }
+
+ private:
+  const char* wanted_;
+  Buffer source_;
+  Buffer entity_;
+  Buffer argument_;
+};
+
+std::string NormalForm(const char* text) {
+  std::string form;
+  for (const char* c = text; *c != '\0'; ++c) {
+    if (*c != ' ') form += *c;
+  }
+  const auto dash = form.rfind('-');
+  if (dash != form.npos && dash > 0) {
+    const bool endsInSlashOne = form.size() >= 2 && form.compare(form.size() - 2, 2, "/1") == 0;
+    form.erase(dash);
+    if (endsInSlashOne) form += "/1";
+  }
+  strupr(form);
+  return form;
+}
+
+bool MatchNormalised(const char* text, const char* fullName) { return NormalForm(text) == NormalForm(fullName); }
+
+void AppendCandidates(const DeviceInfo& device, unsigned long fuseCount, const char* text,
+                      std::vector<std::string>& candidates) {
+  if (device.GetFuseNumber() == fuseCount) {
+    if (std::strcmp(device.GetComm(), "DUAL") == 0) {
+      candidates.push_back(std::string(text) + "<ISP>");
+      candidates.push_back(std::string(text) + "<JTAG>");
+    } else {
+      candidates.push_back(text);
+    }
+  } else if ((fuseCount == 5892 && device.GetFuseNumber() == 5828) ||
+             (fuseCount == 4988064 && device.GetFuseNumber() == 4982712)) {
+    candidates.push_back(text);
+  }
+}
+
+}  // namespace
+
+DeviceInfo* GetDeviceWithName(const DeviceList& database, const char* name) {
+  return Walk(database, [rule = StringRule(name)](const DeviceInfo& device) mutable { return rule.Matches(device.GetName()); });
+}
+
+DeviceInfo* GetDeviceWithCodeName(const DeviceList& database, const char* codeName) {
+  DeviceInfo* const device = Walk(database, [rule = StringRule(codeName)](const DeviceInfo& candidate) mutable {
+    return rule.Matches(candidate.GetCodeName());
+  });
+  return device != nullptr ? device : FindByAlias(database, codeName);
+}
+
+DeviceInfo* GetDeviceWithPON(const DeviceList& database, const char* pon, bool stripSuffix) {
+  const std::string wanted = UpperCopy(pon);
+  return Walk(database, [&](const DeviceInfo& device) {
+    return AnyPackage(device, [&](const Package& package) {
+      return HasPON(package.GetBackupPON(), stripSuffix, wanted) || HasPON(package.GetAliasPON(), stripSuffix, wanted);
+    });
+  });
+}
+
+DeviceInfo* GetDeviceWithComm(const DeviceList& database, const char* comm, const char* name) {
+  return FindByComm(database, comm, &DeviceInfo::GetName, name);
+}
+
+DeviceInfo* GetDeviceWithCommAndCodeName(const DeviceList& database, const char* comm, const char* codeName) {
+  return FindByComm(database, comm, &DeviceInfo::GetCodeName, codeName);
+}
+
+DeviceInfo* GetDeviceWithPackage(const DeviceList& database, const char* packageType, const char* name) {
+  return FindByPackage(database, packageType, &DeviceInfo::GetName, name);
+}
+
+DeviceInfo* GetDeviceWithPackageAndCodeName(const DeviceList& database, const char* packageType, const char* codeName) {
+  return FindByPackage(database, packageType, &DeviceInfo::GetCodeName, codeName);
+}
+
+DeviceInfo* GetDeviceWithCommAndID(const DeviceList& database, const char* comm, unsigned int id) {
+  if (id == 0) return nullptr;
+  return Walk(database, [&](const DeviceInfo& device) { return PassesIdentifierTest(device, comm, id); });
+}
+
+DeviceInfo* GetDeviceWithCommAndIDAndCodeName(const DeviceList& database, const char* comm, unsigned int id,
+                                              const char* codeName) {
+  if (id == 0) return nullptr;
+  return Walk(database, [&](const DeviceInfo& device) {
+    return PassesIdentifierTest(device, comm, id) && std::strcmp(device.GetCodeName(), codeName) == 0;
+  });
+}
+
+DeviceInfo* GetDeviceWithCommAndIDNoMask(const DeviceList& database, const char* comm, unsigned int id) {
+  if (id == 0) return nullptr;
+  return Walk(database, [&](const DeviceInfo& device) { return HasIdentifier(device, comm, id); });
+}
+
+int GetDeviceListWithCommAndID(const DeviceList& database, const char* comm, unsigned int id,
+                               std::vector<std::string>& collected) {
+  if (id == 0) return 0;
+  collected.clear();
+  Walk(database, [&](const DeviceInfo& device) {
+    if (PassesIdentifierTest(device, comm, id)) collected.push_back(device.GetCodeName());
+    return false;
+  });
+  return static_cast<int>(collected.size());
+}
+
+int GetDeviceListWithCommAndID(const DeviceList& database, const char* comm, unsigned int id,
+                               std::vector<std::string>& collected, std::vector<std::string>& codeNames) {
+  if (id == 0) return 0;
+  GetDeviceListWithCommAndID(database, comm, id, collected);
+  codeNames.clear();
+  for (const std::string& codeName : collected) {
+    if (!codeName.empty()) codeNames.push_back(codeName);
+  }
+  return static_cast<int>(collected.size());
+}
+
+DeviceInfo* GetDeviceWithJDFFileName(const DeviceList& database, const char* jdfFile) {
+  return Walk(database, [&](const DeviceInfo& device) {
+    return AnyPackage(device, [&](const Package& package) {
+      const char* const jdf = package.GetJDF();
+      return jdf != nullptr && std::strncmp(jdf, jdfFile, 6) == 0 && std::strlen(jdf) == std::strlen(jdfFile);
+    });
+  });
+}
+
+DeviceInfo* GetDeviceWithEntityName(const DeviceList& database, const char* entityName) {
+  return Walk(database, [rule = EntityRule(entityName)](const DeviceInfo& device) mutable {
+    if (device.GetPhysicalUESLength() == 0) return false;
+    return AnyPackage(device, [&](const Package& package) { return rule.Matches(package); });
+  });
+}
+
+DeviceInfo* GetDeviceWithEntityNameDisregardUES(const DeviceList& database, const char* entityName) {
+  return Walk(database, [rule = EntityRule(entityName)](const DeviceInfo& device) mutable {
+    return AnyPackage(device, [&](const Package& package) { return rule.Matches(package); });
+  });
+}
+
+int GetDeviceCommISPWithFuseMap(const DeviceList& database, unsigned long fuseCount) {
+  const DeviceInfo* const device = Walk(database, [&](const DeviceInfo& candidate) {
+    return candidate.GetFuseNumber() == fuseCount && std::strcmp(candidate.GetComm(), "ISP") == 0;
+  });
+  return device != nullptr ? 1 : 0;
+}
+
+DeviceInfo* GetDeviceWithFuseMapAndFullName(const DeviceList& database, unsigned long fuseCount, const char* fullName) {
+  return Walk(database, [&](const DeviceInfo& device) {
+    if (device.GetFuseNumber() == fuseCount) {
+      if (std::strcmp(device.GetComm(), "DUAL") != 0 && std::strcmp(device.GetComm(), "JTAG") != 0) return false;
+    } else if (fuseCount != 5892 || device.GetFuseNumber() != 5828) {
+      return false;
+    }
+    if (MatchNormalised(device.GetCodeName(), fullName)) return true;
+    return AnyPackage(device, [&](const Package& package) {
+      return package.GetPON() != nullptr && MatchNormalised(package.GetPON(), fullName);
+    });
+  });
+}
+
+DeviceInfo* GetDeviceWithFuseMapAndFullNameEx(const DeviceList& database, unsigned long fuseCount, const char* fullName) {
+  DeviceInfo* const device = Walk(database, [&](const DeviceInfo& candidate) {
+    if (candidate.GetFuseNumber() != fuseCount || std::strcmp(candidate.GetComm(), "JTAG") != 0) return false;
+    return UpperCopy(candidate.GetCodeName()) == UpperCopy(fullName);
+  });
+  return device != nullptr ? device : GetDeviceWithFuseMapAndFullName(database, fuseCount, fullName);
+}
+
+int GetDeviceCodeNameWithFuseMap(const DeviceList& database, unsigned long fuseCount, std::vector<std::string>& candidates) {
+  candidates.clear();
+  Walk(database, [&](const DeviceInfo& device) {
+    AppendCandidates(device, fuseCount, device.GetCodeName(), candidates);
+    return false;
+  });
+  return static_cast<int>(candidates.size());
+}
+
+int GetDeviceWithFuseMap(const DeviceList& database, unsigned long fuseCount, std::vector<std::string>& candidates) {
+  Walk(database, [&](const DeviceInfo& device) {
+    if (device.GetPhysicalUESLength() != 0) AppendCandidates(device, fuseCount, device.GetName(), candidates);
+    return false;
+  });
+  return static_cast<int>(candidates.size());
+}
+
+DeviceInfo* GetDevice(const FamilyList& family, const char* name) {
+  return Walk(family, [rule = BufferRule(name)](const DeviceInfo& device) mutable { return rule.Matches(device.GetName()); });
+}
+
+DeviceInfo* GetDeviceWithCodeName(const FamilyList& family, const char* codeName) {
+  DeviceInfo* const device = Walk(family, [rule = BufferRule(codeName)](const DeviceInfo& candidate) mutable {
+    return rule.Matches(candidate.GetCodeName());
+  });
+  return device != nullptr ? device : FindByAlias(family, codeName);
+}
+
+DeviceInfo* GetDeviceWithCodeNameandVendor(const FamilyList& family, const char* codeName, const char* vendor) {
+  return Walk(family, [codeNames = BufferRule(codeName), vendors = BufferRule(vendor)](const DeviceInfo& device) mutable {
+    const bool hasCodeName = codeNames.Matches(device.GetCodeName());
+    const bool hasVendor = vendors.Matches(device.GetVendor());
+    return hasCodeName && hasVendor;
+  });
+}
+
+DeviceInfo* GetDevice(const FamilyList& family, const char* comm, unsigned int id) {
+  return Walk(family, [&](const DeviceInfo& device) { return HasIdentifier(device, comm, id); });
+}
+
+DeviceInfo* GetDeviceWithComm(const FamilyList& family, const char* comm, const char* name) {
+  return FindByComm(family, comm, &DeviceInfo::GetName, name);
+}
+
+DeviceInfo* GetDeviceWithCodeName(const FamilyList& family, const char* comm, const char* codeName) {
+  return FindByComm(family, comm, &DeviceInfo::GetCodeName, codeName);
+}
+
+DeviceInfo* GetDeviceWithPackage(const FamilyList& family, const char* packageType, const char* name) {
+  return FindByPackage(family, packageType, &DeviceInfo::GetName, name);
+}
+
+DeviceInfo* GetDevice(const FamilyList& family, const char* packageType, const char* codeName) {
+  return FindByPackage(family, packageType, &DeviceInfo::GetCodeName, codeName);
+}
+
+}  // namespace literal

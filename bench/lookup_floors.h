@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "DeviceList.h"
+
+namespace bench {
+
+/// How far apart the objects of a floor lie: like the devices of a tree, each of which has its texts, packages and lists behind
+/// it on the heap, or one right behind the other, as no tree that owns anything can have them.
+enum class Layout { kAsInTree, kDense };
+
+/// The least that a lookup has to do: objects on the heap, each as large as a device of the library, of which every one has to
+/// be looked at. Positions are those of the devices; -1 when nothing is found.
+class LookupFloors {
+ public:
+  LookupFloors(const DeviceList& database, Layout layout);
+  ~LookupFloors();
+  LookupFloors(const LookupFloors&) = delete;
+  LookupFloors& operator=(const LookupFloors&) = delete;
+
+  /// One load per device, which depends on the load of the device's address.
+  int FindNumber(unsigned int number) const;
+
+  /// The identifiers and masks one behind the other.
+  int FindInArray(unsigned int id) const;
+
+  /// From each device to its text, which is compared ignoring case.
+  int FindText(const char* text) const;
+
+  /// From each device to its packages and from each of these to its text, which is compared ignoring case: a backup ordering
+  /// number or a file name.
+  int FindPackagePON(const char* pon) const;
+  int FindPackageJDF(const char* jdf) const;
+
+ private:
+  struct Device;
+  struct DevicePackage;
+  struct Identifier {
+    unsigned int id;
+    unsigned int mask;
+  };
+  using Devices = std::vector<std::unique_ptr<Device>>;
+
+  template <typename Fill>
+  static Devices MakeDevices(const DeviceList& database, Layout layout, Fill fill);
+  static Devices PackageTexts(const DeviceList& database, Layout layout, char* (Package::*text)() const);
+  static int FindPackageText(const Devices& devices, const char* text);
+
+  Devices numbers_;
+  std::vector<Identifier> identifiers_;
+  Devices texts_;
+  Devices pons_;
+  Devices jdfs_;
+};
+
+}  // namespace bench
