@@ -85,6 +85,9 @@ TEST_F(Literals, NamePackageTypesAndCodeNames) {
 
 TEST_F(Literals, NameFamilies) {
   EXPECT_EQ(database->GetFamily(0), family);
+  EXPECT_EQ(database->GetFamily(0u), family);
+  EXPECT_EQ(database->GetFamily(std::size_t{0}), family);
+  EXPECT_EQ(database->GetFamily(-1L), nullptr);
   EXPECT_EQ(database->GetFamily("F"), family);
   EXPECT_EQ(database->GetFamily(nullptr), nullptr);
   EXPECT_EQ(database->GetFamily(-1), nullptr);
@@ -97,9 +100,13 @@ TEST_F(Literals, NameDevicesAndFamiliesToDelete) {
   const std::unique_ptr<DeviceInfo> inserted(family->InsertNewDevice(1));
   EXPECT_EQ(family->DeleteDevice(1), inserted.get());
   EXPECT_EQ(family->DeleteDevice(0), nullptr);
+  EXPECT_EQ(family->DeleteDevice(0u), nullptr);
+  EXPECT_EQ(family->DeleteDevice(-1L), nullptr);
   EXPECT_EQ(family->DeleteDevice("none"), nullptr);
   database->DeleteFamily("none");
   database->DeleteFamily(1);
+  database->DeleteFamily(1u);
+  database->DeleteFamily(-1L);
   EXPECT_EQ(database->GetFamilyCount(), 1);
 }
 
@@ -121,6 +128,19 @@ TEST_F(Literals, NameEveryKindOfValueOfADevice) {
   EXPECT_EQ(device->GetBitstreamColWidth(), -1);
   EXPECT_TRUE(device->GetDisableDeviceSTAPLSupport());
   EXPECT_EQ(device->GetMultibootCfgAddr(), std::vector<int>{48});
+}
+
+TEST_F(Literals, InBracesAreListsOfAddressesAndNotTexts) {
+  device->SetMultibootCfgAddr({0});
+  device->SetMultibootAutoAdd({0});
+  EXPECT_EQ(device->GetMultibootCfgAddr(), std::vector<int>{0});
+  EXPECT_EQ(device->GetMultibootAutoAdd(), std::vector<int>{0});
+  device->SetMultibootCfgAddr({});
+  device->SetMultibootAutoAdd({});
+  EXPECT_EQ(device->GetMultibootCfgAddr(), std::vector<int>{});
+  EXPECT_EQ(device->GetMultibootAutoAdd(), std::vector<int>{});
+  device->SetMultibootCfgAddr(nullptr);  // the text form, and ignored
+  EXPECT_EQ(device->GetMultibootCfgAddr(), std::vector<int>{});
 }
 
 TEST_F(Literals, NameModesAndFuseCounts) {
