@@ -132,20 +132,37 @@ void Destroy(benchmark::State& state) {
       state, [&] { tree = fixture.data.Load(); }, [&] { tree.reset(); }, Nothing);
 }
 
-/// Leaves the heap as the library's own rounds leave it: what an allocation costs depends on what was freed before.
-void BuildAndDestroyTree(const Fixture& fixture) { fixture.data.Load().reset(); }
-
-void BuildBlocks(benchmark::State& state, BareBlocks Fixture::*blocks) {
+/// Before each round a tree is built and destroyed, which leaves the heap as the library's own rounds leave it: what an
+/// allocation costs depends on what was freed before.
+template <typename Make>
+void BuildBlocks(benchmark::State& state, BareBlocks Fixture::*blocks, Make make) {
   Fixture& fixture = FixtureOf(state);
   BareBlocks& bare = fixture.*blocks;
   Time(
-      state, [&] { BuildAndDestroyTree(fixture); }, [&] { bare.AllocateAndFill(); }, [&] { bare.Free(); });
+      state, [&] { make(fixture).reset(); }, [&] { bare.AllocateAndFill(); }, [&] { bare.Free(); });
+}
+
+void LoadBlocks(benchmark::State& state) {
+  BuildBlocks(state, &Fixture::loaded, [](const Fixture& fixture) { return fixture.data.Load(); });
+}
+
+void CopyBlocks(benchmark::State& state) {
+  BuildBlocks(state, &Fixture::copied, [](const Fixture& fixture) { return CopyDeviceList(*fixture.source); });
+}
+
+void MergeBlocks(benchmark::State& state) {
+  const bench::GeneratedDatabase present(kMergeTarget);
+  BuildBlocks(state, &Fixture::copied, [&](const Fixture& fixture) {
+    DeviceListOwner tree = present.Load();
+    tree->AddNewDeviceList(fixture.source.get());
+    return tree;
+  });
 }
 
 void FreeBlocks(benchmark::State& state) {
   Fixture& fixture = FixtureOf(state);
   const auto build = [&] {
-    BuildAndDestroyTree(fixture);
+    fixture.data.Load().reset();
     fixture.loaded.AllocateAndFill();
   };
   Time(
@@ -162,13 +179,12 @@ void Register(const std::string& name, Function function) {
 }  // namespace
 
 void RegisterTrees() {
-  const auto copyBlocks = [](benchmark::State& state) { BuildBlocks(state, &Fixture::copied); };
   Register("load/library", Load);
-  Register("load/floor", [](benchmark::State& state) { BuildBlocks(state, &Fixture::loaded); });
+  Register("load/floor", LoadBlocks);
   Register("copy/library", Copy);
-  Register("copy/floor", copyBlocks);
+  Register("copy/floor", CopyBlocks);
   Register("merge/library", Merge);
-  Register("merge/floor", copyBlocks);
+  Register("merge/floor", MergeBlocks);
   Register("destroy/library", Destroy);
   Register("destroy/floor", FreeBlocks);
 }

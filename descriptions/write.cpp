@@ -31,7 +31,7 @@ bool AreEqual(const Value& a, const Value& b) {
 
 std::string Hex(long long number, int digits) {
   char text[20];
-  std::snprintf(text, sizeof text, "0x%0*llX", digits, number);
+  static_cast<void>(std::snprintf(text, sizeof text, "0x%0*llX", digits, number));  // 20 hold any 64 bits
   return text;
 }
 
