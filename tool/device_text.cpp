@@ -37,10 +37,12 @@ std::string DeviceName(const DeviceInfo& device) {
   return TextOrDash(name == nullptr || *name == '\0' ? device.GetCodeName() : name);
 }
 
-std::string FamilyName(const DeviceInfo& device) {
+const char* FamilyNameOrNull(const DeviceInfo& device) {
   const FamilyList* const family = device.GetFamilyObject();
-  return TextOrDash(family == nullptr ? nullptr : family->GetName());
+  return family == nullptr ? nullptr : family->GetName();
 }
+
+std::string FamilyName(const DeviceInfo& device) { return TextOrDash(FamilyNameOrNull(device)); }
 
 std::string IrLengthText(const DeviceInfo& device) {
   return device.GetIRLength() == 0 ? kNotKnown : std::to_string(device.GetIRLength());

@@ -14,6 +14,7 @@ std::string Hex(unsigned int value, int digits);          ///< Such as "0x0362D0
 std::string IdText(unsigned int id);                      ///< `id` with its 8 digits.
 std::string Printable(std::string text);                  ///< With '?' for what could disturb a terminal or forge a line.
 std::string TextOrDash(const char* text);                 ///< Printable.
+const char* FamilyNameOrNull(const DeviceInfo& device);   ///< Of the family in which the device stands, as it is; lent.
 std::string DeviceName(const DeviceInfo& device);         ///< The name, or else the code name.
 std::string FamilyName(const DeviceInfo& device);         ///< Of the family in which the device stands.
 std::string IrLengthText(const DeviceInfo& device);       ///< A length of 0 is not known.

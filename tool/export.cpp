@@ -4,6 +4,7 @@
 #include "command.h"
 #include "databases.h"
 #include "description_output.h"
+#include "shared_options.h"
 
 namespace tool {
 namespace {
@@ -35,8 +36,7 @@ ExitCode RunExport(const Options& options) {
 Run AddExport(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   app.add_option("FILE", options->file, "The description file")->type_name("")->required();
-  app.add_option("--output", options->output, "Where to write, instead of standard output; replaced only as a whole")
-      ->type_name("OUT");
+  AddOutputOption(app, options->output);
   app.footer(kFooter);
   return [options] { return RunExport(*options); };
 }

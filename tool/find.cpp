@@ -11,6 +11,7 @@
 #include "databases.h"
 #include "device_text.h"
 #include "json_text.h"
+#include "shared_options.h"
 #include "standard_streams.h"
 #include "text_table.h"
 
@@ -208,10 +209,9 @@ const std::string& WantedName(const Options& options) {
 std::string JsonReport(const std::vector<Found>& found, const std::vector<std::string>& suggestions) {
   Json matches = Json::array();
   for (const auto& [key, device] : found) {
-    const FamilyList* const family = device->GetFamilyObject();
     matches.push_back({{"key", key},
                        {"name", TextOrNull(device->GetName())},
-                       {"family", TextOrNull(family == nullptr ? nullptr : family->GetName())},
+                       {"family", TextOrNull(FamilyNameOrNull(*device))},
                        {"codeName", TextOrNull(device->GetCodeName())},
                        {"packages", PackageTypeList(*device)}});
   }
@@ -342,9 +342,7 @@ CLI::Validator NotEmpty() {
 
 Run AddFind(CLI::App& app) {
   const auto options = std::make_shared<Options>();
-  app.add_option("--db", options->databases, "A description file, or a folder of *.xml; may be given several times")
-      ->type_name("FILE")
-      ->allow_extra_args(false);
+  AddDatabaseOption(app, options->databases);
   for (const Key& key : kKeys) app.add_option(key.option, (*options).*key.text, key.help)->type_name("TEXT")->check(NotEmpty());
   auto* const fuses = app.add_option("--fuses", options->fuses, "The fuse count of a fuse-map file")->type_name("N");
   app.add_option("--full-name", options->fullName,

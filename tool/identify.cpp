@@ -7,6 +7,7 @@
 #include "command.h"
 #include "device_text.h"
 #include "json_text.h"
+#include "shared_options.h"
 #include "standard_streams.h"
 #include "text_table.h"
 
@@ -124,9 +125,8 @@ std::string Report(const Chain& chain, const Options& options, bool with_file) {
 
 Json Match(const DeviceInfo* device) {
   if (device == nullptr) return nullptr;
-  const FamilyList* const family = device->GetFamilyObject();
   const Json ir_length = device->GetIRLength() == 0 ? Json(nullptr) : Json(device->GetIRLength());
-  return {{"family", TextOrNull(family == nullptr ? nullptr : family->GetName())},
+  return {{"family", TextOrNull(FamilyNameOrNull(*device))},
           {"name", TextOrNull(device->GetName())},
           {"codeName", TextOrNull(device->GetCodeName())},
           {"irLength", ir_length}};
@@ -173,9 +173,7 @@ ExitCode RunIdentify(const Options& options) {
 
 Run AddIdentify(CLI::App& app) {
   const auto options = std::make_shared<Options>();
-  app.add_option("--db", options->databases, "A description file, or a folder of *.xml; may be given several times")
-      ->type_name("FILE")
-      ->allow_extra_args(false);
+  AddDatabaseOption(app, options->databases);
   app.add_option("--comm", options->comm, "The access mode: which identifier of a device is compared (default JTAG)")
       ->type_name("JTAG|ISP|DUAL")
       ->check(CLI::IsMember({"JTAG", "ISP", "DUAL"}).description(""));

@@ -4,6 +4,7 @@
 #include "command.h"
 #include "databases.h"
 #include "description_output.h"
+#include "shared_options.h"
 
 namespace tool {
 namespace {
@@ -36,8 +37,7 @@ ExitCode RunMerge(const Options& options) {
 Run AddMerge(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("")->required();
-  app.add_option("--output", options->output, "Where to write, instead of standard output; replaced only as a whole")
-      ->type_name("OUT");
+  AddOutputOption(app, options->output);
   app.footer(kFooter);
   return [options] { return RunMerge(*options); };
 }
