@@ -43,18 +43,18 @@ std::string ToString(const Fault& fault) {
   return fault.file + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": error: " + fault.text;
 }
 
-LoadResult LoadDescriptions(const std::string& path) {
+LoadResult LoadDescriptions(const std::string& path, Element* outline) {
   std::string text;
   const std::string failure = ReadFile(path, text);
-  if (failure.empty()) return ParseDescriptions(text, path);
+  if (failure.empty()) return ParseDescriptions(text, path, outline);
   return {nullptr, {{path, 1, 1, "cannot read the file: " + failure}}};
 }
 
-LoadResult ParseDescriptions(std::string_view text, const std::string& file) {
+LoadResult ParseDescriptions(std::string_view text, const std::string& file, Element* outline) {
   if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
   DeviceListOwner database = MakeDeviceList();
   descriptions::Faults faults;
-  descriptions::Load(text, *database, faults);
+  descriptions::Load(text, *database, faults, outline);
   if (faults.Empty()) return {std::move(database), {}};
   return {nullptr, faults.Located(text, file)};
 }

@@ -26,11 +26,36 @@ struct LoadResult {
   std::vector<Fault> faults;  ///< All faults of the file, in file order; of a hopeless one the first 10,000.
 };
 
-/// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
-LoadResult LoadDescriptions(const std::string& path);
+/// An attribute of an element, and where its value starts (as in Fault).
+struct Attribute {
+  std::string name;
+  std::string value;  ///< With references such as &amp; resolved.
+  int line = 0;       ///< 0 where no file was read.
+  int column = 0;
+};
 
-/// Loads descriptions from `text`; `file` is the name that faults carry. std::bad_alloc passes through.
-LoadResult ParseDescriptions(std::string_view text, const std::string& file);
+/// An element of a description file, and where its '<' stands (as in Fault). Attributes and children are in file order.
+struct Element {
+  std::string name;
+  int line = 0;  ///< 0 where no file was read.
+  int column = 0;
+  std::vector<Attribute> attributes;
+  std::vector<Element> children;
+};
+
+/// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
+/// With `outline`, it becomes the root element of the file: its nth Family element made the nth family, the nth Device element
+/// in that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.
+LoadResult LoadDescriptions(const std::string& path, Element* outline = nullptr);
+
+/// Loads descriptions from `text`; `file` is the name that faults carry. Otherwise like LoadDescriptions.
+LoadResult ParseDescriptions(std::string_view text, const std::string& file, Element* outline = nullptr);
+
+/// \name What WriteDescriptions writes of one record, as elements without places. A family is described without its devices.
+///@{
+Element Describe(DeviceInfo& device);
+Element Describe(FamilyList& family);
+///@}
 
 /// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "descriptions/NearNames.h"
+#include "descriptions/elements.h"
+#include "descriptions/text_position.h"
 #include "descriptions/values.h"
 #include "descriptions/xml_text.h"
 
@@ -38,6 +40,11 @@ bool ElementReader::Parse() {
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   ReportBrokenXml(text_, result, faults_);
   return false;
+}
+
+Element ElementReader::Outline() const {
+  TextPositions positions(text_);
+  return ToElement(document_.document_element(), [&](const char* inBuffer) { return positions.At(OffsetOf(inBuffer)); });
 }
 
 void ElementReader::AddFault(pugi::xml_node node, std::string text) {

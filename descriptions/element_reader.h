@@ -23,6 +23,9 @@ class ElementReader {
   bool Parse();
   pugi::xml_node Document() const { return document_; }
 
+  /// The root element, and all in it.
+  Element Outline() const;
+
   /// Sets the fields of `record` from the attributes of `node`, in the order of the record's table.
   template <class Record>
   void ReadFields(Record& record, pugi::xml_node node) {

@@ -42,6 +42,7 @@ class Loader {
   Loader(std::string_view text, Faults& faults) : reader_(text, faults), faults_(faults) {}
 
   void Load(DeviceList& database);
+  Element Outline() const { return reader_.Outline(); }
 
  private:
   /// An element that may stand in that of a `Parent`.
@@ -279,8 +280,11 @@ void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
 
 }  // namespace
 
-void Load(std::string_view text, DeviceList& database, Faults& faults) {
-  if (CheckCharacters(text, faults)) Loader(text, faults).Load(database);
+void Load(std::string_view text, DeviceList& database, Faults& faults, Element* outline) {
+  if (!CheckCharacters(text, faults)) return;
+  Loader loader(text, faults);
+  loader.Load(database);
+  if (outline != nullptr && faults.Empty()) *outline = loader.Outline();
 }
 
 }  // namespace plddb::descriptions

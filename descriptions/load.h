@@ -6,7 +6,8 @@
 
 namespace plddb::descriptions {
 
-/// Fills `database`, which is empty, from the descriptions in `text`. After a fault what it holds is of no use.
-void Load(std::string_view text, DeviceList& database, Faults& faults);
+/// Fills `database`, which is empty, from the descriptions in `text`. After a fault what it holds is of no use. `outline`,
+/// which may be null, becomes the root element; it stays as it was after a fault.
+void Load(std::string_view text, DeviceList& database, Faults& faults, Element* outline);
 
 }  // namespace plddb::descriptions

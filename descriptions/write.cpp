@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Descriptions.h"
+#include "descriptions/elements.h"
 #include "descriptions/fields.h"
 
 namespace plddb {
@@ -132,7 +133,7 @@ void AppendLists(pugi::xml_node node, DeviceInfo& device) {
   AppendNumbers(node, "MultibootAutoAdd", device.GetMultibootAutoAdd());
 }
 
-void AppendDevice(pugi::xml_node parent, FamilyList& family, DeviceInfo& device) {
+pugi::xml_node AppendDevice(pugi::xml_node parent, FamilyList& family, DeviceInfo& device) {
   DeviceInfo untouched(family);
   untouched.SetFamily(family.GetName());
   pugi::xml_node node = AppendElement(parent, "Device", device, untouched);
@@ -144,9 +145,10 @@ void AppendDevice(pugi::xml_node parent, FamilyList& family, DeviceInfo& device)
   for (int i = 0; const Package* const package = device.GetDevicePackage()->GetPackage(i); ++i) AppendPackage(node, *package);
   AppendEntries(node, device, &DeviceInfo::GetSysIO, "SysIOList", "SysIO");
   AppendLists(node, device);
+  return node;
 }
 
-void AppendFamily(pugi::xml_node parent, FamilyList& family) {
+pugi::xml_node AppendFamily(pugi::xml_node parent, FamilyList& family) {
   const FamilyList untouched;
   pugi::xml_node node = AppendElement(parent, "Family", family, untouched);
   AppendEntries(node, family, &FamilyList::GetOperation, "OperationList", "Operation");
@@ -157,16 +159,35 @@ void AppendFamily(pugi::xml_node parent, FamilyList& family) {
     pugi::xml_node element = AppendElement(node, "BScanControl", descriptions::BScanRecord{record.DefaultValue, ""});
     for (const std::string& control : record.Controls) AppendElement(element, "Control", descriptions::Item{control.c_str()});
   }
-  for (int i = 0; DeviceInfo* const device = family.GetDevice(i); ++i) AppendDevice(node, family, *device);
+  return node;
+}
+
+Element Described(pugi::xml_node node) {
+  return descriptions::ToElement(node, [](const char*) { return descriptions::TextPosition{0, 0}; });
 }
 
 }  // namespace
+
+Element Describe(DeviceInfo& device) {
+  pugi::xml_document document;
+  FamilyList none;
+  FamilyList* const family = device.GetFamilyObject();
+  return Described(AppendDevice(document, family == nullptr ? none : *family, device));
+}
+
+Element Describe(FamilyList& family) {
+  pugi::xml_document document;
+  return Described(AppendFamily(document, family));
+}
 
 std::string WriteDescriptions(const DeviceList& database) {
   pugi::xml_document document;
   const DeviceList untouched;
   pugi::xml_node root = AppendElement(document, "DeviceDatabase", database, untouched);
-  for (int i = 0; FamilyList* const family = database.GetFamily(i); ++i) AppendFamily(root, *family);
+  for (int f = 0; FamilyList* const family = database.GetFamily(f); ++f) {
+    pugi::xml_node node = AppendFamily(root, *family);
+    for (int d = 0; DeviceInfo* const device = family->GetDevice(d); ++d) AppendDevice(node, *family, *device);
+  }
   StringWriter writer;
   writer.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
   document.save(writer, "  ", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);

@@ -5,7 +5,6 @@
 #include <system_error>
 #include <utility>
 
-#include "Descriptions.h"
 #include "command.h"
 
 namespace tool {
@@ -52,6 +51,8 @@ std::vector<std::string> DescriptionsOf(const std::string& path) {
   return files;
 }
 
+}  // namespace
+
 std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths) {
   if (paths.empty()) return InstalledDescriptions();
   std::vector<std::string> files;
@@ -61,15 +62,15 @@ std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths)
   return files;
 }
 
-}  // namespace
-
-std::vector<Database> LoadDatabases(const std::vector<std::string>& paths) {
+std::vector<Database> LoadDatabases(const std::vector<std::string>& paths, Outlines outlines) {
   std::vector<Database> databases;
   std::string faults;
   for (const std::string& file : DescriptionFiles(paths)) {
-    plddb::LoadResult loaded = plddb::LoadDescriptions(file);
+    Database& database = databases.emplace_back();
+    plddb::LoadResult loaded = plddb::LoadDescriptions(file, outlines == Outlines::kYes ? &database.outline : nullptr);
     for (const plddb::Fault& fault : loaded.faults) faults += (faults.empty() ? "" : "\n") + plddb::ToString(fault);
-    databases.push_back({file, std::move(loaded.database)});
+    database.file = file;
+    database.devices = std::move(loaded.database);
   }
   if (!faults.empty()) throw Failure(faults);
   return databases;

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "DeviceListOwner.h"
+#include "Descriptions.h"
 
 namespace tool {
 
@@ -11,11 +11,18 @@ namespace tool {
 struct Database {
   std::string file;
   DeviceListOwner devices;
+  plddb::Element outline;  ///< The file's elements and their places, where they were asked for; else empty.
 };
 
-/// Loads the description files `paths`, in this order; a folder stands for its *.xml files in name order. Without paths, the
-/// data that was installed with the tool. Throws Failure with all faults of all files.
-std::vector<Database> LoadDatabases(const std::vector<std::string>& paths);
+/// Whether the outlines of the files are wanted as well: they take time and memory.
+enum class Outlines { kNo, kYes };
+
+/// The description files that `paths` name, in this order; a folder stands for its *.xml files in name order. Without paths,
+/// the data that was installed with the tool. Throws Failure for a folder without any.
+std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths);
+
+/// Loads the files that DescriptionFiles names. Throws Failure with all faults of all files.
+std::vector<Database> LoadDatabases(const std::vector<std::string>& paths, Outlines outlines = Outlines::kNo);
 
 /// Calls `visit(device)` for every device that the lookups visit, in their order.
 template <typename Visit>
