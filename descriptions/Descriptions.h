@@ -4,7 +4,10 @@
 #include <string_view>
 #include <vector>
 
+#include "DeviceInfo.h"
+#include "DeviceList.h"
 #include "DeviceListOwner.h"
+#include "FamilyList.h"
 
 /// Device descriptions: XML files that fill a device database. docs/descriptions.md says what may stand in them.
 namespace plddb {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "DeviceStrElement.h"
+#include "LObject.h"
+#include "plddb_export.h"
 
 /// A socket adapter that fits a package.
 ///

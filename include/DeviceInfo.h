@@ -14,7 +14,9 @@
 #include "CPersistent_fuse.h"
 #include "DeviceStrElement.h"
 #include "LObjList.h"
+#include "LObject.h"
 #include "PackageList.h"
+#include "plddb_export.h"
 
 class FamilyList;
 

@@ -5,11 +5,14 @@
 #include <type_traits>
 #include <vector>
 
+#include "DeviceInfo.h"
 #include "DeviceStrElement.h"
 #include "FamilyList.h"
 #include "LObjList.h"
-#include "LString.h"
-#include "StringServices.h"
+#include "LObject.h"
+#include "LString.h"         // IWYU pragma: export
+#include "StringServices.h"  // IWYU pragma: export
+#include "plddb_export.h"
 
 /// START HERE: the database root. It holds device families; a family holds devices, a device its packages, a package the
 /// socket adapters that fit it. This header brings in the whole interface.

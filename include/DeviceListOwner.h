@@ -2,7 +2,9 @@
 
 #include <memory>
 
+#include "DeviceInfo.h"
 #include "DeviceList.h"
+#include "FamilyList.h"
 
 /// \file
 /// Owning a whole tree. A bare DeviceList never frees its devices; what is here does, devices before families.

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "LObject.h"
+#include "plddb_export.h"
 
 /// One owned text: the storage of every text field of the tree, and the element of its lists of texts.
 /// The text is null until it is first set; nothing makes it null again.

@@ -9,6 +9,8 @@
 #include "DeviceInfo.h"
 #include "DeviceStrElement.h"
 #include "LObjList.h"
+#include "LObject.h"
+#include "plddb_export.h"
 
 /// One device family: its names, the instructions and files that its devices share, its flags, and its devices in load order.
 ///

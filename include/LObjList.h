@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "LObject.h"
+#include "plddb_export.h"
 
 /// An ordered sequence of object pointers with 0-based positions.
 ///

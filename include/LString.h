@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LObject.h"
+#include "plddb_export.h"
 
 /// The string helpers as member operations. They act on their arguments only; an LString holds nothing of use.
 ///

@@ -3,7 +3,10 @@
 #include <string>
 
 #include "Adapter.h"
+#include "DeviceStrElement.h"
 #include "LObjList.h"
+#include "LObject.h"
+#include "plddb_export.h"
 
 /// One package in which a device is sold: its type, its ordering name (PON) and what the programming tool uses for it, with
 /// the socket adapters that fit it. The package owns its adapters.

@@ -2,7 +2,10 @@
 
 #include <type_traits>
 
+#include "LObjList.h"
+#include "LObject.h"
 #include "Package.h"
+#include "plddb_export.h"
 
 /// The packages of one device, in load order. The list owns its packages.
 ///
