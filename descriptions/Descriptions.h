@@ -29,21 +29,21 @@ struct LoadResult {
   std::vector<Fault> faults;  ///< All faults of the file, in file order; of a hopeless one the first 10,000.
 };
 
-/// An attribute of an element, and where its value starts (as in Fault).
+/// An attribute of an element.
 struct Attribute {
-  std::string name;
-  std::string value;  ///< With references such as &amp; resolved.
-  int line = 0;       ///< 0 where no file was read.
-  int column = 0;
+  std::string name;   ///< As it was written.
+  std::string value;  ///< With references such as "&#65;" resolved.
+  int line = 0;       ///< Of the value's first byte, as in Fault; 0 where no file was read.
+  int column = 0;     ///< Likewise.
 };
 
-/// An element of a description file, and where its '<' stands (as in Fault). Attributes and children are in file order.
+/// An element of a description file.
 struct Element {
-  std::string name;
-  int line = 0;  ///< 0 where no file was read.
-  int column = 0;
-  std::vector<Attribute> attributes;
-  std::vector<Element> children;
+  std::string name;                   ///< As it was written.
+  int line = 0;                       ///< Of its '<', as in Fault; 0 where no file was read.
+  int column = 0;                     ///< Likewise.
+  std::vector<Attribute> attributes;  ///< In file order.
+  std::vector<Element> children;      ///< In file order.
 };
 
 /// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
@@ -54,11 +54,11 @@ LoadResult LoadDescriptions(const std::string& path, Element* outline = nullptr)
 /// Loads descriptions from `text`; `file` is the name that faults carry. Otherwise like LoadDescriptions.
 LoadResult ParseDescriptions(std::string_view text, const std::string& file, Element* outline = nullptr);
 
-/// \name What WriteDescriptions writes of one record, as elements without places. A family is described without its devices.
-///@{
+/// What WriteDescriptions writes of `device`, as an element without places.
 Element Describe(DeviceInfo& device);
+
+/// What WriteDescriptions writes of `family`, but for its devices.
 Element Describe(FamilyList& family);
-///@}
 
 /// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what
