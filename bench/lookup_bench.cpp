@@ -45,12 +45,14 @@ struct Lookup {
 int Found(const DeviceInfo* device) { return device == nullptr ? 0 : 1; }
 
 int FindNumber(const LookupFloors& floors, const Question& question) { return floors.FindNumber(question.id); }
+int FindMasked(const LookupFloors& floors, const Question& question) { return floors.FindMasked(question.id); }
 int FindText(const LookupFloors& floors, const Question& question) { return floors.FindText(question.name); }
 int FindPON(const LookupFloors& floors, const Question& question) { return floors.FindPackagePON(question.pon); }
 int FindJDF(const LookupFloors& floors, const Question& question) { return floors.FindPackageJDF(question.jdf); }
 
 /// For lookups that visit all devices whatever they find.
 int VisitAllNumbers(const LookupFloors& floors, const Question&) { return floors.FindNumber(0); }
+int VisitAllMasked(const LookupFloors& floors, const Question&) { return floors.FindMasked(0); }
 
 /// For lookups by code name, which without a hit ask for the alias name of every device.
 int FindTextTwice(const LookupFloors& floors, const Question& question) {
@@ -108,22 +110,22 @@ const Lookup kLookups[] = {
     {"DeviceList.GetDeviceWithJDFFileName", FindJDF, PLDDB_IN_DATABASE(GetDeviceWithJDFFileName, question.jdf),
      "SELECT device FROM package WHERE substr(jdf, 1, 6) = substr(:jdf, 1, 6) AND length(jdf) = length(:jdf) LIMIT 1"},
 
-    {"DeviceList.GetDeviceWithCommAndID-JTAG", FindNumber, PLDDB_IN_DATABASE(GetDeviceWithCommAndID, "JTAG", question.id),
+    {"DeviceList.GetDeviceWithCommAndID-JTAG", FindMasked, PLDDB_IN_DATABASE(GetDeviceWithCommAndID, "JTAG", question.id),
      "SELECT id FROM device WHERE (jtag & mask) = (:id & mask) AND mask <> 0 AND jtag <> 0 LIMIT 1"},
-    {"DeviceList.GetDeviceWithCommAndID-ISP", FindNumber, PLDDB_IN_DATABASE(GetDeviceWithCommAndID, "ISP", question.ispId),
+    {"DeviceList.GetDeviceWithCommAndID-ISP", FindMasked, PLDDB_IN_DATABASE(GetDeviceWithCommAndID, "ISP", question.ispId),
      "SELECT id FROM device WHERE (isp & mask) = (:ispId & mask) AND mask <> 0 AND isp <> 0 LIMIT 1"},
-    {"DeviceList.GetDeviceWithCommAndID-DUAL", FindNumber, PLDDB_IN_DATABASE(GetDeviceWithCommAndID, "DUAL", question.id),
+    {"DeviceList.GetDeviceWithCommAndID-DUAL", FindMasked, PLDDB_IN_DATABASE(GetDeviceWithCommAndID, "DUAL", question.id),
      "SELECT id FROM device WHERE mask <> 0 AND ((isp & 255) = (:id & 255) OR (jtag & mask) = (:id & mask)) LIMIT 1"},
-    {"DeviceList.GetDeviceWithCommAndIDAndCodeName", FindNumber,
+    {"DeviceList.GetDeviceWithCommAndIDAndCodeName", FindMasked,
      PLDDB_IN_DATABASE(GetDeviceWithCommAndIDAndCodeName, "JTAG", question.id, question.codeName),
      "SELECT id FROM device NOT INDEXED WHERE (jtag & mask) = (:id & mask) AND mask <> 0 AND jtag <> 0 AND "
      "codename = :codeName COLLATE BINARY LIMIT 1"},
     {"DeviceList.GetDeviceWithCommAndIDNoMask", FindNumber,
      PLDDB_IN_DATABASE(GetDeviceWithCommAndIDNoMask, "JTAG", question.id), "SELECT id FROM device WHERE jtag = :id LIMIT 1"},
-    {"DeviceList.GetDeviceListWithCommAndID", VisitAllNumbers,
+    {"DeviceList.GetDeviceListWithCommAndID", VisitAllMasked,
      PLDDB_ASK(target.database.GetDeviceListWithCommAndID("JTAG", question.id)),
      PLDDB_ASK(literal::GetDeviceListWithCommAndID(target.database, "JTAG", question.id, target.collected)), kMaskedJtag},
-    {"DeviceList.GetDeviceListWithCommAndID-copied", VisitAllNumbers,
+    {"DeviceList.GetDeviceListWithCommAndID-copied", VisitAllMasked,
      PLDDB_ASK(target.database.GetDeviceListWithCommAndID("JTAG", question.id, target.candidates)),
      PLDDB_ASK(literal::GetDeviceListWithCommAndID(target.database, "JTAG", question.id, target.collected, target.candidates)),
      kMaskedJtag},
@@ -261,7 +263,7 @@ void RegisterTarget(const std::string& name, bool isHit, Ask ask) {
 }
 
 void RegisterFloor(const std::string& name, bool isHit, AskFloor ask, LookupFloors Fixture::*floors) {
-  const bool visitsAll = ask == VisitAllNumbers;
+  const bool visitsAll = ask == VisitAllNumbers || ask == VisitAllMasked;
   Register(name, isHit && !visitsAll, [ask, floors](Fixture& fixture, const Question&) {
     return [ask, &asked = fixture.*floors](const Question& question) { return ask(asked, question) + 1; };
   });
@@ -290,7 +292,7 @@ void RegisterLookups() {
       RegisterTarget(name + "/library", isHit, lookup.library);
       RegisterFloor(name + "/floor", isHit, lookup.floor, &Fixture::floors);
       RegisterFloor(name + "/floor-dense", isHit, lookup.floor, &Fixture::denseFloors);
-      if (lookup.floor == FindNumber) RegisterArray(name + "/array", isHit);
+      if (lookup.floor == FindNumber || lookup.floor == FindMasked) RegisterArray(name + "/array", isHit);
       RegisterTarget(name + "/literal", isHit, lookup.literal);
       RegisterSql(name + "/sqlite", isHit, lookup.sql);
       RegisterSql(name + "/sqlite-index", isHit, lookup.indexedSql);

@@ -11,7 +11,7 @@ namespace {
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool EqualIgnoringCase(const char* a, const char* b) {
-  for (; Upper(*a) == Upper(*b); ++a, ++b) {
+  for (; *a == *b || Upper(*a) == Upper(*b); ++a, ++b) {
     if (*a == '\0') return true;
   }
   return false;
@@ -71,12 +71,16 @@ struct LookupFloors::Device {
   std::vector<std::unique_ptr<DevicePackage>> packages;
   std::unique_ptr<std::byte[]> gap;  // to the next device
   unsigned int number = 0;
-  Rest<DeviceInfo, sizeof text + sizeof packages + sizeof gap + 8> rest;
+  unsigned int between[3] = {};  // as many numbers as a record has between an identifier and the mask
+  unsigned int mask = 0;
+  Rest<DeviceInfo, sizeof text + sizeof packages + sizeof gap + sizeof number + sizeof between + sizeof mask + 4> rest;
 };
 
 LookupFloors::LookupFloors(const DeviceList& database, Layout layout) {
-  numbers_ =
-      MakeDevices(database, layout, [](Device& device, const DeviceInfo& source) { device.number = source.GetjtagDeviceID(); });
+  numbers_ = MakeDevices(database, layout, [](Device& device, const DeviceInfo& source) {
+    device.number = source.GetjtagDeviceID();
+    device.mask = source.GetDeviceIDScanMask();
+  });
   texts_ =
       MakeDevices(database, layout, [](Device& device, const DeviceInfo& source) { device.text = CopyOf(source.GetName()); });
   pons_ = PackageTexts(database, layout, &Package::GetBackupPON);
@@ -90,6 +94,10 @@ LookupFloors::~LookupFloors() = default;
 
 int LookupFloors::FindNumber(unsigned int number) const {
   return Find(numbers_, [&](const Device& device) { return device.number == number; });
+}
+
+int LookupFloors::FindMasked(unsigned int id) const {
+  return Find(numbers_, [&](const Device& device) { return ((device.number ^ id) & device.mask) == 0; });
 }
 
 int LookupFloors::FindInArray(unsigned int id) const {

@@ -24,6 +24,9 @@ class LookupFloors {
   /// One load per device, which depends on the load of the device's address.
   int FindNumber(unsigned int number) const;
 
+  /// The same under a mask, which lies in the object too.
+  int FindMasked(unsigned int id) const;
+
   /// The identifiers and masks one behind the other.
   int FindInArray(unsigned int id) const;
 

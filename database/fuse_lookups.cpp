@@ -76,9 +76,19 @@ std::string NormalForm(std::string_view text) {
   return form;
 }
 
+/// Whether `text` differs from `wanted`, a normal form, at a character where it cannot be cut: then its own normal form does.
+bool DiffersEarly(const char* text, std::string_view wanted) {
+  for (auto next = wanted.begin(); next != wanted.end(); ++text) {
+    if (*text == ' ') continue;
+    if (ToUpper(*text) != *next) return *text != '-';
+    ++next;
+  }
+  return false;
+}
+
 /// Whether the normal form of `text` is `wanted`, compared in place. A null text has none.
 bool HasNormalForm(const char* text, std::string_view wanted) {
-  if (text == nullptr) return false;
+  if (text == nullptr || DiffersEarly(text, wanted)) return false;
   std::size_t length = 0;
   const auto agrees = [&](char c) { return length < wanted.size() && wanted[length++] == c; };
   return ForEachNormalCharacter(text, agrees) && length == wanted.size();

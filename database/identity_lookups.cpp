@@ -1,7 +1,6 @@
 // Lookups by what identifies a part: names, access mode, packages, identifiers, file names and ordering numbers.
 
 #include <cstring>
-#include <string_view>
 
 #include "DeviceList.h"
 #include "database/walk.h"
@@ -18,14 +17,14 @@ bool AgreesWithJDF(const char* stored, const char* jdfFile) {
   return stored != nullptr && std::strncmp(stored, jdfFile, 6) == 0 && std::strlen(stored) == std::strlen(jdfFile);
 }
 
-/// An ordering number without what follows its last '-', the '-' included. One at the start stays.
-std::string_view WithoutSuffix(std::string_view number) {
-  const auto dash = number.rfind('-');
-  return dash == 0 ? number : number.substr(0, dash);  // npos keeps all
-}
-
-bool AgreesWithPON(const char* stored, std::string_view pon, bool stripSuffix) {
-  return stored != nullptr && EqualIgnoringCase(stripSuffix ? WithoutSuffix(stored) : std::string_view(stored), pon);
+/// Whether a stored ordering number is `pon`, letter case ignored. `stripSuffix` leaves out what follows its last '-', the '-'
+/// included, unless that stands at the start.
+bool AgreesWithPON(const char* stored, const char* pon, bool stripSuffix) {
+  const char* const rest = stored == nullptr ? nullptr : BehindPrefix(stored, pon);
+  if (rest == nullptr) return false;
+  const char* const dash = stripSuffix ? std::strrchr(stored, '-') : nullptr;
+  const bool isCut = dash != nullptr && dash != stored;
+  return isCut ? rest == dash : *rest == '\0';
 }
 
 }  // namespace
@@ -41,12 +40,10 @@ DeviceInfo* DeviceList::GetDeviceWithCodeName(const char* codeName) const {
 
 DeviceInfo* DeviceList::GetDeviceWithPON(const char* pon, bool stripSuffix) const {
   if (pon == nullptr) return nullptr;
-  const std::string_view wanted(pon);
   return FindDevice(*this, [&](const DeviceInfo& device) {
     return AnyPackage(*device.GetDevicePackage(), [&](const Package& package) {
       // On purpose: not GetPON, which the tool may have switched to a variant.
-      return AgreesWithPON(package.GetBackupPON(), wanted, stripSuffix) ||
-             AgreesWithPON(package.GetAliasPON(), wanted, stripSuffix);
+      return AgreesWithPON(package.GetBackupPON(), pon, stripSuffix) || AgreesWithPON(package.GetAliasPON(), pon, stripSuffix);
     });
   });
 }
@@ -69,30 +66,34 @@ DeviceInfo* DeviceList::GetDeviceWithPackageAndCodeName(const char* packageType,
 
 DeviceInfo* DeviceList::GetDeviceWithCommAndID(const char* comm, unsigned int id) const {
   if (id == 0) return nullptr;
-  const AccessMode mode = ParseAccessMode(comm);
-  return FindDevice(*this, [&](const DeviceInfo& device) { return AnswersTo(device, mode, id); });
+  return WithAccessMode(comm, [&](auto mode) {
+    return FindDevice(*this, [&](const DeviceInfo& device) { return AnswersTo(device, mode, id); });
+  });
 }
 
 DeviceInfo* DeviceList::GetDeviceWithCommAndIDAndCodeName(const char* comm, unsigned int id, const char* codeName) const {
   if (id == 0) return nullptr;
-  const AccessMode mode = ParseAccessMode(comm);
-  return FindDevice(*this, [&](const DeviceInfo& device) {
-    return AnswersTo(device, mode, id) && EqualExactly(device.GetCodeName(), codeName);  // On purpose: letter case counts.
+  return WithAccessMode(comm, [&](auto mode) {
+    return FindDevice(*this, [&](const DeviceInfo& device) {
+      return AnswersTo(device, mode, id) && EqualExactly(device.GetCodeName(), codeName);  // On purpose: letter case counts.
+    });
   });
 }
 
 DeviceInfo* DeviceList::GetDeviceWithCommAndIDNoMask(const char* comm, unsigned int id) const {
   if (id == 0) return nullptr;
-  const AccessMode mode = ParseAccessMode(comm);
-  return FindDevice(*this, [&](const DeviceInfo& device) { return HasIdentifier(device, mode, id); });
+  return WithAccessMode(comm, [&](auto mode) {
+    return FindDevice(*this, [&](const DeviceInfo& device) { return HasIdentifier(device, mode, id); });
+  });
 }
 
 int DeviceList::GetDeviceListWithCommAndID(const char* comm, unsigned int id) {
   if (id == 0) return 0;
-  const AccessMode mode = ParseAccessMode(comm);  // before the list goes: `comm` may lie in it
-  listDevicenames.clear();
-  ForEachDevice(*this, [&](const DeviceInfo& device) {
-    if (AnswersTo(device, mode, id)) listDevicenames.emplace_back(OrEmpty(device.GetCodeName()));
+  WithAccessMode(comm, [&](auto mode) {
+    listDevicenames.clear();  // no sooner: `comm` may lie in it
+    ForEachDevice(*this, [&](const DeviceInfo& device) {
+      if (AnswersTo(device, mode, id)) listDevicenames.emplace_back(OrEmpty(device.GetCodeName()));
+    });
   });
   return static_cast<int>(listDevicenames.size());
 }

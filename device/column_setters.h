@@ -15,9 +15,17 @@ namespace plddb::internal {
 inline void StoreItem(std::string& field, std::string_view item) { field.assign(item); }
 inline void StoreItem(int& field, std::string_view item) { field = ParseNumber(item); }
 
+/// How many items a text has: a list that is made for them all at once takes no more memory than it needs.
+inline std::size_t CountItems(const std::string& text) {
+  std::size_t count = 0;
+  ForEachSemicolonItem(text, [&](std::string_view) { ++count; });
+  return count;
+}
+
 /// Appends one record per item, with the item in `field`.
 template <typename Record, typename Field>
 void AppendRecords(std::vector<Record>& list, const std::string& text, Field Record::*field) {
+  if (list.empty()) list.reserve(CountItems(text));
   ForEachSemicolonItem(text, [&](std::string_view item) {
     Record record;
     StoreItem(record.*field, item);
@@ -46,6 +54,7 @@ inline void ReplaceByItems(std::vector<std::string>& list, const char* text) {
   if (text == nullptr) return;
   const std::string working(text);
   list.clear();
+  list.reserve(CountItems(working));
   ForEachSemicolonItem(working, [&](std::string_view item) { list.emplace_back(item); });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "DeviceInfo.h"
 #include "foundation/text_match.h"
 
@@ -11,11 +13,16 @@ namespace plddb::internal {
 /// Which of a device's identifiers an access mode compares.
 enum class AccessMode { kUnknown, kIsp, kJtag, kDual };
 
-inline AccessMode ParseAccessMode(const char* comm) {
-  if (EqualExactly(comm, "ISP")) return AccessMode::kIsp;
-  if (EqualExactly(comm, "JTAG")) return AccessMode::kJtag;
-  if (EqualExactly(comm, "DUAL")) return AccessMode::kDual;
-  return AccessMode::kUnknown;
+template <AccessMode mode>
+using Mode = std::integral_constant<AccessMode, mode>;
+
+/// Calls `use(mode)` with the access mode as a type: a walk that is made for its mode looks at each device's numbers alone.
+template <typename Use>
+auto WithAccessMode(const char* comm, Use use) {
+  if (EqualExactly(comm, "ISP")) return use(Mode<AccessMode::kIsp>());
+  if (EqualExactly(comm, "JTAG")) return use(Mode<AccessMode::kJtag>());
+  if (EqualExactly(comm, "DUAL")) return use(Mode<AccessMode::kDual>());
+  return use(Mode<AccessMode::kUnknown>());
 }
 
 /// Whether all 32 bits agree. An identifier of 0 is one like any other here.
@@ -38,16 +45,15 @@ inline bool HasIdentifier(const DeviceInfo& device, AccessMode mode, unsigned in
 /// of 0.
 inline bool AnswersTo(const DeviceInfo& device, AccessMode mode, unsigned int id) {
   const unsigned int mask = device.GetDeviceIDScanMask();
-  if (mask == 0) return false;
   const unsigned int isp = device.GetispDeviceID();
   const unsigned int jtag = device.GetjtagDeviceID();
-  switch (mode) {
+  switch (mode) {  // the comparison first: it turns most devices away
     case AccessMode::kIsp:
-      return ((isp ^ id) & mask) == 0 && isp != 0;
+      return ((isp ^ id) & mask) == 0 && mask != 0 && isp != 0;
     case AccessMode::kJtag:
-      return ((jtag ^ id) & mask) == 0 && jtag != 0;
+      return ((jtag ^ id) & mask) == 0 && mask != 0 && jtag != 0;
     case AccessMode::kDual:
-      return ((isp ^ id) & 0xFF) == 0 || ((jtag ^ id) & mask) == 0;
+      return (((isp ^ id) & 0xFF) == 0 || ((jtag ^ id) & mask) == 0) && mask != 0;
     case AccessMode::kUnknown:
       break;
   }

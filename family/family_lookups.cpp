@@ -23,17 +23,20 @@ DeviceInfo* FamilyList::GetDeviceWithCodeName(const char* codeName) const {
 }
 
 DeviceInfo* FamilyList::GetDeviceWithCodeNameandVendor(const char* codeName, const char* vendor) const {  // difference 4
-  auto hasCodeName = CarriedTextIs<&DeviceInfo::GetCodeName>(codeName);
-  auto hasVendor = CarriedTextIs<&DeviceInfo::GetVendor>(vendor);
+  if (!IsComparable(codeName) || !IsComparable(vendor)) return nullptr;
+  CarriedText carriedCodeName;
+  CarriedText carriedVendor;
   return FindInFamily(*this, [&](const DeviceInfo& device) {
-    const bool codeNameAgrees = hasCodeName(device);  // both see every device, as both carry their text over
-    return hasVendor(device) && codeNameAgrees;
+    const char* const ownCodeName = carriedCodeName.Refresh(device.GetCodeName());  // both are carried over from every device
+    const char* const ownVendor = carriedVendor.Refresh(device.GetVendor());
+    return EqualIgnoringCase(ownCodeName, codeName) && EqualIgnoringCase(ownVendor, vendor);
   });
 }
 
 DeviceInfo* FamilyList::GetDevice(const char* comm, unsigned int id) const {
-  const AccessMode mode = ParseAccessMode(comm);
-  return FindInFamily(*this, [&](const DeviceInfo& device) { return HasIdentifier(device, mode, id); });  // difference 3
+  return WithAccessMode(comm, [&](auto mode) {
+    return FindInFamily(*this, [&](const DeviceInfo& device) { return HasIdentifier(device, mode, id); });  // difference 3
+  });
 }
 
 DeviceInfo* FamilyList::GetDeviceWithComm(const char* comm, const char* name) const {

@@ -1,9 +1,19 @@
 #include "LObjList.h"
 
+namespace {
+
+/// As many elements as the smallest block of a heap holds: most lists of a tree are short.
+constexpr std::size_t kFirstCapacity = 3;
+
+}  // namespace
+
 LObjList::LObjList() = default;
 LObjList::~LObjList() = default;
 
-void LObjList::AddTail(LObject* object) { elements_.push_back(object); }
+void LObjList::AddTail(LObject* object) {
+  if (elements_.capacity() == 0) elements_.reserve(kFirstCapacity);
+  elements_.push_back(object);
+}
 
 void LObjList::Insert(int index, LObject* object) {
   if (index < 0 || index > GetCount()) return;

@@ -10,15 +10,16 @@ namespace plddb::internal {
 constexpr char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 constexpr char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-inline constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+constexpr bool IsWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 inline std::string_view TrimLeft(std::string_view text) {
-  const auto first = text.find_first_not_of(kWhiteSpace);
-  return first == text.npos ? std::string_view() : text.substr(first);
+  while (!text.empty() && IsWhiteSpace(text.front())) text.remove_prefix(1);
+  return text;
 }
 
 inline std::string_view TrimRight(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(kWhiteSpace) + 1);  // npos + 1 is 0
+  while (!text.empty() && IsWhiteSpace(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 inline std::string_view Trim(std::string_view text) { return TrimRight(TrimLeft(text)); }

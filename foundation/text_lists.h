@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <string>
@@ -58,15 +59,14 @@ void ForEachQuotedItem(const std::string& text, Visit visit) {
 /// blank, tab and newline, and by nothing else.
 template <typename Visit>
 void ForEachToken(const std::string& text, Visit visit) {
-  constexpr std::string_view kDelimiters = "; \t\n";
-  std::string_view rest = text;
-  for (;;) {
-    const auto first = rest.find_first_not_of(kDelimiters);
-    if (first == rest.npos) return;
-    rest.remove_prefix(first);
-    const auto token = rest.substr(0, rest.find_first_of(kDelimiters));
-    visit(token);
-    rest.remove_prefix(token.size());
+  const auto isDelimiter = [](char c) { return c == ';' || c == ' ' || c == '\t' || c == '\n'; };
+  const char* const last = text.data() + text.size();
+  for (const char* first = text.data();;) {
+    first = std::find_if_not(first, last, isDelimiter);
+    if (first == last) return;
+    const char* const end = std::find_if(first, last, isDelimiter);
+    visit(std::string_view(first, static_cast<std::size_t>(end - first)));
+    first = end;
   }
 }
 

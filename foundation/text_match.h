@@ -1,8 +1,6 @@
 #pragma once
 
-#include <algorithm>
 #include <cstring>
-#include <string_view>
 
 #include "characters.h"
 
@@ -14,15 +12,18 @@ namespace plddb::internal {
 /// Whether both texts are equal but for the case of their letters. A null text equals nothing.
 inline bool EqualIgnoringCase(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return false;
-  for (; ToUpper(*a) == ToUpper(*b); ++a, ++b) {
+  for (; *a == *b || ToUpper(*a) == ToUpper(*b); ++a, ++b) {
     if (*a == '\0') return true;
   }
   return false;
 }
 
-inline bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-  const auto alike = [](char x, char y) { return ToUpper(x) == ToUpper(y); };
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), alike);
+/// What follows `prefix` in `text`, letter case ignored; null when the text does not begin with it.
+inline const char* BehindPrefix(const char* text, const char* prefix) {
+  for (; *prefix != '\0'; ++text, ++prefix) {
+    if (*text != *prefix && ToUpper(*text) != ToUpper(*prefix)) return nullptr;
+  }
+  return text;
 }
 
 /// Whether both texts are equal, letter case included. A null text equals nothing.

@@ -40,5 +40,7 @@ class PLDDB_EXPORT PackageList : public LObject {
   bool CopyPackageList(PackageList* src);
 
  private:
+  friend struct plddb::internal::PackageWalk;  // reads the packages without range checks
+
   LObjList Packages;  // of Package, owned
 };

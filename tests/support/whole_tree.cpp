@@ -81,7 +81,7 @@ WholeTree::WholeTree()
   package.SetBackupPON("PLD1234A-5TQ100C, too long for a short string");
   device.SetListControlEBRBitName("2");
   element.SetString("held");
-  list.AddTail(&element);
+  for (int i = 0; i < 3; ++i) list.AddTail(&element);  // which fills its first block: one more asks for memory
 }
 
 WholeTree::~WholeTree() = default;

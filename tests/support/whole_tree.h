@@ -38,7 +38,7 @@ struct WholeTree {
   Package& package;
   Adapter& adapter;
   DeviceStrElement element;
-  LObjList list;  ///< Holds the element.
+  LObjList list;  ///< Holds the element three times.
   LString helper;
   std::vector<std::string> texts;  ///< For the lookups that fill one.
 };
