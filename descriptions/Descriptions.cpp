@@ -1,8 +1,11 @@
 #include "Descriptions.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -18,6 +21,13 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// Larger files are none of ours; without a limit a device such as /dev/zero would fill the memory.
 constexpr std::size_t kLargestFile = std::size_t{1} << 26;
 
+/// How large the file says it is; 0 where it does not, as a pipe.
+std::size_t SizeOf(const std::string& path) {
+  std::error_code unknown;
+  const auto size = std::filesystem::file_size(path, unknown);
+  return unknown ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, kLargestFile));
+}
+
 struct Close {
   void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
@@ -26,6 +36,7 @@ struct Close {
 std::string ReadFile(const std::string& path, std::string& text) {
   const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
   char part[65536];
+  text.reserve(SizeOf(path) + sizeof part);
   while (file != nullptr && text.size() <= kLargestFile) {
     const std::size_t count = std::fread(part, 1, sizeof part, file.get());
     text.append(part, count);

@@ -19,14 +19,30 @@ bool HasLargeNumber(std::string_view text) {
   return false;
 }
 
+/// Each place is within the text, and behind the one before it.
+void CheckPlaces(const plddb::Element& element, std::pair<int, int>& last) {
+  const auto check = [&](int line, int column) {
+    Check(last < std::pair(line, column), "places follow each other");
+    last = {line, column};
+  };
+  check(element.line, element.column);
+  for (const plddb::Attribute& attribute : element.attributes) check(attribute.line, attribute.column);
+  for (const plddb::Element& child : element.children) CheckPlaces(child, last);
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   if (text.find("EBR") != text.npos && HasLargeNumber(text)) return 0;
-  const plddb::LoadResult result = plddb::ParseDescriptions(text, "input.xml");
+  plddb::Element outline;
+  const plddb::LoadResult result = plddb::ParseDescriptions(text, "input.xml", &outline);
   Check((result.database == nullptr) == !result.faults.empty(), "there is a database or there are faults");
-  if (result.database != nullptr) fuzz::CheckDatabase(*result.database);
+  if (result.database != nullptr) {
+    fuzz::CheckDatabase(*result.database);
+    std::pair<int, int> last = {0, 0};
+    CheckPlaces(outline, last);
+  }
   for (const plddb::Fault& fault : result.faults) {
     Check(fault.file == "input.xml", "a fault names the file");
     Check(fault.line >= 1 && static_cast<std::size_t>(fault.line) <= size + 1, "a fault has a line of the text");
