@@ -21,24 +21,22 @@ std::string Quoted(std::string_view text) {
 
 std::string NotAnId(std::string_view text) { return Quoted(text) + " is not an id: " + kExpected; }
 
-/// Collects messages, one per line.
+/// Collects messages, one per line; of very many the first ones and their number.
 class Messages {
  public:
-  void Add(const std::string& message) { text_ += (text_.empty() ? "" : "\n") + message; }
+  void Add(const std::string& message) {
+    if (count_++ < kMost) text_ += (text_.empty() ? "" : "\n") + message;
+  }
   void ThrowIfAny() const {
-    if (!text_.empty()) throw Failure(text_);
+    const std::string more = count_ > kMost ? "\nand " + std::to_string(count_ - kMost) + " more" : "";
+    if (count_ != 0) throw Failure(text_ + more);
   }
 
  private:
+  static constexpr std::size_t kMost = 100;
   std::string text_;
+  std::size_t count_ = 0;
 };
-
-/// The content of a line without its comment and the white space after it. What is before it stays, so that columns can be
-/// counted.
-std::string_view WithoutComment(std::string_view line) {
-  line = line.substr(0, line.find('#'));
-  return line.substr(0, line.find_last_not_of(kWhiteSpace) + 1);  // only white space: npos + 1 is 0
-}
 
 }  // namespace
 
@@ -50,6 +48,16 @@ std::optional<unsigned int> ParseId(std::string_view text) {
   const char* const end = text.data() + text.size();
   if (std::from_chars(text.data(), end, id, 16).ptr != end) return std::nullopt;
   return id;
+}
+
+std::string_view IdPart(std::string_view line) {
+  line = line.substr(0, line.find('#'));
+  line = line.substr(0, line.find_last_not_of(kWhiteSpace) + 1);  // only white space: npos + 1 is 0
+  return line.substr(std::min(line.find_first_not_of(kWhiteSpace), line.size()));
+}
+
+std::string FaultPlace(const std::string& name, std::size_t line, std::size_t column) {
+  return name + ":" + std::to_string(line) + ":" + std::to_string(column) + ": error: ";
 }
 
 std::vector<unsigned int> IdsFromArguments(const std::vector<std::string>& arguments) {
@@ -69,16 +77,15 @@ std::vector<unsigned int> IdsFromArguments(const std::vector<std::string>& argum
 std::vector<unsigned int> IdsFromText(std::string_view text, const std::string& name) {
   std::vector<unsigned int> ids;
   Messages wrong;
-  for (int number = 1; !text.empty(); ++number) {
-    const std::string_view content = WithoutComment(text.substr(0, text.find('\n')));
-    text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
-    const std::size_t start = content.find_first_not_of(kWhiteSpace);
-    if (start == content.npos) continue;
-    if (const auto id = ParseId(content.substr(start))) {
+  for (std::size_t number = 1; !text.empty(); ++number) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    const std::string_view part = IdPart(line);
+    if (part.empty()) continue;
+    if (const auto id = ParseId(part)) {
       ids.push_back(*id);
     } else {
-      wrong.Add(name + ":" + std::to_string(number) + ":" + std::to_string(start + 1) +
-                ": error: " + NotAnId(content.substr(start)));
+      wrong.Add(FaultPlace(name, number, static_cast<std::size_t>(part.data() - line.data()) + 1) + NotAnId(part));
     }
   }
   wrong.ThrowIfAny();

@@ -14,8 +14,8 @@ namespace tool {
 /// What a run answers to the shell, the same for every subcommand.
 enum class ExitCode {
   kFound = 0,     ///< All that was asked for was found.
-  kNotFound = 1,  ///< The question was understood; some of it has no answer.
-  kFailed = 2,    ///< Wrong usage, or data that cannot be read.
+  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check --strict: there are warnings.
+  kFailed = 2,    ///< Wrong usage, or data that cannot be read. Of check: there are errors.
 };
 
 /// Ends a run with ExitCode::kFailed. what() goes to stderr as it is: one or more lines, the last without its newline.
@@ -36,8 +36,12 @@ using Run = std::function<ExitCode()>;
 ///@{
 Run AddIdentify(CLI::App& app);
 Run AddFind(CLI::App& app);
+Run AddList(CLI::App& app);
+Run AddShow(CLI::App& app);
 Run AddExport(CLI::App& app);
 Run AddMerge(CLI::App& app);
+Run AddHelp(CLI::App& app);
+Run AddCheck(CLI::App& app);
 ///@}
 
 }  // namespace tool

@@ -1,11 +1,15 @@
 #include "databases.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 #include "command.h"
+#include "progress.h"
+#include "standard_streams.h"
 
 namespace tool {
 namespace {
@@ -62,10 +66,14 @@ std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths)
   return files;
 }
 
-std::vector<Database> LoadDatabases(const std::vector<std::string>& paths, Outlines outlines) {
-  std::vector<Database> databases;
+const std::vector<Database>& LoadDatabases(const std::vector<std::string>& paths, Outlines outlines) {
+  static auto& databases = *new std::vector<Database>();
+  databases.clear();
   std::string faults;
-  for (const std::string& file : DescriptionFiles(paths)) {
+  const std::vector<std::string> files = DescriptionFiles(paths);
+  Progress progress(files.size(), isatty(STDERR_FILENO) == 1 ? WriteMessage : nullptr);
+  for (const std::string& file : files) {
+    progress.Next(file);
     Database& database = databases.emplace_back();
     plddb::LoadResult loaded = plddb::LoadDescriptions(file, outlines == Outlines::kYes ? &database.outline : nullptr);
     for (const plddb::Fault& fault : loaded.faults) faults += (faults.empty() ? "" : "\n") + plddb::ToString(fault);

@@ -21,8 +21,9 @@ enum class Outlines { kNo, kYes };
 /// the data that was installed with the tool. Throws Failure for a folder without any.
 std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths);
 
-/// Loads the files that DescriptionFiles names. Throws Failure with all faults of all files.
-std::vector<Database> LoadDatabases(const std::vector<std::string>& paths, Outlines outlines = Outlines::kNo);
+/// Loads the files that DescriptionFiles names, in place of those of an earlier call. Throws Failure with all faults of all
+/// files. On purpose: they stay in memory until the process ends, since taking them apart takes as long as answering.
+const std::vector<Database>& LoadDatabases(const std::vector<std::string>& paths, Outlines outlines = Outlines::kNo);
 
 /// Calls `visit(device)` for every device that the lookups visit, in their order.
 template <typename Visit>

@@ -1,18 +1,18 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <array>
 #include <charconv>
-#include <functional>
 #include <memory>
 #include <string_view>
 #include <system_error>
 
-#include "NearNames.h"
 #include "command.h"
 #include "databases.h"
+#include "device_lookup.h"
 #include "device_text.h"
 #include "json_text.h"
 #include "shared_options.h"
 #include "standard_streams.h"
+#include "suggestions.h"
 #include "text_table.h"
 
 namespace tool {
@@ -31,7 +31,8 @@ Examples: plddb find XC9572XL        plddb find --pon XC9572XL-7VQ44C        pld
 
 struct Options {
   std::vector<std::string> databases;
-  std::string name, codeName, alias, pon, jdf, entity, fuses, fullName, package, family, text;
+  std::array<std::string, kKeys.size()> keys;  // in the order of kKeys
+  std::string fuses, fullName, package, family, text;
   bool json = false;
 };
 
@@ -48,64 +49,7 @@ unsigned long FuseCount(const std::string& text) {
   return error == std::errc() && end == text.data() + text.size() ? count : 0;
 }
 
-// --- The keys ---------------------------------------------------------------------------------------------------------------
-
-/// A key by which devices are looked up: in a whole database, or in one family where there is a lookup for that; a family
-/// without one is asked as a database of its own.
-struct Key {
-  const char* option;
-  std::string Options::*text;
-  const DeviceInfo* (*inDatabase)(const DeviceList& database, const char* text);
-  const DeviceInfo* (*inFamily)(const FamilyList& family, const char* text);
-  const char* help;
-  const DeviceInfo* (*otherwise)(const DeviceList& database, const char* text) = nullptr;  ///< When no database answered.
-};
-
-bool EqualTexts(const char* a, const char* b) {
-  std::string left = a == nullptr ? "" : a;
-  std::string right = b == nullptr ? "" : b;
-  strupr(left);
-  strupr(right);
-  return a != nullptr && left == right;
-}
-
-/// The lookup by code name also knows alias names, behind all code names: `device` is what it found for `text`.
-const DeviceInfo* OnlyByCodeName(const DeviceInfo* device, const char* text) {
-  return device != nullptr && EqualTexts(device->GetCodeName(), text) ? device : nullptr;
-}
-
-const DeviceInfo* OnlyByAlias(const DeviceInfo* device, const char* text) {
-  return device != nullptr && !EqualTexts(device->GetCodeName(), text) ? device : nullptr;
-}
-
-// clang-format off
-constexpr Key kKeys[] = {
-    {"--name", &Options::name,
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithName(text); },
-     [](const FamilyList& family, const char* text) -> const DeviceInfo* { return family.GetDevice(text); },
-     "The device's name"},
-    {"--code-name", &Options::codeName,
-     [](const DeviceList& database, const char* text) { return OnlyByCodeName(database.GetDeviceWithCodeName(text), text); },
-     [](const FamilyList& family, const char* text) { return OnlyByCodeName(family.GetDeviceWithCodeName(text), text); },
-     "Its code name"},
-    {"--alias", &Options::alias,
-     [](const DeviceList& database, const char* text) { return OnlyByAlias(database.GetDeviceWithCodeName(text), text); },
-     [](const FamilyList& family, const char* text) { return OnlyByAlias(family.GetDeviceWithCodeName(text), text); },
-     "Its alias name, unless a device has it as its code name"},
-    {"--pon", &Options::pon,
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithPON(text, false); },
-     nullptr, "The ordering name of one of its packages; failing that, one without what follows its last '-'",
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithPON(text, true); }},
-    {"--jdf", &Options::jdf,
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithJDFFileName(text); },
-     nullptr, "The JEDEC device file of one of its packages"},
-    {"--entity", &Options::entity,
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* {
-       return database.GetDeviceWithEntityNameDisregardUES(text);
-     },
-     nullptr, "The entity name of one of its packages, whether or not the device has a user signature"},
-};
-// clang-format on
+// --- The lookups ------------------------------------------------------------------------------------------------------------
 
 /// Leaves `database` with the family `name` (or alias name) alone; false, and no family, when it has none.
 bool KeepOnlyFamily(DeviceList& database, const std::string& name) {
@@ -121,31 +65,17 @@ bool KeepOnlyFamily(DeviceList& database, const std::string& name) {
   return kept != nullptr;
 }
 
-/// The first answer of `lookup(database)`, in the order of the databases; null when there is none.
-const DeviceInfo* FirstOf(const std::vector<Database>& databases, const std::function<const DeviceInfo*(DeviceList&)>& lookup) {
-  for (const Database& database : databases) {
-    if (const DeviceInfo* const device = lookup(*database.devices)) return device;
-  }
-  return nullptr;
+/// What was asked by the key at `i`: by its option, or by a TEXT that may be any key.
+const std::string& Asked(const Options& options, std::size_t i) {
+  return options.text.empty() ? options.keys[i] : options.text;
 }
 
-const DeviceInfo* FindByKey(const std::vector<Database>& databases, const Options& options, const Key& key, const char* text) {
-  const DeviceInfo* const device = FirstOf(databases, [&](DeviceList& database) -> const DeviceInfo* {
-    const bool asksFamily = !options.family.empty() && key.inFamily != nullptr;
-    if (!asksFamily) return key.inDatabase(database, text);
-    const FamilyList* const family = database.GetFamily(0);  // the only one that was kept
-    return family == nullptr ? nullptr : key.inFamily(*family, text);
-  });
-  if (device != nullptr || key.otherwise == nullptr) return device;
-  return FirstOf(databases, [&](DeviceList& database) { return key.otherwise(database, text); });
-}
-
-const DeviceInfo* FindInPackage(const std::vector<Database>& databases, const Options& options) {
+const DeviceInfo* FindInPackage(const std::vector<Database>& databases, const Options& options, const char* name) {
   return FirstOf(databases, [&](DeviceList& database) -> const DeviceInfo* {
     const char* const type = options.package.c_str();
     const FamilyList* const family = options.family.empty() ? nullptr : database.GetFamily(0);
-    if (options.family.empty()) return database.GetDeviceWithPackage(type, options.name.c_str());
-    return family == nullptr ? nullptr : family->GetDeviceWithPackage(type, options.name.c_str());
+    if (options.family.empty()) return database.GetDeviceWithPackage(type, name);
+    return family == nullptr ? nullptr : family->GetDeviceWithPackage(type, name);
   });
 }
 
@@ -155,15 +85,15 @@ std::vector<Found> FindDevices(const std::vector<Database>& databases, const Opt
     if (device != nullptr) found.push_back({key, device});
   };
   if (!options.package.empty()) {
-    add("package and name", FindInPackage(databases, options));
+    add("package and name", FindInPackage(databases, options, options.keys.front().c_str()));
   } else if (!options.fullName.empty()) {
     add("full name", FirstOf(databases, [&](DeviceList& database) {
           return database.GetDeviceWithFuseMapAndFullNameEx(FuseCount(options.fuses), options.fullName.c_str());
         }));
   } else {
-    for (const Key& key : kKeys) {
-      const std::string& text = options.text.empty() ? options.*key.text : options.text;
-      if (!text.empty()) add(key.option + 2, FindByKey(databases, options, key, text.c_str()));
+    for (std::size_t i = 0; i < kKeys.size(); ++i) {
+      const char* const text = Asked(options, i).c_str();
+      if (*text != '\0') add(kKeys[i].name, FindByKey(databases, kKeys[i], text, !options.family.empty()));
     }
   }
   return found;
@@ -171,37 +101,21 @@ std::vector<Found> FindDevices(const std::vector<Database>& databases, const Opt
 
 // --- What is near -----------------------------------------------------------------------------------------------------------
 
-/// The names of the devices by which `options` asks: of the field that was asked, or of all fields that are names.
-std::vector<std::string_view> KnownNames(const std::vector<Database>& databases, const Options& options) {
-  const bool takesAll = !options.text.empty();
-  std::vector<std::string_view> known;
-  const auto add = [&](bool isAsked, const char* name) {
-    if ((takesAll || isAsked) && name != nullptr) known.emplace_back(name);
-  };
-  for (const Database& database : databases) {
-    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      add(!options.name.empty(), device.GetName());
-      add(!options.codeName.empty() || !options.fullName.empty(), device.GetCodeName());
-      add(!options.alias.empty(), device.GetAliasName());
-    });
-  }
-  return known;
-}
-
-/// Up to five texts of `known` that `wanted` may have meant.
-std::vector<std::string> Suggestions(const std::string& wanted, const std::vector<std::string_view>& known) {
-  const auto near = plddb::NearNames(wanted, known, 5);
-  std::vector<std::string> suggestions(near.begin(), near.end());
-  suggestions.erase(std::remove(suggestions.begin(), suggestions.end(), wanted), suggestions.end());
-  return suggestions;
-}
-
-/// The text that was looked for as a name; empty when something else was.
-const std::string& WantedName(const Options& options) {
-  for (const std::string* name : {&options.text, &options.name, &options.codeName, &options.alias}) {
-    if (!name->empty()) return *name;
+/// What was looked for as a name; empty when something else was.
+std::string WantedName(const Options& options) {
+  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+    if (kKeys[i].nameOf != nullptr && !Asked(options, i).empty()) return Asked(options, i);
   }
   return options.fullName;
+}
+
+/// Names of the kinds that were asked for. A full name is compared with code names.
+std::vector<std::string_view> KnownNames(const std::vector<Database>& databases, const Options& options) {
+  if (!options.text.empty()) return AllNames(databases);
+  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+    if (!options.keys[i].empty()) return NamesByKey(databases, kKeys[i]);
+  }
+  return NamesByKey(databases, kKeys[1]);
 }
 
 // --- Output -----------------------------------------------------------------------------------------------------------------
@@ -224,13 +138,6 @@ std::string Table(const std::vector<Found>& found) {
     rows.push_back({key, DeviceName(*device), FamilyName(*device), TextOrDash(device->GetCodeName()), PackageTypes(*device)});
   }
   return AlignedTable(rows);
-}
-
-ExitCode ReportNothing(const std::vector<std::string>& suggestions, std::string message = "plddb: nothing found") {
-  for (std::size_t i = 0; i < suggestions.size(); ++i)
-    message += (i == 0 ? "; did you mean " : ", ") + Printable(suggestions[i]);
-  WriteMessage(message + (suggestions.empty() ? "" : "?") + "\n");
-  return ExitCode::kNotFound;
 }
 
 // --- Fuse counts ------------------------------------------------------------------------------------------------------------
@@ -277,7 +184,7 @@ ExitCode ListCandidates(const Candidates& found, const Options& options) {
 /// Refuses questions that no lookup answers.
 void CheckKeys(const Options& options, const CLI::App& app) {
   int keys = options.text.empty() ? 0 : 1;
-  for (const Key& key : kKeys) keys += app.count(key.option) > 0 ? 1 : 0;
+  for (const std::string& key : options.keys) keys += key.empty() ? 0 : 1;
   keys += app.count("--fuses") > 0 ? 1 : 0;
   if (keys != 1) throw WrongUsage("give one TEXT, or one key to look for");
   if (app.count("--fuses") > 0 && FuseCount(options.fuses) == 0) {
@@ -292,18 +199,6 @@ bool KeepFamily(const std::vector<Database>& databases, const std::string& name)
     if (!name.empty()) isKnown = KeepOnlyFamily(*database.devices, name) || isKnown;
   }
   return isKnown;
-}
-
-std::vector<std::string> FamilyNames(const std::vector<Database>& databases) {
-  std::vector<std::string> names;
-  for (const Database& database : databases) {
-    for (int i = 0; const FamilyList* const family = database.devices->GetFamily(i); ++i) {
-      for (const char* const name : {family->GetName(), family->GetAliasName()}) {
-        if (name != nullptr) names.emplace_back(name);
-      }
-    }
-  }
-  return names;
 }
 
 ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& options) {
@@ -323,19 +218,15 @@ ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& op
 
 ExitCode RunFind(const Options& options, const CLI::App& app) {
   CheckKeys(options, app);
-  const std::vector<Database> databases = LoadDatabases(options.databases);
-  const std::vector<std::string> families = FamilyNames(databases);
+  const std::vector<Database>& databases = LoadDatabases(options.databases);
+  const auto families_near =
+      options.family.empty() ? std::vector<std::string>() : Suggestions(options.family, FamilyNames(databases));
   if (!KeepFamily(databases, options.family)) {
-    const std::vector<std::string_view> known(families.begin(), families.end());
-    return ReportNothing(Suggestions(options.family, known), "plddb: no family is named " + Printable(options.family));
+    return ReportNothing(families_near, "no family is named " + Printable(options.family));
   }
   const bool listsCandidates = !options.fuses.empty() && options.fullName.empty();
   if (listsCandidates) return ListCandidates(FindCandidates(databases, FuseCount(options.fuses)), options);
   return AnswerDevices(databases, options);
-}
-
-CLI::Validator NotEmpty() {
-  return CLI::Validator([](const std::string& text) { return text.empty() ? "must not be empty" : ""; }, "");
 }
 
 }  // namespace
@@ -343,7 +234,9 @@ CLI::Validator NotEmpty() {
 Run AddFind(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   AddDatabaseOption(app, options->databases);
-  for (const Key& key : kKeys) app.add_option(key.option, (*options).*key.text, key.help)->type_name("TEXT")->check(NotEmpty());
+  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+    app.add_option("--" + std::string(kKeys[i].name), options->keys[i], kKeys[i].help)->type_name("TEXT")->check(NotEmpty());
+  }
   auto* const fuses = app.add_option("--fuses", options->fuses, "The fuse count of a fuse-map file")->type_name("N");
   app.add_option("--full-name", options->fullName,
                  "The device's full name in that file: blanks and what follows its last '-' do not count")

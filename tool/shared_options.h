@@ -9,6 +9,10 @@
 
 namespace tool {
 
+inline CLI::Validator NotEmpty() {
+  return CLI::Validator([](const std::string& text) { return text.empty() ? "must not be empty" : ""; }, "");
+}
+
 inline void AddDatabaseOption(CLI::App& app, std::vector<std::string>& databases) {
   app.add_option("--db", databases, "A description file, or a folder of *.xml; may be given several times")
       ->type_name("FILE")

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "colour.h"
 #include "command.h"
 
 namespace tool {
@@ -22,6 +23,8 @@ void WriteOutput(const std::string& text) {
   throw Failure(std::string("plddb: error: cannot write standard output: ") + std::strerror(errno));
 }
 
-void WriteMessage(const std::string& text) { std::fputs(text.c_str(), stderr); }
+void WriteMessage(const std::string& text) {
+  static_cast<void>(std::fputs(WithPaintedSeverities(text, STDERR_FILENO).c_str(), stderr));
+}
 
 }  // namespace tool

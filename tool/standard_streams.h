@@ -10,6 +10,7 @@ std::string ReadInput();
 /// Writes a command's whole answer to standard output. Throws Failure when it does not go there, such as on a full disk.
 void WriteOutput(const std::string& text);
 
-void WriteMessage(const std::string& text);  ///< To standard error.
+/// To standard error. The words "error" and "warning" that head a message are in colour where a terminal shows it.
+void WriteMessage(const std::string& text);
 
 }  // namespace tool

@@ -5,9 +5,17 @@
 namespace tool {
 namespace {
 
+/// The characters of `cell` that are seen: a colour, from its escape character to its 'm', is not.
 std::size_t Width(const std::string& cell) {
-  const auto starts_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
-  return static_cast<std::size_t>(std::count_if(cell.begin(), cell.end(), starts_character));
+  std::size_t width = 0;
+  bool is_colour = false;
+  for (const char c : cell) {
+    const bool starts_character = (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    is_colour = is_colour || c == '\033';
+    if (starts_character && !is_colour) ++width;
+    if (c == 'm') is_colour = false;
+  }
+  return width;
 }
 
 std::vector<std::size_t> ColumnWidths(const std::vector<Row>& rows) {

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Descriptions.h"
+#include "json_schema.h"
 #include "run_tool.h"
 
 namespace {
@@ -40,10 +41,15 @@ TEST(Identify, ShowsAChainAsATableWithTheUnknownIdBehindIt) {
             "2         0x4BA00477  unknown   -              -          -       -       -\n"
             "3         0x0362D093  XC7A35T   Artix-7        6          0x09    0x3F    -\n"
             "\n"
-            "IR length of the chain: not known (22 bits without position 2)\n"
+            "IR length of the chain: not known (22 bits without position 2; give --ir 2=LENGTH)\n"
             "\n"
             "Unknown ids:\n"
-            "  position 2: 0x4BA00477\n");
+            "  position 2: 0x4BA00477\n"
+            "    version 0x4, part number 0xBA00, manufacturer 0x23B (bank 4, code 0x3B): of no device in the descriptions\n"
+            "    to describe it, fill in each ? and put this into a Family:\n"
+            "    <Device Name=\"?\" CodeName=\"?\" Vendor=\"?\" Comm=\"JTAG\" jtagDeviceID=\"0x0BA00477\""
+            " DeviceIDScanMask=\"0x0FFFFFFF\"\n"
+            "            IDLength=\"32\" IRLength=\"?\" BypassLength=\"1\"/>\n");
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.exit_code, 1);
 }
@@ -65,11 +71,11 @@ TEST(Identify, MarksAPositionWhereMoreThanOneDeviceMatchesAndListsThemAll) {
             "\n"
             "IR length of the chain: 14 bits; another device that matches would change it at position 1\n"
             "\n"
-            "* More than one device matches, and the first was taken:\n"
-            "  position 1: 0x0484A093\n"
-            "    device     family              IR length  bits that agree\n"
-            "    XCKU9P     Kintex UltraScale+  6          0x0FFFFFFF\n"
-            "    XCR3064XL  CoolRunner XPLA3    5          0x0FFF8FFF\n");
+            "* More than one device matches. The first in search order was taken; most exact first:\n"
+            "  position 1: 0x0484A093, taken as XCKU9P\n"
+            "    device     family              IR length  compared           search order\n"
+            "    XCKU9P     Kintex UltraScale+  6          masked 0x0FFFFFFF  1\n"
+            "    XCR3064XL  CoolRunner XPLA3    5          masked 0x0FFF8FFF  2\n");
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.exit_code, 0);
 }
@@ -79,13 +85,13 @@ TEST(Identify, NamesTheFileOfEachCandidateWhenThereAreSeveralDatabases) {
   EXPECT_TRUE(Contains(run.out, "\n0         0x1ABCD043  SECOND *  Two     8 ")) << run.out;
   EXPECT_TRUE(Contains(run.out, "\nIR length of the chain: 8 bits\n")) << run.out;
   EXPECT_TRUE(Contains(run.out,
-                       "  position 0: 0x1ABCD043\n"
-                       "    device  family  IR length  bits that agree  file\n"
-                       "    SECOND  Two     8          0x0FFF0FFF       " +
+                       "  position 0: 0x1ABCD043, taken as SECOND\n"
+                       "    device  family  IR length  compared           search order  file\n"
+                       "    FIRST   One     8          masked 0x0FFFFFFF  2             " +
                            kData +
-                           "second.xml\n"
-                           "    FIRST   One     8          0x0FFFFFFF       " +
-                           kData + "first.xml\n"))
+                           "first.xml\n"
+                           "    SECOND  Two     8          masked 0x0FFF0FFF  1             " +
+                           kData + "second.xml\n"))
       << run.out;
 }
 
@@ -116,14 +122,92 @@ TEST(Identify, AddsUpTheIrLengthsThatAreKnown) {
       {{"0x01234043"}, "IR length of the chain: 9 bits\n"},
       {{"0x01234043", "0x01235043", "0x01234043"}, "IR length of the chain: 28 bits\n"},
       {{"0x01234043", "0x01238043"},
-       "IR length of the chain: not known (9 bits without position 1)\n"},  // no length in the file
-      {{"0x4BA00477", "0x01235043", "0x01238043"}, "IR length of the chain: not known (10 bits without positions 0, 2)\n"},
-      {{"0x4BA00477"}, "IR length of the chain: not known (0 bits without position 0)\n"},
+       "IR length of the chain: not known (9 bits without position 1; give --ir 1=LENGTH)\n"},  // no length in the file
+      {{"0x4BA00477", "0x01235043", "0x01238043"},
+       "IR length of the chain: not known (10 bits without positions 0, 2; "
+       "give --ir 0=LENGTH --ir 2=LENGTH)\n"},
+      {{"0x4BA00477"}, "IR length of the chain: not known (0 bits without position 0; give --ir 0=LENGTH)\n"},
   };
   for (const auto& c : cases) {
     const ToolRun run = RunTool(Identify({"--db", kData + "access_modes.xml"}, c.ids));
     EXPECT_TRUE(Contains(run.out, c.line)) << "row: " << c.line << "in:\n" << run.out;
   }
+}
+
+TEST(Identify, ListsAllThatMatchTheMostExactFirstAndSaysWhy) {
+  const ToolRun run = RunTool(Identify({"--db", kData + "exactness.xml", "--comm", "DUAL", "0x51234043"}));
+  EXPECT_EQ(run.out,
+            "position  id          device  family  IR length  IDCODE  BYPASS  packages\n"
+            "0         0x51234043  WIDE *  Loose   8          -       -       -\n"
+            "\n"
+            "IR length of the chain: 8 bits; another device that matches would change it at position 0\n"
+            "\n"
+            "* More than one device matches. The first in search order was taken; most exact first:\n"
+            "  position 0: 0x51234043, taken as WIDE\n"
+            "    device  family  IR length  compared              search order\n"
+            "    EXACT   Loose   8          all 32 bits           3\n"
+            "    PART    Loose   5          masked 0x0FFFFFFF     2\n"
+            "    PART2   Loose   8          masked 0x0FFFFFFF     4\n"
+            "    WIDE    Loose   8          masked 0x0FF00FFF     1\n"
+            "    LOW     Loose   8          low byte only (DUAL)  5\n");
+}
+
+TEST(IdentifyJson, RanksAllThatMatch) {
+  const Json chain = IdentifyAsJson({"--db", kData + "exactness.xml", "--comm", "DUAL", "0x51234043"});
+  const Json& position = chain[0];
+  EXPECT_EQ(position["ambiguous"], true);
+  EXPECT_EQ(position["match"]["name"], "WIDE");
+  const struct {
+    const char* name;
+    const char* reason;
+    const char* bits;
+    int search_order;
+  } rows[] = {
+      {"EXACT", "all 32 bits", "0xFFFFFFFF", 3},        {"PART", "masked 0x0FFFFFFF", "0x0FFFFFFF", 2},
+      {"PART2", "masked 0x0FFFFFFF", "0x0FFFFFFF", 4},  {"WIDE", "masked 0x0FF00FFF", "0x0FF00FFF", 1},
+      {"LOW", "low byte only (DUAL)", "0x000000FF", 5},
+  };
+  ASSERT_EQ(position["ranked"].size(), std::size(rows));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const Json& one = position["ranked"][i];
+    EXPECT_EQ(one["name"], rows[i].name) << "row: " << i;
+    EXPECT_EQ(one["reason"], rows[i].reason) << "row: " << i;
+    EXPECT_EQ(one["comparedBits"], rows[i].bits) << "row: " << i;
+    EXPECT_EQ(one["searchOrder"], rows[i].search_order) << "row: " << i;
+    EXPECT_EQ(one["file"], kData + "exactness.xml") << "row: " << i;
+  }
+}
+
+TEST(IdentifyIrLengths, OfTheUserCountInsteadOfTheDescriptions) {
+  const struct {
+    const char* arguments;
+    const char* line;
+  } cases[] = {
+      {"0x4BA00477 0x59604093 --ir 0=4", "IR length of the chain: 12 bits\n"},
+      {"0x4BA00477 0x59604093 --ir 0=4 --ir 1=65535", "IR length of the chain: 65539 bits\n"},
+      {"0x59604093 --ir 0=9", "  position 0: --ir gives IR length 9, but XC9572XL has 8\n"},
+      {"0x0484A093", "IR length of the chain: 6 bits; another device that matches would change it at position 0\n"},
+      {"0x0484A093 --ir 0=6", "IR length of the chain: 6 bits\n"},
+      {"0x0484A093 --ir 0=5", "  position 0: --ir gives IR length 5, but XCKU9P has 6; XCR3064XL has 5\n"},
+      {"0x4BA00477 --ir 0=4", "IRLength=\"4\""},  // in what is to be pasted
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Words(std::string("identify ") + c.arguments));
+    EXPECT_TRUE(Contains(run.out, c.line)) << "row: " << c.arguments << ":\n" << run.out << run.err;
+  }
+}
+
+TEST(IdentifyIrLengths, AreRefusedWhenTheyAreNoneOrForNoPosition) {
+  for (const char* text : {"0", "0=", "=4", "2=4", "-1=4", "0=1", "0=65536", "0=x", "0=4x", "x=4", "0=4=5", " 0=4", "0x0=4",
+                           "99999999999999999999=4", "0=99999999999999999999", ""}) {
+    const ToolRun run = RunTool({"identify", "0x59604093", "0x4BA00477", "--ir", text});
+    EXPECT_EQ(run.exit_code, 2) << "row: " << text;
+    EXPECT_EQ(run.out, "") << "row: " << text;
+    EXPECT_TRUE(Contains(run.err, "expected POSITION=LENGTH, from 0 to 1 and from 2 to 65535")) << "row: " << text << run.err;
+  }
+  const ToolRun twice = RunTool(Words("identify 0x59604093 --ir 0=4 --ir 0=5"));
+  EXPECT_EQ(twice.exit_code, 2);
+  EXPECT_TRUE(Contains(twice.err, "position 0 twice")) << twice.err;
 }
 
 // --- JSON -------------------------------------------------------------------------------------------------------------------
@@ -137,7 +221,26 @@ TEST(IdentifyJson, IsAnArrayWithOneObjectPerPosition) {
     {"position": 2, "id": "0x4BA00477", "candidates": [], "match": null},
     {"position": 3, "id": "0x0362D093", "candidates": ["XC7A35T"],
      "match": {"family": "Artix-7", "name": "XC7A35T", "codeName": "XC7A35T", "irLength": 6}}])");
-  EXPECT_EQ(IdentifyAsJson(kSampleChain), expected);
+  Json chain = IdentifyAsJson(kSampleChain);
+  ASSERT_EQ(chain.size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    for (const auto& [key, value] : expected[i].items()) EXPECT_EQ(chain[i][key], value) << "row: " << i << " " << key;
+  }
+}
+
+TEST(IdentifyJson, KeepsToItsSchema) {
+  const std::string data = "--db " + kData;
+  const std::string cases[] = {
+      "0x59604093 0x06E5E093 0x4BA00477 0x0362D093",         "0x0484A093 0x00000000 0xFFFFFFFF 0x59604092 0x3362D093",
+      data + "access_modes.xml 0x01237043 0x01238043",       data + "access_modes.xml --comm ISP 0x55 0x56",
+      data + "exactness.xml --comm DUAL 0x51234043",         data + "neighbours.xml 0x11234157 --ir 0=5",
+      "--scan " + kData + "scans/openocd_log_bypass.txt",    "--scan " + kData + "scans/urjtag_bypass.txt",
+      "--scan " + kData + "scans/openfpgaloader_detect.txt",
+  };
+  for (const std::string& arguments : cases) {
+    const ToolRun run = RunTool(Words("identify --format json " + arguments));
+    EXPECT_EQ(SchemaFaults("identify.json", run.out), "") << "row: " << arguments;
+  }
 }
 
 TEST(IdentifyJson, SaysNullForWhatTheFileDoesNotSay) {
@@ -353,7 +456,12 @@ TEST(Identify, ExitsWith2AndSaysWhyWhenTheUsageIsWrong) {
   } cases[] = {
       {"", "plddb: error: a subcommand is required"},
       {"recognise 0x59604093", "recognise"},
-      {"identify", "ID is required"},
+      {"identify", "ID or --scan is required"},
+      {"identify --ir 0=4", "ID or --scan is required"},
+      {"identify --scan - 0x59604093", "--scan"},
+      {"identify --json --format tsv 0x59604093", "--json"},
+      {"identify --format yaml 0x59604093", "yaml"},
+      {"identify --format openocd --comm ISP 0x141", "ISP identifiers are no IDCODEs"},
       {"identify --comm SPI 0x59604093", "SPI"},
       {"identify --comm jtag 0x59604093", "jtag"},
       {"identify --comm", "--comm"},

@@ -32,19 +32,24 @@ inline std::string Content(std::FILE* file) {
   return content;
 }
 
-/// Starts the program with the three files as its standard streams and waits for its end.
-inline int WaitFor(const std::vector<std::string>& command, std::FILE* const (&streams)[3]) {
+/// Starts the program with the three files as its standard streams.
+inline pid_t Start(const std::vector<std::string>& command, const int (&streams)[3]) {
   std::vector<char*> argv;
   for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  for (int i = 0; i < 3; ++i) posix_spawn_file_actions_adddup2(&actions, fileno(streams[i]), i);
+  for (int i = 0; i < 3; ++i) posix_spawn_file_actions_adddup2(&actions, streams[i], i);
   pid_t child = 0;
   const int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
+  if (failed != 0) throw std::runtime_error("cannot run " + command[0]);
+  return child;
+}
+
+inline int WaitFor(pid_t child) {
   int status = 0;
-  if (failed != 0 || waitpid(child, &status, 0) != child) throw std::runtime_error("cannot run " + command[0]);
+  if (waitpid(child, &status, 0) != child) throw std::runtime_error("a program was lost");
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
@@ -64,7 +69,8 @@ inline ToolRun RunProgram(const std::string& program, const std::vector<std::str
   const auto in = run_tool_detail::TemporaryFile(input);
   const auto out = run_tool_detail::TemporaryFile("");
   const auto err = run_tool_detail::TemporaryFile("");
-  const int exit_code = run_tool_detail::WaitFor(command, {in.get(), out.get(), err.get()});
+  const int exit_code =
+      run_tool_detail::WaitFor(run_tool_detail::Start(command, {fileno(in.get()), fileno(out.get()), fileno(err.get())}));
   return {exit_code, run_tool_detail::Content(out.get()), run_tool_detail::Content(err.get())};
 }
 

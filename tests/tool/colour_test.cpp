@@ -1,0 +1,71 @@
+// Colours: at a terminal that shows them, and nowhere else.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "run_tool.h"
+#include "terminal.h"
+
+namespace {
+
+constexpr const char* kRedError = "plddb: \033[31merror\033[0m: no subcommand is named identfy; did you mean identify?\n";
+constexpr const char* kPlainError = "plddb: error: no subcommand is named identfy; did you mean identify?\n";
+
+TEST(Colour, IsForTerminalsThatShowIt) {
+  const struct {
+    std::vector<std::string> variables;
+    const char* error;
+  } rows[] = {
+      {{"TERM=xterm"}, kRedError},
+      {{"TERM=xterm-256color"}, kRedError},
+      {{"TERM=dumb"}, kPlainError},
+      {{"TERM="}, kPlainError},
+      {{"-u", "TERM"}, kPlainError},
+      {{"TERM=xterm", "NO_COLOR=1"}, kPlainError},
+      {{"TERM=xterm", "NO_COLOR=0"}, kPlainError},  // whatever it says
+      {{"TERM=xterm", "NO_COLOR="}, kRedError},     // empty is as if not set
+  };
+  for (const auto& row : rows) {
+    const std::string sent = ToolAtTerminal(row.variables, {"identfy"}, AtTerminal::kMessages);
+    EXPECT_EQ(sent.substr(0, sent.find('\n') + 1), row.error) << "row: " << row.variables.back();
+  }
+}
+
+TEST(Colour, IsNotForFilesAndPipes) {
+  const ToolRun run = RunProgram("/usr/bin/env", {"TERM=xterm", PLDDB_TOOL, "identfy"});
+  EXPECT_EQ(run.err.substr(0, run.err.find('\n') + 1), kPlainError);
+}
+
+TEST(Colour, OfOneStreamDoesNotFollowFromTheOther) {
+  EXPECT_EQ(ToolAtTerminal({"TERM=xterm"}, {"identfy"}, AtTerminal::kOutput), "");
+}
+
+TEST(Colour, IsOnlyInTheWordThatSaysHowBadItIs) {
+  const std::string file = PLDDB_TEST_DIR "/tool/data/broken.xml";
+  const std::string plain = RunTool({"list", "--db", file}).err;
+  std::string coloured = ToolAtTerminal({"TERM=xterm"}, {"list", "--db", file}, AtTerminal::kMessages);
+  EXPECT_EQ(coloured.compare(0, file.size(), file), 0) << coloured;
+  std::size_t words = 0;
+  for (std::size_t at; (at = coloured.find("\033[31merror\033[0m:")) != coloured.npos; ++words)
+    coloured.replace(at, 15, "error:");
+  EXPECT_EQ(coloured, plain);
+  EXPECT_GE(words, 1U);
+}
+
+TEST(Colour, MarksThatThereIsMoreThanOneAnswer) {
+  const std::string file = PLDDB_TEST_DIR "/tool/data/keys.xml";
+  const std::vector<std::string> show = {"show", "--db", file, "SAME"};
+  const std::string sent = ToolAtTerminal({"TERM=xterm"}, show, AtTerminal::kOutput);
+  EXPECT_NE(sent.find("\n\033[1mMore than one device matches, and the first was taken.\033[0m The others:\n"), sent.npos)
+      << sent;
+  EXPECT_EQ(RunTool(show).out.find('\033'), std::string::npos);
+}
+
+TEST(Colour, IsNeverInJson) {
+  const std::vector<std::string> show = {"show", "--db", PLDDB_TEST_DIR "/tool/data/keys.xml", "--json", "SAME"};
+  EXPECT_EQ(ToolAtTerminal({"TERM=xterm"}, show, AtTerminal::kOutput), RunTool(show).out);
+}
+
+}  // namespace

@@ -1,0 +1,184 @@
+// What may stand at the cursor: as the tool says it, and as the shells have it from there.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "run_tool.h"
+
+namespace {
+
+const std::string kKeys = PLDDB_TEST_DIR "/tool/data/keys.xml";
+const std::string kLists = PLDDB_TEST_DIR "/tool/data/lists.xml";
+const std::string kScripts = PLDDB_TEST_DIR "/../tool/completions";
+
+/// The first words of the lines of `text` up to their tabs, joined by '|': candidates may hold blanks.
+std::string Candidates(const std::string& text) {
+  std::string candidates;
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = text.find('\n', start);
+    const std::string line = text.substr(start, end - start);
+    candidates += (candidates.empty() ? "" : "|") + line.substr(0, line.find('\t'));
+    start = end + 1;
+  }
+  return candidates;
+}
+
+using Line = std::vector<std::string>;  // the words behind the program up to the cursor
+
+std::string Shown(const Line& line) {
+  std::string shown;
+  for (const std::string& word : line) shown += " [" + word + "]";
+  return shown;
+}
+
+ToolRun Complete(Line line) {
+  line.insert(line.begin(), "complete");
+  return RunTool(line);
+}
+
+TEST(Complete, KnowsWhatMayStandAtTheCursor) {
+  const struct {
+    Line line;
+    const char* candidates;
+  } rows[] = {
+      {{"id"}, "identify"},
+      {{"x"}, ""},
+      {{"--v"}, "--version"},
+      {{"help", "me"}, "merge"},
+      {{"list", "--"}, "--db|--family|--help|--json"},
+      {{"list", "--fam"}, "--family"},
+      {{"identify", "--comm", ""}, "DUAL|ISP|JTAG"},
+      {{"identify", "--comm", "i"}, "ISP"},
+      {{"identify", "--comm=d"}, "--comm=DUAL"},
+      {{"list", "--db", kKeys, "--family", ""}, "First|Second|Zweite"},
+      {{"list", "--db", kKeys, "--family", "s"}, "Second"},
+      {{"list", "--db", kKeys, "--db", kLists, "--family", ""}, "Custom|First|Hidden & old|Own|Second|Zweite"},
+      {{"list", "--db=" + kKeys, "--family=f"}, "--family=First"},
+      {{"list", "--db", "=", kKeys, "--family", "=", "f"}, "First"},  // from a shell that cuts words at '='
+      {{"list", "--db", "=", kKeys, "--family", "="}, "First|Second|Zweite"},
+      {{"list", "--db", kKeys, ""}, ""},  // takes no argument
+      {{"show", "--db", kKeys, "--json", "pld"}, "PLD1234A|PLD5678"},
+      {{"show", "--db", kKeys, "PLD5678", ""}, ""},  // takes one
+      {{"show", "--db", kKeys, "--", "o"}, "OLD1|OLDQ|OTHER2"},
+      {{"show", "--db", kKeys, "--", "--"}, ""},
+      {{"find", "--db", kKeys, "o"}, "OLD1|OLDQ|OTHER2"},
+      {{"find", "--db", kKeys, "--name", "o"}, "OTHER2"},
+      {{"find", "--db", kKeys, "--alias", ""}, "OLD1|OLDQ"},
+      {{"find", "--db", kKeys, "--code-name", "c"}, "CODE1|CODE2|CODE3|CODE4"},
+      {{"find", "--db", kKeys, "--pon", ""}, "PLD1234A-5TQ100C"},
+      {{"find", "--db", kKeys, "--package", ""}, "BG256|TQ100"},
+      {{"find", "--db", kKeys, "--jdf", ""}, "PLD12345.jdf"},
+  };
+  for (const auto& row : rows) {
+    const ToolRun run = Complete(row.line);
+    EXPECT_EQ(Candidates(run.out), row.candidates) << "row:" << Shown(row.line);
+    EXPECT_EQ(run.exit_code, 0) << "row:" << Shown(row.line);
+    EXPECT_EQ(run.err, "") << "row:" << Shown(row.line);
+  }
+}
+
+TEST(Complete, LeavesFilesToTheShell) {
+  for (const Line& line : {Line{"list", "--db", ""}, Line{"find", "--db", kKeys, "--db", "x"}, Line{"export", ""},
+                           Line{"merge", "a.xml", "b.xml", ""}, Line{"merge", "--output", ""}, Line{"list", "--db="}}) {
+    const ToolRun run = Complete(line);
+    EXPECT_EQ(run.exit_code, 1) << "row:" << Shown(line);
+    EXPECT_EQ(run.out, "") << "row:" << Shown(line);
+  }
+}
+
+TEST(Complete, HasNothingToSayWhereTheLineIsWrong) {
+  for (const Line& line : {Line{"nonsense", ""}, Line{"list", "--db", "missing.xml", "--family", ""}}) {
+    const ToolRun run = Complete(line);
+    EXPECT_EQ(run.exit_code, 2) << "row:" << Shown(line);
+    EXPECT_EQ(run.out, "") << "row:" << Shown(line);
+  }
+}
+
+TEST(Complete, DescribesSubcommandsAndOptions) {
+  EXPECT_EQ(Complete({"mer"}).out, "merge\tWrite several description files as one.\n");
+  EXPECT_EQ(Complete({"merge", "--o"}).out, "--output\tWhere to write, instead of standard output; replaced only as a whole\n");
+}
+
+TEST(Complete, IsNoSubcommandForPeople) { EXPECT_EQ(RunTool({"--help"}).out.find("complete"), std::string::npos); }
+
+// --- The shells
+// ---------------------------------------------------------------------------------------------------------------
+
+/// What the script does with its arguments: the folder of the completions, the tool, and the words behind it.
+constexpr const char* kBash = R"(source "$1/plddb.bash"
+shift
+COMP_WORDS=("$@")
+COMP_CWORD=$(($# - 1))
+compopt() { :; }
+_plddb "$1"
+printf '%s\n' "${COMPREPLY[@]}" | sort)";
+
+/// With stand-ins for the builtins that work in completion alone.
+constexpr const char* kZsh = R"(fpath=($1 $fpath)
+shift
+words=("$@")
+CURRENT=$#
+compset() { : }
+_files() { local file; for file in ${words[CURRENT]#--*=}*(N); do print -r -- $file; done }
+compadd() { print -rl -- $candidates }
+autoload -Uz _plddb
+_plddb)";
+
+constexpr const char* kFish = R"(source $argv[1]/plddb.fish
+set -gx PATH (dirname $argv[2]) $PATH
+complete -C "plddb "(string join -- " " $argv[3..] | string collect --allow-empty))";
+
+const struct Shell {
+  const char* name;
+  std::vector<std::string> command;
+} kShells[] = {
+    {"bash", {"bash", "--norc", "-c", kBash, "bash"}},
+    {"zsh", {"zsh", "-f", "-c", kZsh, "zsh"}},
+    {"fish", {"fish", "--no-config", "-c", kFish, "--"}},
+};
+
+/// What the shell makes of the words, in a folder with the scripts of all three.
+ToolRun CompleteIn(const Shell& shell, const Line& line) {
+  std::vector<std::string> arguments = {"-C", kScripts};
+  arguments.insert(arguments.end(), shell.command.begin(), shell.command.end());
+  arguments.insert(arguments.end(), {kScripts, PLDDB_TOOL});
+  arguments.insert(arguments.end(), line.begin(), line.end());
+  return RunProgram("/usr/bin/env", arguments);
+}
+
+TEST(Shells, CompleteSubcommandsOptionsNamesAndFiles) {
+  const struct {
+    Line line;
+    const char* candidates;
+  } rows[] = {
+      {{"id"}, "identify"},
+      {{"list", "--fa"}, "--family"},
+      {{"show", "--db", kKeys, "pld"}, "PLD1234A|PLD5678"},
+      {{"list", "--db", kKeys, "--family", "z"}, "Zweite"},
+      {{"list", "--db", "plddb."}, "plddb.bash|plddb.fish"},
+      {{"export", "_pl"}, "_plddb"},
+      {{"list", "--db", "missing.xml", "--family", ""}, ""},
+      {{"nonsense", ""}, ""},
+  };
+  for (const Shell& shell : kShells) {
+    for (const auto& row : rows) {
+      const ToolRun run = CompleteIn(shell, row.line);
+      EXPECT_EQ(Candidates(run.out == "\n" ? "" : run.out), row.candidates) << shell.name << ", row:" << Shown(row.line);
+      EXPECT_EQ(run.err, "") << shell.name << ", row:" << Shown(row.line);
+    }
+  }
+}
+
+TEST(Shells, QuoteWhatTheyWouldTakeApart) {
+  EXPECT_EQ(CompleteIn(kShells[0], {"list", "--db", kLists, "--family", "h"}).out, "Hidden\\ \\&\\ old\n");
+}
+
+TEST(Shells, AreToldForWhichCommandToComplete) {
+  EXPECT_EQ(RunProgram("/bin/sh", {"-c", "head -n 1 \"$0\"", kScripts + "/_plddb"}).out, "#compdef plddb\n");
+  const std::vector<std::string> bash = {"bash", "--norc", "-c", "source \"$0\"; complete -p plddb", kScripts + "/plddb.bash"};
+  EXPECT_EQ(RunProgram("/usr/bin/env", bash).out, "complete -F _plddb plddb\n");
+}
+
+}  // namespace

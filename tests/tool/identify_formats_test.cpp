@@ -1,0 +1,140 @@
+// plddb identify --format: what scripts and OpenOCD read.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "run_tool.h"
+
+namespace {
+
+const std::string kData = PLDDB_TEST_DIR "/tool/data/";
+
+std::vector<std::string> Split(const std::string& text, char end) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, end);) parts.push_back(part);
+  return parts;
+}
+
+ToolRun OpenOcd(const std::string& arguments) { return RunTool(Words("identify --format openocd " + arguments)); }
+
+TEST(OpenOcdFormat, DeclaresTheTapsNearestTdoFirst) {
+  const struct {
+    std::string arguments;
+    const char* out;
+  } cases[] = {
+      {"0x59604093 0x0362D093",
+       "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093\n"
+       "jtag newtap xc7a35t tap -irlen 6 -expected-id 0x0362d093\n"},
+      {"0x59604093 0x4BA00477",
+       "# Not whole: the IR length is not known at position 1.\n"
+       "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093\n"
+       "# jtag newtap unknown1 tap -irlen ? -expected-id 0x4ba00477  give --ir 1=LENGTH\n"},
+      {"0x59604093 0x4BA00477 --ir 1=4",
+       "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093\n"
+       "jtag newtap unknown1 tap -irlen 4 -expected-id 0x4ba00477\n"},
+      {"0x59604093 0x59604093 0x59604093",  // each name once
+       "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093\n"
+       "jtag newtap xc9572xl_2 tap -irlen 8 -expected-id 0x59604093\n"
+       "jtag newtap xc9572xl_3 tap -irlen 8 -expected-id 0x59604093\n"},
+      {"0x00000000 0xFFFFFFFF 0x59604092 --ir 0=4 --ir 1=4 --ir 2=4",  // none of them is an IDCODE
+       "jtag newtap unknown0 tap -irlen 4\n"
+       "jtag newtap unknown1 tap -irlen 4\n"
+       "jtag newtap unknown2 tap -irlen 4\n"},
+      {"0x0484A093",
+       "# position 0: more than one device matches; most exact first: XCKU9P (-irlen 6, masked 0x0FFFFFFF, taken), "
+       "XCR3064XL (-irlen 5, masked 0x0FFF8FFF)\n"
+       "jtag newtap xcku9p tap -irlen 6 -expected-id 0x0484a093\n"},
+      {"--scan " + kData + "scans/openocd_log_bypass.txt --ir 1=8",
+       "# Scan: OpenOCD log, 3 TAPs, nearest TDO first\n"
+       "jtag newtap xc7a35t tap -irlen 6 -expected-id 0x0362d093\n"
+       "jtag newtap unknown1 tap -irlen 8\n"
+       "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093\n"},
+      {"--scan " + kData + "scans/openfpgaloader_detect.txt",  // counts from TDI, and leaves out versions
+       "# Scan: openFPGALoader --detect, 3 TAPs, nearest TDI first\n"
+       "# Not whole: the IR length is not known at position 1.\n"
+       "# position 1: the scan says IR length 4, perhaps a guess; take it with --ir 1=4\n"
+       "# The lines stand nearest TDO first: the last position is the first line.\n"
+       "jtag newtap xc7a35t tap -irlen 6 -expected-id 0x0362d093 -ignore-version\n"
+       "# jtag newtap unknown1 tap -irlen ? -expected-id 0x4ba00477 -ignore-version  give --ir 1=LENGTH\n"
+       "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x09604093 -ignore-version\n"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = OpenOcd(c.arguments);
+    EXPECT_EQ(run.out, c.out) << "row: " << c.arguments;
+    EXPECT_EQ(run.err, "") << "row: " << c.arguments;
+  }
+}
+
+TEST(OpenOcdFormat, GivesNamesThatAreWordsWhateverADeviceIsCalled) {
+  const ToolRun run = OpenOcd("--db " + kData + "odd_names.xml 0x01000043 0x02000043 0x03000043 0x04000043 0x05000043");
+  const std::vector<std::string> lines = Split(run.out, '\n');
+  std::set<std::string> names;
+  for (const std::string& line : lines) {
+    if (line[0] == '#') {
+      EXPECT_EQ(line.find('\\'), line.npos) << "row: " << line;
+      continue;
+    }
+    const std::vector<std::string> words = Words(line);
+    ASSERT_EQ(words.size(), 8u) << "row: " << line;
+    EXPECT_EQ(words[2].find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_"), std::string::npos) << "row: " << line;
+    EXPECT_TRUE(names.insert(words[2]).second) << "row: " << line;
+  }
+  EXPECT_EQ(names.size(), 5u) << run.out;
+}
+
+TEST(TsvFormat, HasALineForEachPositionAndAlwaysTheSameColumns) {
+  const std::string head =
+      "position\tid\tstate\tdevice\tcode_name\tfamily\tir_length\tidcode_instruction\tbypass_instruction\tpackages\t"
+      "candidates\tversion\tpart\tmanufacturer\tvendor\tnearest\tscan\tscan_name\tscan_ir_length";
+  const struct {
+    std::string arguments;
+    const char* line;  // the first behind the head
+  } cases[] = {
+      {"0x59604093",
+       "0\t0x59604093\tknown\tXC9572XL\tXC9572XL\tXC9500XL\t8\t0xFE\t0xFF\tCS48 PC44 TQ100 VQ44 VQ64\t"
+       "XC9572XL: masked 0x0FFFFFFF\t\t\t\tXilinx\t\t\t\t"},
+      {"0x0484A093",
+       "0\t0x0484A093\tambiguous\tXCKU9P\tXCKU9P\tKintex UltraScale+\t6\t0x09\t0x3F\t\t"
+       "XCKU9P: masked 0x0FFFFFFF; XCR3064XL: masked 0x0FFF8FFF\t\t\t\tXilinx\t\t\t\t"},
+      {"--db " + kData + "exactness.xml --comm DUAL 0x51234043",
+       "0\t0x51234043\tambiguous\tWIDE\twide\tLoose\t8\t\t\t\t"
+       "EXACT: all 32 bits; PART: masked 0x0FFFFFFF; PART2: masked 0x0FFFFFFF; WIDE: masked 0x0FF00FFF; "
+       "LOW: low byte only (DUAL)\t\t\t\t\t\t\t\t"},
+      {"0x4BA00477 --ir 0=4", "0\t0x4BA00477\tunknown\t\t\t\t4\t\t\t\t\t0x4\t0xBA00\t0x23B\t\t\t\t\t"},
+      {"--db " + kData + "neighbours.xml 0x41237155",
+       "0\t0x41237155\tunknown\t\t\t\t\t\t\t\t\t0x4\t0x1237\t0x0AA\t\tTWOBITS: bit 1 differs: a wiring fault?\t\t\t"},
+      {"0xFFFFFFFF", "0\t0xFFFFFFFF\tstuck-at-1\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t"},
+      {"--ir 0=8 --scan " + kData + "scans/openocd_only_bypass.txt",
+       "0\t\tno-idcode\t\t\t\t8\t\t\t\t\t\t\t\t\t\tOpenOCD log\tauto0.tap\t8"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = RunTool(Words("identify --format tsv " + c.arguments));
+    const std::vector<std::string> lines = Split(run.out, '\n');
+    ASSERT_EQ(lines.size(), 2u) << "row: " << c.arguments << run.err;
+    EXPECT_EQ(lines[0], head) << "row: " << c.arguments;
+    EXPECT_EQ(lines[1], c.line) << "row: " << c.arguments;
+  }
+}
+
+TEST(TsvFormat, KeepsItsCellsApartWhateverADeviceIsCalled) {
+  const ToolRun run = RunTool(
+      Words("identify --format tsv --db " + kData + "odd_names.xml 0x01000043 0x02000043 0x03000043 0x04000043 0x05000043"));
+  const std::vector<std::string> lines = Split(run.out, '\n');
+  EXPECT_EQ(lines.size(), 6u) << run.out;
+  for (const std::string& line : lines) EXPECT_EQ(std::count(line.begin(), line.end(), '\t'), 18) << "row: " << line;
+}
+
+TEST(JsonFormat, IsTheSameByItsTwoNames) {
+  const ToolRun flag = RunTool(Words("identify --json 0x59604093 0x4BA00477"));
+  const ToolRun format = RunTool(Words("identify --format json 0x59604093 0x4BA00477"));
+  EXPECT_EQ(flag.out, format.out);
+  EXPECT_EQ(flag.exit_code, format.exit_code);
+}
+
+}  // namespace

@@ -1,0 +1,221 @@
+#include "complete.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+#include "databases.h"
+#include "device_lookup.h"
+#include "device_text.h"
+#include "standard_streams.h"
+#include "subcommands.h"
+
+namespace tool {
+namespace {
+
+struct Candidate {
+  std::string text;
+  std::string description;
+};
+
+/// A command line up to the cursor.
+struct Line {
+  std::vector<std::string> databases;  // that it names
+  const CLI::Option* asked = nullptr;  // whose value stands at the cursor; null when there is none
+  std::string option;                  // "--db=" where the value follows the '='
+  std::string begun;                   // what of the word at the cursor is there
+  bool takesOptions = true;            // not behind "--"
+};
+
+// --- What may be the value of an option -------------------------------------------------------------------------------------
+
+using Names = std::vector<std::string>;
+
+Names Copies(const std::vector<std::string_view>& views) { return Names(views.begin(), views.end()); }
+
+Names PackageNames(const std::vector<Database>& databases, char* (Package::*name)() const) {
+  Names names;
+  for (const Database& database : databases) {
+    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
+      for (int i = 0; const Package* const package = device.GetDevicePackage()->GetPackage(i); ++i) {
+        if (const char* const text = (package->*name)()) names.emplace_back(text);
+      }
+    });
+  }
+  return names;
+}
+
+/// The options and arguments whose values come from the descriptions, by the names that they have in every subcommand.
+constexpr struct {
+  std::string_view option;
+  Names (*values)(const std::vector<Database>& databases);
+} kValues[] = {
+    {"TEXT", [](const auto& databases) { return Copies(AllNames(databases)); }},
+    {"--name", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[0])); }},
+    {"--code-name", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[1])); }},
+    {"--alias", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[2])); }},
+    {"--full-name", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[1])); }},
+    {"--family", [](const auto& databases) { return Copies(FamilyNames(databases)); }},
+    {"--pon", [](const auto& databases) { return PackageNames(databases, &Package::GetPON); }},
+    {"--jdf", [](const auto& databases) { return PackageNames(databases, &Package::GetJDF); }},
+    {"--package", [](const auto& databases) { return PackageNames(databases, &Package::GetType); }},
+};
+
+/// The options and arguments that are files.
+constexpr std::string_view kFiles[] = {"--db", "--output", "--scan", "FILE"};
+
+bool TakesFile(const CLI::Option& option) {
+  return std::find(std::begin(kFiles), std::end(kFiles), option.get_name()) != std::end(kFiles);
+}
+
+/// "JTAG|ISP|DUAL": the type of an option that has a few values says them.
+Names Choices(const std::string& type) {
+  Names choices;
+  if (type.find('|') == type.npos) return choices;
+  for (std::size_t start = 0; start <= type.size();) {
+    const std::size_t end = std::min(type.find('|', start), type.size());
+    choices.push_back(type.substr(start, end - start));
+    start = end + 1;
+  }
+  return choices;
+}
+
+Names ValuesOf(const CLI::Option& option, const std::vector<std::string>& databases) {
+  for (const auto& [name, values] : kValues) {
+    if (name == option.get_name()) return values(LoadDatabases(databases));
+  }
+  return Choices(option.get_type_name());
+}
+
+// --- Where the cursor stands ------------------------------------------------------------------------------------------------
+
+bool IsPositional(const CLI::Option* option) { return option->get_positional(); }
+bool TakesValue(const CLI::Option& option) { return option.get_items_expected_max() > 0; }
+
+const CLI::Option* FindOption(const CLI::App& subcommand, const std::string& name) {
+  for (const CLI::Option* const option : subcommand.get_options()) {
+    if (!option->get_positional() && option->check_name(name)) return option;
+  }
+  return nullptr;
+}
+
+/// The argument at `position` of those without an option; the last takes all that follow, if it takes several.
+const CLI::Option* ArgumentAt(const CLI::App& subcommand, std::size_t position) {
+  const auto arguments = subcommand.get_options(IsPositional);
+  if (position < arguments.size()) return arguments[position];
+  return !arguments.empty() && arguments.back()->get_items_expected_max() > 1 ? arguments.back() : nullptr;
+}
+
+/// "--db=FILE" and "--db FILE", also as the shells that cut words at '=' have it, are "--db" and "FILE".
+std::vector<std::string> CutAtEquals(const std::vector<std::string>& words) {
+  std::vector<std::string> cut;
+  for (const std::string& word : words) {
+    const std::size_t equals = word.substr(0, 2) == "--" ? word.find('=') : word.npos;
+    if (equals != word.npos) {
+      cut.insert(cut.end(), {word.substr(0, equals), word.substr(equals + 1)});
+    } else if (word != "=" || cut.empty()) {
+      cut.push_back(word);
+    }
+  }
+  if (!words.empty() && words.back() == "=") cut.emplace_back();
+  return cut;
+}
+
+/// The file that a shell understands by `word`.
+std::string File(const std::string& word) {
+  const char* const home = std::getenv("HOME");
+  return word.substr(0, 2) == "~/" && home != nullptr ? home + word.substr(1) : word;
+}
+
+/// `words` are those behind the subcommand, at least the one at the cursor.
+Line ReadLine(const CLI::App& subcommand, const std::vector<std::string>& words) {
+  Line line;
+  std::size_t arguments = 0;
+  const std::vector<std::string> cut = CutAtEquals(words);
+  for (std::size_t i = 0; i + 1 < cut.size(); ++i) {
+    const CLI::Option* const option = line.takesOptions ? FindOption(subcommand, cut[i]) : nullptr;
+    if (line.asked != nullptr) {
+      if (line.asked->get_name() == "--db") line.databases.push_back(File(cut[i]));
+      line.asked = nullptr;
+    } else if (option != nullptr) {
+      line.asked = TakesValue(*option) ? option : nullptr;
+    } else if (cut[i] == "--") {
+      line.takesOptions = false;
+    } else if (cut[i].substr(0, 1) != "-" || !line.takesOptions) {
+      ++arguments;
+    }
+  }
+  line.begun = cut.back();
+  const std::size_t equals = words.back().substr(0, 2) == "--" ? words.back().find('=') : std::string::npos;
+  if (equals != std::string::npos) line.option = words.back().substr(0, equals + 1);
+  line.takesOptions = line.takesOptions && line.asked == nullptr;
+  if (line.asked == nullptr) line.asked = ArgumentAt(subcommand, arguments);
+  return line;
+}
+
+// --- What may stand there ---------------------------------------------------------------------------------------------------
+
+std::vector<Candidate> SubcommandNames(const CLI::App& program) {
+  std::vector<Candidate> candidates;
+  for (const CLI::App* const subcommand : Subcommands(program)) {
+    candidates.push_back({subcommand->get_name(), subcommand->get_description()});
+  }
+  return candidates;
+}
+
+std::vector<Candidate> OptionNames(const CLI::App& app) {
+  std::vector<Candidate> candidates;
+  for (const CLI::Option* const option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) candidates.push_back({"--" + name, option->get_description()});
+  }
+  return candidates;
+}
+
+bool BeginsWith(std::string text, std::string begun) {
+  strupr(text);
+  strupr(begun);
+  return text.compare(0, begun.size(), begun) == 0;
+}
+
+/// Those of `candidates` that begin with `begun`, letter case ignored as lookups do: sorted, and each once.
+std::string Text(const std::vector<Candidate>& candidates, const std::string& before, const std::string& begun) {
+  std::string text;
+  std::vector<std::string> written;
+  for (const auto& [candidate, description] : candidates) {
+    if (!BeginsWith(candidate, begun) || Printable(candidate) != candidate) continue;
+    written.push_back(before + candidate + (description.empty() ? "" : "\t" + description) + "\n");
+  }
+  std::sort(written.begin(), written.end());
+  written.erase(std::unique(written.begin(), written.end()), written.end());
+  for (const std::string& line : written) text += line;
+  return text;
+}
+
+}  // namespace
+
+ExitCode Complete(const CLI::App& program, const std::vector<std::string>& words) {
+  const std::string begun = words.empty() ? "" : words.front();
+  if (words.size() < 2) {
+    const auto candidates = begun.substr(0, 1) == "-" ? OptionNames(program) : SubcommandNames(program);
+    WriteOutput(Text(candidates, "", begun));
+    return ExitCode::kFound;
+  }
+  const CLI::App& subcommand = FindSubcommand(program, begun);
+  const Line line = ReadLine(subcommand, {words.begin() + 1, words.end()});
+  std::vector<Candidate> candidates;
+  if (line.takesOptions && line.begun.substr(0, 1) == "-") {
+    candidates = OptionNames(subcommand);
+  } else if (line.asked != nullptr && line.asked->get_name() == "COMMAND") {
+    candidates = SubcommandNames(program);
+  } else if (line.asked != nullptr && TakesFile(*line.asked)) {
+    return ExitCode::kNotFound;
+  } else if (line.asked != nullptr) {
+    for (std::string& value : ValuesOf(*line.asked, line.databases)) candidates.push_back({std::move(value), ""});
+  }
+  WriteOutput(Text(candidates, line.option, line.begun));
+  return ExitCode::kFound;
+}
+
+}  // namespace tool

@@ -1,0 +1,103 @@
+#include "element_tables.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "device_text.h"
+#include "text_table.h"
+
+namespace tool {
+namespace {
+
+using plddb::Attribute;
+using plddb::Element;
+
+/// A record of a list; its number, and that of the record that it stands in.
+struct Record {
+  const Element* element;
+  std::size_t number;
+  std::size_t around;
+};
+
+std::string FieldTable(const Element& element, const std::string& file) {
+  std::vector<Row> rows = {{"field", "value", "where"}};
+  for (const Attribute& field : element.attributes) {
+    rows.push_back({field.name, TextOrDash(field.value.c_str()), Where(file, field.line)});
+  }
+  return AlignedTable(rows, "  ");
+}
+
+/// The fields that any of `records` has, in the order in which records have them.
+std::vector<std::string> FieldsOf(const std::vector<Record>& records) {
+  std::vector<std::string> fields;
+  for (const Record& record : records) {
+    auto behind = fields.begin();
+    for (const Attribute& field : record.element->attributes) {
+      auto known = std::find(fields.begin(), fields.end(), field.name);
+      if (known == fields.end()) known = fields.insert(behind, field.name);
+      behind = known + 1;
+    }
+  }
+  return fields;
+}
+
+std::string ValueOf(const Element& element, const std::string& field) {
+  for (const Attribute& attribute : element.attributes) {
+    if (attribute.name == field) return TextOrDash(attribute.value.c_str());
+  }
+  return "-";
+}
+
+/// `around` is the name of the records that `records` stand in, empty for the described record itself.
+std::string RecordTable(const std::vector<Record>& records, const std::string& around, const std::string& file) {
+  const std::vector<std::string> fields = FieldsOf(records);
+  Row head = {"#"};
+  if (!around.empty()) head.insert(head.begin(), around);
+  head.insert(head.end(), fields.begin(), fields.end());
+  head.push_back("where");
+  std::vector<Row> rows = {head};
+  for (const Record& record : records) {
+    Row row = {std::to_string(record.number)};
+    if (!around.empty()) row.insert(row.begin(), std::to_string(record.around));
+    for (const std::string& field : fields) row.push_back(ValueOf(*record.element, field));
+    row.push_back(Where(file, record.element->line));
+    rows.push_back(std::move(row));
+  }
+  return AlignedTable(rows, "    ");
+}
+
+std::vector<std::string> ChildNames(const std::vector<Record>& records) {
+  std::vector<std::string> names;
+  for (const Record& record : records) {
+    for (const Element& child : record.element->children) {
+      if (std::find(names.begin(), names.end(), child.name) == names.end()) names.push_back(child.name);
+    }
+  }
+  return names;
+}
+
+/// Descriptions are a few levels deep, and so is the recursion.
+std::string TablesIn(const std::vector<Record>& parents, const std::string& around, const std::string& file) {
+  std::string text;
+  for (const std::string& name : ChildNames(parents)) {
+    std::vector<Record> records;
+    for (const Record& parent : parents) {
+      std::size_t number = 0;
+      for (const Element& child : parent.element->children) {
+        if (child.name == name) records.push_back({&child, ++number, parent.number});
+      }
+    }
+    text += "\n  " + name + "\n" + RecordTable(records, around, file) + TablesIn(records, name, file);
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string Where(const std::string& file, int line) { return line == 0 ? "-" : Printable(file) + ":" + std::to_string(line); }
+
+std::string ElementTables(const Element& element, const std::string& file) {
+  return FieldTable(element, file) + TablesIn({{&element, 1, 1}}, "", file);
+}
+
+}  // namespace tool

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "Descriptions.h"
+
+namespace tool {
+
+/// "FILE:LINE"; "-" for a line of 0.
+std::string Where(const std::string& file, int line);
+
+/// The fields of `element`, which describes a record of `file`, as a table; then each kind of record in it as one, and those
+/// in these. Each line says where in the file it is said.
+std::string ElementTables(const plddb::Element& element, const std::string& file);
+
+}  // namespace tool

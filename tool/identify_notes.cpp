@@ -1,0 +1,76 @@
+#include <algorithm>
+
+#include "device_text.h"
+#include "identify_output.h"
+
+namespace tool {
+namespace {
+
+std::string At(std::size_t position) { return "position " + std::to_string(position) + ": "; }
+
+std::string Give(std::size_t position, unsigned long length) {
+  return "--ir " + std::to_string(position) + "=" + std::to_string(length);
+}
+
+/// "; XCR3064XL has 5": a device that matches as well, and has this length.
+std::string OtherOfLength(const ChainPosition& position, unsigned long length) {
+  for (const Candidate& candidate : position.candidates) {
+    if (candidate.device->GetIRLength() != length) continue;
+    return "; " + DeviceName(*candidate.device) + " has " + std::to_string(length);
+  }
+  return "";
+}
+
+/// What the scan or the user says of a TAP's IR length, where it is not what the description says, or where only the scan
+/// knows.
+void AddLengthNotes(std::size_t i, const ChainPosition& position, const ScannedTap& tap, std::vector<std::string>& notes) {
+  const unsigned long described = position.match == nullptr ? 0 : position.match->GetIRLength();
+  const auto differs = [&](const std::string& who, unsigned long length) {
+    notes.push_back(At(i) + who + " IR length " + std::to_string(length) + ", but " + DeviceName(*position.match) + " has " +
+                    std::to_string(described) + OtherOfLength(position, length));
+  };
+  if (position.IrLength() == 0 && tap.ir_length != 0) {
+    notes.push_back(At(i) + "the scan says IR length " + std::to_string(tap.ir_length) + ", perhaps a guess; take it with " +
+                    Give(i, tap.ir_length));
+  }
+  if (described == 0) return;
+  if (tap.ir_length != 0 && tap.ir_length != described) differs("the scan says", tap.ir_length);
+  if (position.given_ir_length != 0 && position.given_ir_length != described) differs("--ir gives", position.given_ir_length);
+}
+
+/// What the length of the whole chain says, where the tool measured it: it settles one missing length.
+void AddTotalNotes(const IdentifiedChain& identified, std::vector<std::string>& notes) {
+  unsigned long known = 0;
+  std::vector<std::size_t> missing;
+  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
+    known += identified.chain[i].IrLength();
+    if (identified.chain[i].IrLength() == 0) missing.push_back(i);
+  }
+  const unsigned long measured = identified.scan.ir_length;
+  const std::string scan_says = "the scan says that the chain has IR length " + std::to_string(measured);
+  if (measured == 0) return;
+  if (missing.size() == 1 && known < measured) {
+    notes.push_back(scan_says + ", which leaves " + std::to_string(measured - known) + ": " +
+                    Give(missing[0], measured - known));
+  } else if (missing.empty() ? known != measured : known >= measured) {
+    notes.push_back(scan_says + ", but the known lengths sum up to " + std::to_string(known));
+  }
+}
+
+}  // namespace
+
+std::string ScanText(const Scan& scan) {
+  const std::string taps = scan.taps.size() == 1 ? "1 TAP" : std::to_string(scan.taps.size()) + " TAPs";
+  return scan.format + ", " + taps + ", nearest " + (scan.nearest == End::kTdo ? "TDO" : "TDI") + " first";
+}
+
+std::vector<std::string> Notes(const IdentifiedChain& identified) {
+  std::vector<std::string> notes = identified.scan.notes;
+  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
+    AddLengthNotes(i, identified.chain[i], identified.scan.taps[i], notes);
+  }
+  AddTotalNotes(identified, notes);
+  return notes;
+}
+
+}  // namespace tool

@@ -1,0 +1,90 @@
+#include <algorithm>
+#include <cctype>
+#include <set>
+
+#include "device_text.h"
+#include "identify_output.h"
+#include "unknown_id.h"
+
+namespace tool {
+namespace {
+
+/// `text` as a word of OpenOCD's language that needs no quotes, in small letters as names of TAPs are.
+std::string TclWord(const std::string& text) {
+  std::string word;
+  for (const char c : text) {
+    const bool is_plain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    word += is_plain ? static_cast<char>(std::tolower(c)) : '_';
+  }
+  return word;
+}
+
+/// "xc7a35t", and "xc7a35t_2" where that is taken.
+std::string UniqueName(const std::string& name, std::set<std::string>& taken) {
+  std::string unique = name;
+  for (int i = 2; !taken.insert(unique).second; ++i) unique = name + "_" + std::to_string(i);
+  return unique;
+}
+
+std::string TapName(const ChainPosition& position, std::size_t number) {
+  return position.match == nullptr ? "unknown" + std::to_string(number) : TclWord(DeviceName(*position.match));
+}
+
+/// A comment runs to the end of its line, unless a backslash stands there: what is told ends in something else.
+std::string Comment(const std::string& text) {
+  std::string line = "# " + text;
+  std::replace(line.begin(), line.end(), '\\', '/');
+  return line + "\n";
+}
+
+std::string Others(const ChainPosition& position, std::size_t number) {
+  if (!position.IsAmbiguous()) return "";
+  std::string text = "position " + std::to_string(number) + ": more than one device matches; most exact first:";
+  for (const Candidate& candidate : MostExactFirst(position)) {
+    text += (text.back() == ':' ? " " : ", ") + DeviceName(*candidate.device) + " (-irlen " + IrLengthText(*candidate.device) +
+            ", " + Reason(candidate) + (candidate.search_order == 1 ? ", taken" : "") + ")";
+  }
+  return Comment(text);
+}
+
+/// What OpenOCD shall read there. Nothing where there is no IDCODE: it would compare 0, or a BYPASS bit and what follows it.
+std::string ExpectedId(const IdentifiedChain& identified, const ChainPosition& position) {
+  const bool is_idcode = position.id && (position.match != nullptr || KindOf(identified.comm, position.id).is_idcode);
+  if (!is_idcode) return "";
+  std::string id = IdText(*position.id);
+  std::transform(id.begin(), id.end(), id.begin(), [](char c) { return static_cast<char>(std::tolower(c)); });
+  return " -expected-id " + id + (identified.scan.has_versions ? "" : " -ignore-version");
+}
+
+std::string NewTap(const IdentifiedChain& identified, std::size_t number, std::set<std::string>& taken) {
+  const ChainPosition& position = identified.chain[number];
+  const unsigned long length = position.IrLength();
+  const std::string line = "jtag newtap " + UniqueName(TapName(position, number), taken) + " tap -irlen " +
+                           (length == 0 ? "?" : std::to_string(length)) + ExpectedId(identified, position);
+  const std::string give = "  give --ir " + std::to_string(number) + "=LENGTH";
+  return Others(position, number) + (length == 0 ? Comment(line + give) : line + "\n");
+}
+
+std::string Head(const IdentifiedChain& identified) {
+  const std::string scan = identified.scan.format.empty() ? "" : Comment("Scan: " + ScanText(identified.scan));
+  const std::string open = PositionsWhere(identified.chain, [](const auto& position) { return position.IrLength() == 0; });
+  return scan + (open.empty() ? "" : Comment("Not whole: the IR length is not known at " + open + "."));
+}
+
+}  // namespace
+
+std::string OpenOcdOutput(const IdentifiedChain& identified) {
+  std::string text = Head(identified);
+  for (const std::string& note : Notes(identified)) text += Comment(note);
+  if (identified.scan.nearest == End::kTdi) {
+    text += Comment("The lines stand nearest TDO first: the last position is the first line.");
+  }
+  std::set<std::string> taken;
+  const std::size_t size = identified.chain.size();
+  for (std::size_t i = 0; i < size; ++i) {
+    text += NewTap(identified, identified.scan.nearest == End::kTdo ? i : size - 1 - i, taken);
+  }
+  return text;
+}
+
+}  // namespace tool

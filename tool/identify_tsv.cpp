@@ -1,0 +1,107 @@
+#include "device_text.h"
+#include "identify_output.h"
+#include "unknown_id.h"
+
+namespace tool {
+namespace {
+
+/// A position and all that cells are made of.
+struct Place {
+  const IdentifiedChain& identified;
+  std::size_t number;
+  const ChainPosition& position;
+  const DeviceInfo* device;  // the match, or null
+};
+
+std::string TextOrNothing(const char* text) { return text == nullptr ? "" : Printable(text); }
+std::string NumberOrNothing(unsigned long number) { return number == 0 ? "" : std::to_string(number); }
+std::string KnownOrNothing(const std::string& text) { return text == "-" ? "" : text; }
+
+std::string State(const Place& place) {
+  if (place.device != nullptr) return place.position.IsAmbiguous() ? "ambiguous" : "known";
+  const IdKind& kind = KindOf(place.identified.comm, place.position.id);
+  return kind.is_idcode ? "unknown" : kind.name;
+}
+
+std::string Candidates(const Place& place) {
+  std::string text;
+  for (const Candidate& candidate : MostExactFirst(place.position)) {
+    text += (text.empty() ? "" : "; ") + DeviceName(*candidate.device) + ": " + Reason(candidate);
+  }
+  return text;
+}
+
+bool IsUnknownIdcode(const Place& place) {
+  return place.device == nullptr && KindOf(place.identified.comm, place.position.id).is_idcode;
+}
+
+/// A field of an unknown IDCODE, and nothing for other ids.
+std::string Field(const Place& place, unsigned int IdcodeFields::*field, int digits) {
+  return IsUnknownIdcode(place) ? Hex(SplitIdcode(*place.position.id).*field, digits) : "";
+}
+
+std::string Vendor(const Place& place) {
+  if (place.device != nullptr) return TextOrNothing(place.device->GetVendor());
+  if (!IsUnknownIdcode(place)) return "";
+  return TextOrNothing(VendorOf(place.identified.databases, SplitIdcode(*place.position.id).manufacturer));
+}
+
+std::string Nearest(const Place& place) {
+  std::string text;
+  if (!IsUnknownIdcode(place)) return text;
+  for (const NearDevice& near : NearestDevices(place.identified.databases, *place.position.id)) {
+    text += (text.empty() ? "" : "; ") + DeviceName(*near.device) + ": " + near.difference;
+  }
+  return text;
+}
+
+std::string OfDevice(const Place& place, std::string (*text)(const DeviceInfo& device)) {
+  return place.device == nullptr ? "" : KnownOrNothing(text(*place.device));
+}
+
+/// The columns. Scripts count on their names and order: new ones come last.
+constexpr struct {
+  const char* name;
+  std::string (*cell)(const Place& place);
+} kColumns[] = {
+    {"position", [](const Place& place) { return std::to_string(place.number); }},
+    {"id", [](const Place& place) { return place.position.id ? IdText(*place.position.id) : std::string(); }},
+    {"state", State},
+    {"device", [](const Place& place) { return OfDevice(place, DeviceName); }},
+    {"code_name", [](const Place& place) { return place.device ? TextOrNothing(place.device->GetCodeName()) : std::string(); }},
+    {"family", [](const Place& place) { return OfDevice(place, FamilyName); }},
+    {"ir_length", [](const Place& place) { return NumberOrNothing(place.position.IrLength()); }},
+    {"idcode_instruction", [](const Place& place) { return OfDevice(place, IdCodeInstruction); }},
+    {"bypass_instruction", [](const Place& place) { return OfDevice(place, BypassInstruction); }},
+    {"packages", [](const Place& place) { return OfDevice(place, PackageTypes); }},
+    {"candidates", Candidates},
+    {"version", [](const Place& place) { return Field(place, &IdcodeFields::version, 1); }},
+    {"part", [](const Place& place) { return Field(place, &IdcodeFields::part, 4); }},
+    {"manufacturer", [](const Place& place) { return Field(place, &IdcodeFields::manufacturer, 3); }},
+    {"vendor", Vendor},
+    {"nearest", Nearest},
+    {"scan", [](const Place& place) { return place.identified.scan.format; }},
+    {"scan_name", [](const Place& place) { return Printable(place.identified.scan.taps[place.number].name); }},
+    {"scan_ir_length", [](const Place& place) { return NumberOrNothing(place.identified.scan.taps[place.number].ir_length); }},
+};
+
+template <typename Cell>
+std::string Line(Cell cell) {
+  std::string line;
+  for (const auto& column : kColumns) line += cell(column) + "\t";
+  line.back() = '\n';
+  return line;
+}
+
+}  // namespace
+
+std::string TsvOutput(const IdentifiedChain& identified) {
+  std::string text = Line([](const auto& column) { return std::string(column.name); });
+  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
+    const Place place = {identified, i, identified.chain[i], identified.chain[i].match};
+    text += Line([&](const auto& column) { return column.cell(place); });
+  }
+  return text;
+}
+
+}  // namespace tool

@@ -1,0 +1,38 @@
+#include "progress.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "device_text.h"
+
+namespace tool {
+namespace {
+
+constexpr std::chrono::seconds kPatience(1);
+constexpr std::size_t kMostOfName = 40;  // so that the line fits any terminal: only one line can be erased
+
+}  // namespace
+
+Progress::Progress(std::size_t files, Write write, Now now)
+    : files_(files), write_(std::move(write)), now_(std::move(now)), start_(now_()) {}
+
+Progress::~Progress() { Erase(); }
+
+void Progress::Next(const std::string& file) {
+  ++file_;
+  if (!write_ || now_() - start_ <= kPatience) return;
+  Erase();
+  const std::string name = Printable(std::filesystem::path(file).filename().string());
+  const std::string line = "loading " + (name.size() > kMostOfName ? name.substr(0, kMostOfName - 3) + "..." : name) + " (" +
+                           std::to_string(file_) + " of " + std::to_string(files_) + ")...";
+  write_(line);
+  width_ = line.size();
+}
+
+/// With blanks, which every terminal knows.
+void Progress::Erase() {
+  if (width_ > 0) write_("\r" + std::string(width_, ' ') + "\r");
+  width_ = 0;
+}
+
+}  // namespace tool
