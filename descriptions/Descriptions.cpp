@@ -54,14 +54,14 @@ std::string ToString(const Fault& fault) {
   return fault.file + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": error: " + fault.text;
 }
 
-LoadResult LoadDescriptions(const std::string& path, Element* outline) {
+LoadResult LoadDescriptions(const std::string& path, Outline* outline) {
   std::string text;
   const std::string failure = ReadFile(path, text);
   if (failure.empty()) return ParseDescriptions(text, path, outline);
   return {nullptr, {{path, 1, 1, "cannot read the file: " + failure}}};
 }
 
-LoadResult ParseDescriptions(std::string_view text, const std::string& file, Element* outline) {
+LoadResult ParseDescriptions(std::string_view text, const std::string& file, Outline* outline) {
   if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
   DeviceListOwner database = MakeDeviceList();
   descriptions::Faults faults;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,36 +30,42 @@ struct LoadResult {
   std::vector<Fault> faults;  ///< All faults of the file, in file order; of a hopeless one the first 10,000.
 };
 
-/// An attribute of an element.
+/// An attribute of an element. Its texts lie in an Outline.
 struct Attribute {
-  std::string name;   ///< As it was written.
-  std::string value;  ///< With references such as "&#65;" resolved.
-  int line = 0;       ///< Of the value's first byte, as in Fault; 0 where no file was read.
-  int column = 0;     ///< Likewise.
+  std::string_view name;   ///< As it was written.
+  std::string_view value;  ///< With references such as "&#65;" resolved.
+  int line = 0;            ///< Of the value's first byte, as in Fault; 0 where no file was read.
+  int column = 0;          ///< Likewise.
 };
 
-/// An element of a description file.
+/// An element of a description file. Its texts lie in an Outline.
 struct Element {
-  std::string name;                   ///< As it was written.
+  std::string_view name;              ///< As it was written.
   int line = 0;                       ///< Of its '<', as in Fault; 0 where no file was read.
   int column = 0;                     ///< Likewise.
   std::vector<Attribute> attributes;  ///< In file order.
   std::vector<Element> children;      ///< In file order.
 };
 
+/// Elements, and the texts that they show. Copies share the texts, which live as long as any of them.
+struct Outline {
+  Element root;                       ///< With all that is in it.
+  std::shared_ptr<const void> texts;  ///< What the elements' names and values lie in.
+};
+
 /// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
-/// With `outline`, it becomes the root element of the file: its nth Family element made the nth family, the nth Device element
-/// in that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.
-LoadResult LoadDescriptions(const std::string& path, Element* outline = nullptr);
+/// With `outline`, it becomes that of the file: the root's nth Family element made the nth family, the nth Device element in
+/// that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.
+LoadResult LoadDescriptions(const std::string& path, Outline* outline = nullptr);
 
 /// Loads descriptions from `text`; `file` is the name that faults carry. Otherwise like LoadDescriptions.
-LoadResult ParseDescriptions(std::string_view text, const std::string& file, Element* outline = nullptr);
+LoadResult ParseDescriptions(std::string_view text, const std::string& file, Outline* outline = nullptr);
 
 /// What WriteDescriptions writes of `device`, as an element without places.
-Element Describe(DeviceInfo& device);
+Outline Describe(DeviceInfo& device);
 
 /// What WriteDescriptions writes of `family`, but for its devices.
-Element Describe(FamilyList& family);
+Outline Describe(FamilyList& family);
 
 /// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what

@@ -30,21 +30,24 @@ std::string Listed(const std::vector<std::string_view>& names) {
 }  // namespace
 
 bool ElementReader::Parse() {
-  buffer_.reserve(text_.size() + 1);
-  buffer_ = text_;
-  buffer_ += '\n';  // the parser puts its end mark over the last character, and then some of its faults are not where they were
+  buffer_->reserve(text_.size() + 1);
+  *buffer_ = text_;
+  *buffer_ +=
+      '\n';  // the parser puts its end mark over the last character, and then some of its faults are not where they were
   // As a fragment, so that text beside the root element is not passed over; as UTF-8, so that the buffer is not converted.
-  const auto result = document_.load_buffer_inplace(buffer_.data(), buffer_.size(), pugi::parse_default | pugi::parse_fragment,
-                                                    pugi::encoding_utf8);
+  const auto result = document_.load_buffer_inplace(buffer_->data(), buffer_->size(),
+                                                    pugi::parse_default | pugi::parse_fragment, pugi::encoding_utf8);
   if (result) return true;
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   ReportBrokenXml(text_, result, faults_);
   return false;
 }
 
-Element ElementReader::Outline() const {
+Outline ElementReader::TakeOutline() {
   TextPositions positions(text_);
-  return ToElement(document_.document_element(), [&](const char* inBuffer) { return positions.At(OffsetOf(inBuffer)); });
+  Element root =
+      ToElement(document_.document_element(), [&](const char* inBuffer) { return positions.At(OffsetOf(inBuffer)); });
+  return {std::move(root), std::move(buffer_)};
 }
 
 void ElementReader::AddFault(pugi::xml_node node, std::string text) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <bitset>
 #include <cstddef>
+#include <memory>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -23,8 +24,8 @@ class ElementReader {
   bool Parse();
   pugi::xml_node Document() const { return document_; }
 
-  /// The root element, and all in it.
-  Element Outline() const;
+  /// The root element, and all in it. Hands over the text in which names and values lie: the reader is of no use afterwards.
+  Outline TakeOutline();
 
   /// Sets the fields of `record` from the attributes of `node`, in the order of the record's table.
   template <class Record>
@@ -46,11 +47,12 @@ class ElementReader {
   void UnexpectedText(pugi::xml_node node);
 
   /// Names and values that the parser lends lie in the buffer where they stand in the text.
-  std::size_t OffsetOf(const char* inBuffer) const { return static_cast<std::size_t>(inBuffer - buffer_.data()); }
+  std::size_t OffsetOf(const char* inBuffer) const { return static_cast<std::size_t>(inBuffer - buffer_->data()); }
 
   const std::string_view text_;
   Faults& faults_;
-  std::string buffer_;  // a copy of the text, which the parser cuts up and decodes in place
+  std::shared_ptr<std::string> buffer_ =
+      std::make_shared<std::string>();  // a copy of the text, which the parser cuts up and decodes in place
   pugi::xml_document document_;
 
   // The attributes of the element at hand, by their position in its table.

@@ -42,7 +42,7 @@ class Loader {
   Loader(std::string_view text, Faults& faults) : reader_(text, faults), faults_(faults) {}
 
   void Load(DeviceList& database);
-  Element Outline() const { return reader_.Outline(); }
+  Outline TakeOutline() { return reader_.TakeOutline(); }
 
  private:
   /// An element that may stand in that of a `Parent`.
@@ -280,11 +280,11 @@ void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
 
 }  // namespace
 
-void Load(std::string_view text, DeviceList& database, Faults& faults, Element* outline) {
+void Load(std::string_view text, DeviceList& database, Faults& faults, Outline* outline) {
   if (!CheckCharacters(text, faults)) return;
   Loader loader(text, faults);
   loader.Load(database);
-  if (outline != nullptr && faults.Empty()) *outline = loader.Outline();
+  if (outline != nullptr && faults.Empty()) *outline = loader.TakeOutline();
 }
 
 }  // namespace plddb::descriptions

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <pugixml.hpp>
 #include <string>
 
@@ -162,22 +163,24 @@ pugi::xml_node AppendFamily(pugi::xml_node parent, FamilyList& family) {
   return node;
 }
 
-Element Described(pugi::xml_node node) {
-  return descriptions::ToElement(node, [](const char*) { return descriptions::TextPosition{0, 0}; });
+/// What `append` puts into a new document, which stays behind the outline.
+template <typename Append>
+Outline Described(Append append) {
+  const auto document = std::make_shared<pugi::xml_document>();
+  const auto nowhere = [](const char*) { return descriptions::TextPosition{0, 0}; };
+  return {descriptions::ToElement(append(*document), nowhere), document};
 }
 
 }  // namespace
 
-Element Describe(DeviceInfo& device) {
-  pugi::xml_document document;
+Outline Describe(DeviceInfo& device) {
   FamilyList none;
   FamilyList* const family = device.GetFamilyObject();
-  return Described(AppendDevice(document, family == nullptr ? none : *family, device));
+  return Described([&](pugi::xml_node document) { return AppendDevice(document, family == nullptr ? none : *family, device); });
 }
 
-Element Describe(FamilyList& family) {
-  pugi::xml_document document;
-  return Described(AppendFamily(document, family));
+Outline Describe(FamilyList& family) {
+  return Described([&](pugi::xml_node document) { return AppendFamily(document, family); });
 }
 
 std::string WriteDescriptions(const DeviceList& database) {

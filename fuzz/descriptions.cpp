@@ -35,13 +35,13 @@ void CheckPlaces(const plddb::Element& element, std::pair<int, int>& last) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   if (text.find("EBR") != text.npos && HasLargeNumber(text)) return 0;
-  plddb::Element outline;
+  plddb::Outline outline;
   const plddb::LoadResult result = plddb::ParseDescriptions(text, "input.xml", &outline);
   Check((result.database == nullptr) == !result.faults.empty(), "there is a database or there are faults");
   if (result.database != nullptr) {
     fuzz::CheckDatabase(*result.database);
     std::pair<int, int> last = {0, 0};
-    CheckPlaces(outline, last);
+    CheckPlaces(outline.root, last);
   }
   for (const plddb::Fault& fault : result.faults) {
     Check(fault.file == "input.xml", "a fault names the file");

@@ -9,8 +9,10 @@
 #include "check_names.h"
 #include "check_records.h"
 #include "check_values.h"
+#include "colour.h"
 #include "command.h"
 #include "databases.h"
+#include "device_text.h"
 #include "json_text.h"
 #include "standard_streams.h"
 #include "text_table.h"
@@ -44,7 +46,7 @@ struct FileFindings {
 const char* NameOf(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
 
 struct CheckedFile {
-  plddb::Element outline;
+  plddb::Outline outline;
   plddb::LoadResult loaded;
 };
 
@@ -62,7 +64,7 @@ FileFindings Check(const std::string& file) {
   const auto& [outline, loaded] = Load(file);
   for (const plddb::Fault& fault : loaded.faults) findings.Add(fault.line, fault.column, Code::kLoad, fault.text);
   if (loaded.database != nullptr) {
-    const Records records(*loaded.database, outline);
+    const Records records(*loaded.database, outline.root);
     CheckValues(records, findings);
     CheckNames(records, findings);
     CheckIdentifiers(records, findings);
@@ -85,7 +87,7 @@ std::string Lines(const std::vector<FileFindings>& files) {
   for (const auto& [file, findings] : files) {
     for (const Finding& finding : findings) {
       const CodeRow& row = RowOf(finding.code);
-      lines += file + ':' + std::to_string(finding.line) + ':' + std::to_string(finding.column) + ": ";
+      lines += Printable(file) + ':' + std::to_string(finding.line) + ':' + std::to_string(finding.column) + ": ";
       lines += NameOf(row.severity) + std::string("[").append(row.name) + "]: " + finding.text + '\n';
     }
   }
@@ -141,7 +143,7 @@ ExitCode RunCheck(const Options& options) {
     files.push_back(Check(file));
     DropAllowed(files.back().findings, options.allowed);
   }
-  WriteOutput(options.json ? JsonReport(files) : Lines(files));
+  WriteOutput(options.json ? JsonReport(files) : WithPaintedSeverities(Lines(files), STDOUT_FILENO));
   const std::size_t errors = Count(files, Severity::kError);
   const std::size_t warnings = Count(files, Severity::kWarning);
   WriteMessage("plddb: " + Counted(errors, "error") + " and " + Counted(warnings, "warning") + " in " +

@@ -1,22 +1,23 @@
 #include "check_lists.h"
 
 #include <charconv>
-#include <climits>
 #include <system_error>
 #include <unordered_map>
 #include <vector>
+
+#include "find_attribute.h"
 
 namespace tool {
 namespace {
 
 using Texts = std::vector<std::string_view>;
 
-constexpr std::string_view kBlanks = " \t\n\v\f\r";
+constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 std::string_view Trim(std::string_view text) {
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 /// What a format makes of a text.
@@ -137,10 +138,10 @@ constexpr ListText kListTexts[] = {
 
 /// Whether lists read all of `text` as a number, and as the one that stands there.
 bool IsNumber(std::string_view text) {
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  long long number = 0;
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  int number = 0;  // as many bits as the records keep
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-  return read.ec == std::errc() && read.ptr == text.data() + text.size() && number >= INT_MIN && number <= UINT_MAX;
+  return read.ec == std::errc() && read.ptr == text.data() + text.size();
 }
 
 // --- The rules --------------------------------------------------------------------------------------------------------------

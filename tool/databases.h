@@ -11,7 +11,7 @@ namespace tool {
 struct Database {
   std::string file;
   DeviceListOwner devices;
-  plddb::Element outline;  ///< The file's elements and their places, where they were asked for; else empty.
+  plddb::Outline outline;  ///< The file's elements and their places, where they were asked for; else empty.
 };
 
 /// Whether the outlines of the files are wanted as well: they take time and memory.

@@ -1,6 +1,7 @@
 #include "element_tables.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 #include "device_text.h"
@@ -19,17 +20,19 @@ struct Record {
   std::size_t around;
 };
 
+std::string ValueText(const Attribute& field) { return TextOrDash(std::string(field.value).c_str()); }
+
 std::string FieldTable(const Element& element, const std::string& file) {
   std::vector<Row> rows = {{"field", "value", "where"}};
   for (const Attribute& field : element.attributes) {
-    rows.push_back({field.name, TextOrDash(field.value.c_str()), Where(file, field.line)});
+    rows.push_back({std::string(field.name), ValueText(field), Where(file, field.line)});
   }
   return AlignedTable(rows, "  ");
 }
 
 /// The fields that any of `records` has, in the order in which records have them.
-std::vector<std::string> FieldsOf(const std::vector<Record>& records) {
-  std::vector<std::string> fields;
+std::vector<std::string_view> FieldsOf(const std::vector<Record>& records) {
+  std::vector<std::string_view> fields;
   for (const Record& record : records) {
     auto behind = fields.begin();
     for (const Attribute& field : record.element->attributes) {
@@ -41,33 +44,33 @@ std::vector<std::string> FieldsOf(const std::vector<Record>& records) {
   return fields;
 }
 
-std::string ValueOf(const Element& element, const std::string& field) {
+std::string ValueOf(const Element& element, std::string_view field) {
   for (const Attribute& attribute : element.attributes) {
-    if (attribute.name == field) return TextOrDash(attribute.value.c_str());
+    if (attribute.name == field) return ValueText(attribute);
   }
   return "-";
 }
 
 /// `around` is the name of the records that `records` stand in, empty for the described record itself.
-std::string RecordTable(const std::vector<Record>& records, const std::string& around, const std::string& file) {
-  const std::vector<std::string> fields = FieldsOf(records);
+std::string RecordTable(const std::vector<Record>& records, std::string_view around, const std::string& file) {
+  const std::vector<std::string_view> fields = FieldsOf(records);
   Row head = {"#"};
-  if (!around.empty()) head.insert(head.begin(), around);
+  if (!around.empty()) head.insert(head.begin(), std::string(around));
   head.insert(head.end(), fields.begin(), fields.end());
   head.push_back("where");
   std::vector<Row> rows = {head};
   for (const Record& record : records) {
     Row row = {std::to_string(record.number)};
     if (!around.empty()) row.insert(row.begin(), std::to_string(record.around));
-    for (const std::string& field : fields) row.push_back(ValueOf(*record.element, field));
+    for (const std::string_view field : fields) row.push_back(ValueOf(*record.element, field));
     row.push_back(Where(file, record.element->line));
     rows.push_back(std::move(row));
   }
   return AlignedTable(rows, "    ");
 }
 
-std::vector<std::string> ChildNames(const std::vector<Record>& records) {
-  std::vector<std::string> names;
+std::vector<std::string_view> ChildNames(const std::vector<Record>& records) {
+  std::vector<std::string_view> names;
   for (const Record& record : records) {
     for (const Element& child : record.element->children) {
       if (std::find(names.begin(), names.end(), child.name) == names.end()) names.push_back(child.name);
@@ -77,9 +80,9 @@ std::vector<std::string> ChildNames(const std::vector<Record>& records) {
 }
 
 /// Descriptions are a few levels deep, and so is the recursion.
-std::string TablesIn(const std::vector<Record>& parents, const std::string& around, const std::string& file) {
+std::string TablesIn(const std::vector<Record>& parents, std::string_view around, const std::string& file) {
   std::string text;
-  for (const std::string& name : ChildNames(parents)) {
+  for (const std::string_view name : ChildNames(parents)) {
     std::vector<Record> records;
     for (const Record& parent : parents) {
       std::size_t number = 0;
@@ -87,7 +90,7 @@ std::string TablesIn(const std::vector<Record>& parents, const std::string& arou
         if (child.name == name) records.push_back({&child, ++number, parent.number});
       }
     }
-    text += "\n  " + name + "\n" + RecordTable(records, around, file) + TablesIn(records, name, file);
+    text += "\n  " + std::string(name) + "\n" + RecordTable(records, around, file) + TablesIn(records, name, file);
   }
   return text;
 }

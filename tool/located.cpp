@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "find_attribute.h"
+
 namespace tool {
 namespace {
 
@@ -53,19 +55,13 @@ constexpr ListField kListFields[] = {
     {"MultibootAutoAdd", "Value", "MultibootAutoAdd", "0"},
 };
 
-const Attribute* FindAttribute(const Element& element, std::string_view name) {
-  const auto found = std::find_if(element.attributes.begin(), element.attributes.end(),
-                                  [&](const Attribute& attribute) { return attribute.name == name; });
-  return found == element.attributes.end() ? nullptr : &*found;
-}
-
 /// The fields of a record of a list, all of them and in order; those of another record as they are.
 std::vector<Attribute> AllFields(const Element& record) {
   std::vector<Attribute> fields;
   for (const ListField& row : kListFields) {
     if (row.element != record.name) continue;
     const Attribute* const given = FindAttribute(record, row.field);
-    fields.push_back({std::string(row.field), given == nullptr ? row.whenLeftOut : given->value});
+    fields.push_back({row.field, given == nullptr ? row.whenLeftOut : given->value});
   }
   return fields.empty() ? record.attributes : fields;
 }

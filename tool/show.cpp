@@ -60,7 +60,7 @@ Origins OriginsOf(const std::vector<Database>& databases) {
   Origins origins;
   for (const Database& database : databases) {
     int f = 0;
-    for (const plddb::Element& family : database.outline.children) {
+    for (const plddb::Element& family : database.outline.root.children) {
       int d = 0;
       for (const plddb::Element& child : family.children) {
         if (child.name == "Device") origins[database.devices->GetFamily(f)->GetDevice(d++)] = {&database, &family, &child};
@@ -156,8 +156,8 @@ std::string Report(const std::vector<Match>& matches, const Origins& origins) {
   const Origin& origin = origins.at(&device);
   const std::string& file = origin.database->file;
   return "Device " + DeviceName(device) + ", matched by " + Listing(matches.front().keys) + "\n" +
-         ElementTables(Located(plddb::Describe(device), *origin.device), file) + "\nFamily " + FamilyName(device) + "\n" +
-         ElementTables(Located(plddb::Describe(*device.GetFamilyObject()), *origin.family), file) + BypassText(device) +
+         ElementTables(Located(plddb::Describe(device).root, *origin.device), file) + "\nFamily " + FamilyName(device) + "\n" +
+         ElementTables(Located(plddb::Describe(*device.GetFamilyObject()).root, *origin.family), file) + BypassText(device) +
          OtherMatches(matches, origins);
 }
 
@@ -198,8 +198,8 @@ std::string JsonReport(const std::vector<Match>& matches, const Origins& origins
   const Origin& origin = origins.at(&device);
   return ToText({{"matchedBy", matches.front().keys},
                  {"file", origin.database->file},
-                 {"device", ToJson(Located(plddb::Describe(device), *origin.device))},
-                 {"family", ToJson(Located(plddb::Describe(*device.GetFamilyObject()), *origin.family))},
+                 {"device", ToJson(Located(plddb::Describe(device).root, *origin.device))},
+                 {"family", ToJson(Located(plddb::Describe(*device.GetFamilyObject()).root, *origin.family))},
                  {"bypassModes", BypassModes(device)},
                  {"others", OthersJson(matches, origins)},
                  {"suggestions", Json::array()}});

@@ -28,9 +28,9 @@ std::string ToText(const plddb::Element& element) {
 }
 
 std::string OutlineOf(std::string_view text) {
-  plddb::Element outline;
+  plddb::Outline outline;
   plddb::ParseDescriptions(text, "a.xml", &outline);
-  return ToText(outline);
+  return ToText(outline.root);
 }
 
 TEST(Outline, HoldsElementsAndAttributesAsTheyWereWrittenAndWhereTheyStand) {
@@ -66,24 +66,24 @@ TEST(Outline, HoldsElementsAndAttributesAsTheyWereWrittenAndWhereTheyStand) {
 
 TEST(Outline, StaysAsItWasWhenThereAreFaults) {
   for (const char* const text : {"", "<DeviceDatabase", "<DeviceDatabase><Famly/></DeviceDatabase>", "\x01"}) {
-    plddb::Element outline;
-    outline.name = "untouched";
+    plddb::Outline outline;
+    outline.root.name = "untouched";
     plddb::ParseDescriptions(text, "a.xml", &outline);
-    EXPECT_EQ(ToText(outline), "<untouched 0:0>") << "text: " << text;
+    EXPECT_EQ(ToText(outline.root), "<untouched 0:0>") << "text: " << text;
   }
-  plddb::Element outline;
+  plddb::Outline outline;
   plddb::LoadDescriptions("/there/is/no/such/file.xml", &outline);
-  EXPECT_EQ(ToText(outline), "< 0:0>");
+  EXPECT_EQ(ToText(outline.root), "< 0:0>");
 }
 
 TEST(Outline, ComesFromFilesAsWell) {
   const std::string path = PLDDB_DATA_DIR "/xilinx.xml";
-  plddb::Element outline;
+  plddb::Outline outline;
   const plddb::LoadResult loaded = plddb::LoadDescriptions(path, &outline);
   ASSERT_NE(loaded.database, nullptr);
-  ASSERT_EQ(outline.children.size(), static_cast<std::size_t>(loaded.database->GetFamilyCount()));
+  ASSERT_EQ(outline.root.children.size(), static_cast<std::size_t>(loaded.database->GetFamilyCount()));
   for (int f = 0; const FamilyList* const family = loaded.database->GetFamily(f); ++f) {
-    const plddb::Element& element = outline.children[static_cast<std::size_t>(f)];
+    const plddb::Element& element = outline.root.children[static_cast<std::size_t>(f)];
     EXPECT_EQ(element.attributes.front().value, family->GetName());
     EXPECT_EQ(element.children.size(), static_cast<std::size_t>(family->GetDeviceCount())) << family->GetName();
   }
@@ -101,15 +101,15 @@ plddb::Element Bare(plddb::Element element) {
 }
 
 void ExpectDescribedAsWritten(DeviceList& database, const std::string& what) {
-  plddb::Element outline;
+  plddb::Outline outline;
   const plddb::LoadResult again = plddb::ParseDescriptions(plddb::WriteDescriptions(database), what, &outline);
   ASSERT_NE(again.database, nullptr) << what;
   for (int f = 0; FamilyList* const family = database.GetFamily(f); ++f) {
-    const plddb::Element& written = outline.children[static_cast<std::size_t>(f)];
-    EXPECT_EQ(ToText(plddb::Describe(*family)), ToText(Bare(written))) << what << ", family " << f;
+    const plddb::Element& written = outline.root.children[static_cast<std::size_t>(f)];
+    EXPECT_EQ(ToText(plddb::Describe(*family).root), ToText(Bare(written))) << what << ", family " << f;
     const std::size_t first = written.children.size() - static_cast<std::size_t>(family->GetDeviceCount());
     for (int d = 0; DeviceInfo* const device = family->GetDevice(d); ++d) {
-      EXPECT_EQ(ToText(plddb::Describe(*device)), ToText(Bare(written.children[first + static_cast<std::size_t>(d)])))
+      EXPECT_EQ(ToText(plddb::Describe(*device).root), ToText(Bare(written.children[first + static_cast<std::size_t>(d)])))
           << what << ", family " << f << ", device " << d;
     }
   }
@@ -131,7 +131,7 @@ TEST(Describe, TakesADeviceThatStandsInNoFamily) {
   family.SetName("F");
   DeviceInfo device(family);
   device.SetName("A");
-  EXPECT_EQ(ToText(plddb::Describe(device)), "<Device 0:0 Name=A 0:0>");
+  EXPECT_EQ(ToText(plddb::Describe(device).root), "<Device 0:0 Name=A 0:0>");
 }
 
 }  // namespace

@@ -364,10 +364,10 @@ TEST(Check, TellsOfADeviceExactlyWhenTheLookupsFindAnother) {
   for (int i = 0; i < kDatabases; ++i) {
     const std::string file = (folder.path() / (std::to_string(i) + ".xml")).string();
     std::ofstream(file) << descriptions.Next();
-    plddb::Element outline;
+    plddb::Outline outline;
     const plddb::LoadResult loaded = plddb::LoadDescriptions(file, &outline);
     ASSERT_NE(loaded.database, nullptr) << ToString(loaded.faults.front());
-    due[file] = DueFindings(*loaded.database, outline).due();
+    due[file] = DueFindings(*loaded.database, outline.root).due();
     for (const auto& [line, code] : due[file]) ++counts[code];
   }
   std::map<std::string, Told> told;
