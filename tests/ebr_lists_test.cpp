@@ -133,6 +133,20 @@ TEST(SetListControlEBRBitName, AnAbsurdCountEndsInBadAllocAtOnce) {
   }
 }
 
+TEST(SetListControlEBRBitName, AnAbsurdCountAsksForNoMemory) {
+  Device device;
+  const support::FailAllocation failing(1);
+  bool refused = false;
+  try {
+    device.record.SetListControlEBRBitName("16777217");
+  } catch (const std::bad_alloc&) {
+    refused = true;
+  }
+  const bool asked = failing.Happened();
+  EXPECT_TRUE(refused);
+  EXPECT_FALSE(asked) << "the system was asked for what it might promise and not have";
+}
+
 TEST(SetListControlEBRBitName, AFailedAllocationKeepsTheOldEntries) {
   Device device;
   device.record.SetListControlEBRBitName("2");
