@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "device_text.h"
+#include "find_attribute.h"
 
 namespace tool {
 namespace {
@@ -35,11 +36,5 @@ std::vector<Finding> Findings::Take() {
 }
 
 std::string Quoted(std::string_view text) { return '"' + Printable(std::string(text)) + '"'; }
-
-const plddb::Attribute* FindAttribute(const plddb::Element& element, std::string_view name) {
-  const auto found = std::find_if(element.attributes.begin(), element.attributes.end(),
-                                  [&](const plddb::Attribute& attribute) { return attribute.name == name; });
-  return found == element.attributes.end() ? nullptr : &*found;
-}
 
 }  // namespace tool

@@ -108,7 +108,4 @@ class Findings {
 /// `text` in quotes, as findings show it.
 std::string Quoted(std::string_view text);
 
-/// The attribute as it is written in `element`, null where it is left out; lent.
-const plddb::Attribute* FindAttribute(const plddb::Element& element, std::string_view name);
-
 }  // namespace tool

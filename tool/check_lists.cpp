@@ -1,6 +1,7 @@
 #include "check_lists.h"
 
 #include <charconv>
+#include <cstdint>
 #include <system_error>
 #include <unordered_map>
 #include <vector>

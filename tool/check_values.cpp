@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "device_text.h"
+#include "find_attribute.h"
 
 namespace tool {
 namespace {

@@ -38,10 +38,10 @@ Run AddIdentify(CLI::App& app);
 Run AddFind(CLI::App& app);
 Run AddList(CLI::App& app);
 Run AddShow(CLI::App& app);
+Run AddCheck(CLI::App& app);
 Run AddExport(CLI::App& app);
 Run AddMerge(CLI::App& app);
 Run AddHelp(CLI::App& app);
-Run AddCheck(CLI::App& app);
 ///@}
 
 }  // namespace tool

@@ -21,6 +21,12 @@ std::string OtherOfLength(const ChainPosition& position, unsigned long length) {
   return "";
 }
 
+/// That a match means little, since hardly any bits were compared.
+void AddLowByteNote(std::size_t i, const ChainPosition& position, std::vector<std::string>& notes) {
+  if (position.candidates.empty() || !position.candidates.front().only_low_byte) return;
+  notes.push_back(At(i) + DeviceName(*position.match) + " answers by the low byte of its ISP identifier only (DUAL)");
+}
+
 /// What the scan or the user says of a TAP's IR length, where it is not what the description says, or where only the scan
 /// knows.
 void AddLengthNotes(std::size_t i, const ChainPosition& position, const ScannedTap& tap, std::vector<std::string>& notes) {
@@ -67,6 +73,7 @@ std::string ScanText(const Scan& scan) {
 std::vector<std::string> Notes(const IdentifiedChain& identified) {
   std::vector<std::string> notes = identified.scan.notes;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
+    AddLowByteNote(i, identified.chain[i], notes);
     AddLengthNotes(i, identified.chain[i], identified.scan.taps[i], notes);
   }
   AddTotalNotes(identified, notes);

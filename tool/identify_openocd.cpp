@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <cctype>
-#include <set>
+#include <map>
 
 #include "device_text.h"
 #include "identify_output.h"
@@ -19,10 +19,15 @@ std::string TclWord(const std::string& text) {
   return word;
 }
 
+/// The names that are taken, each with the last number behind it that is.
+using TakenNames = std::map<std::string, int>;
+
 /// "xc7a35t", and "xc7a35t_2" where that is taken.
-std::string UniqueName(const std::string& name, std::set<std::string>& taken) {
+std::string UniqueName(const std::string& name, TakenNames& taken) {
   std::string unique = name;
-  for (int i = 2; !taken.insert(unique).second; ++i) unique = name + "_" + std::to_string(i);
+  int& last = taken[name];
+  if (last++ == 0) return unique;
+  while (!taken.emplace(unique = name + "_" + std::to_string(last), 1).second) ++last;
   return unique;
 }
 
@@ -48,15 +53,15 @@ std::string Others(const ChainPosition& position, std::size_t number) {
 }
 
 /// What OpenOCD shall read there. Nothing where there is no IDCODE: it would compare 0, or a BYPASS bit and what follows it.
+/// In the access mode DUAL even such an id may have a match, by its low byte.
 std::string ExpectedId(const IdentifiedChain& identified, const ChainPosition& position) {
-  const bool is_idcode = position.id && (position.match != nullptr || KindOf(identified.comm, position.id).is_idcode);
-  if (!is_idcode) return "";
+  if (!KindOf(identified.comm, position.id).is_idcode) return "";
   std::string id = IdText(*position.id);
   std::transform(id.begin(), id.end(), id.begin(), [](char c) { return static_cast<char>(std::tolower(c)); });
   return " -expected-id " + id + (identified.scan.has_versions ? "" : " -ignore-version");
 }
 
-std::string NewTap(const IdentifiedChain& identified, std::size_t number, std::set<std::string>& taken) {
+std::string NewTap(const IdentifiedChain& identified, std::size_t number, TakenNames& taken) {
   const ChainPosition& position = identified.chain[number];
   const unsigned long length = position.IrLength();
   const std::string line = "jtag newtap " + UniqueName(TapName(position, number), taken) + " tap -irlen " +
@@ -79,7 +84,7 @@ std::string OpenOcdOutput(const IdentifiedChain& identified) {
   if (identified.scan.nearest == End::kTdi) {
     text += Comment("The lines stand nearest TDO first: the last position is the first line.");
   }
-  std::set<std::string> taken;
+  TakenNames taken;
   const std::size_t size = identified.chain.size();
   for (std::size_t i = 0; i < size; ++i) {
     text += NewTap(identified, identified.scan.nearest == End::kTdo ? i : size - 1 - i, taken);

@@ -20,10 +20,10 @@ constexpr struct {
     {"find", "Find a device by name, ordering name, fuse count and the like.", tool::AddFind},
     {"list", "List the families, or the devices of one.", tool::AddList},
     {"show", "Show all that is known of a device, and where it is said.", tool::AddShow},
+    {"check", "Find what is wrong with description files.", tool::AddCheck},
     {"export", "Write a description file in its canonical form.", tool::AddExport},
     {"merge", "Write several description files as one.", tool::AddMerge},
     {"help", "Say how a subcommand is used.", tool::AddHelp},
-    {"check", "Find what is wrong with description files.", tool::AddCheck},
 };
 
 int ToStatus(tool::ExitCode code) { return static_cast<int>(code); }

@@ -95,8 +95,10 @@ void TakeSuggestion(const ScanLine& line, ScanReports& reports) {
   reports.Add({name, IdUnlessZero(FullId(id)), LeadingNumber(WordBehind(words, "-irlen"))});
 }
 
+/// Open On-Chip Debugger 0.12.0
 ///    TapName             Enabled  IdCode     Expected   IrLen IrCap IrMask
-void TakeTableHead(const ScanLine&, ScanReports& reports) { reports.StartReport(); }
+/// Without it, two runs whose TAPs have other names would look like one long chain.
+void TakeHead(const ScanLine&, ScanReports& reports) { reports.StartReport(); }
 
 ///  0 xc7.tap                Y     0x0362d093 0x0362d093     6 0x01  0x03
 /// Disabled TAPs have n, and are not in the chain. A second expected id stands in a line of its own.
@@ -186,10 +188,11 @@ constexpr struct {
   std::string_view marker;
   void (*take)(const ScanLine& line, ScanReports& reports);
 } kLineKinds[] = {
+    {"OpenOCD log", "Open On-Chip Debugger ", TakeHead},
     {"OpenOCD log", " tap/device found: ", TakeFoundTap},
     {"OpenOCD log", " does not have valid IDCODE", TakeTapWithoutIdcode},
     {"OpenOCD suggestions", " - use \"jtag newtap ", TakeSuggestion},
-    {"OpenOCD scan_chain table", "TapName ", TakeTableHead},
+    {"OpenOCD scan_chain table", "TapName ", TakeHead},
     {"OpenOCD scan_chain table", " Y ", TakeTableRow},
     {"UrJTAG detect", "IR length: ", TakeIrLength},
     {"UrJTAG detect", "Chain length: ", TakeChainLength},

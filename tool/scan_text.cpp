@@ -12,8 +12,7 @@ namespace {
 
 constexpr const char* kExpected =
     "no chain in this text; expected what OpenOCD (its log or scan_chain), UrJTAG (detect) or openFPGALoader (--detect) "
-    "prints, "
-    "or ids, one per line";
+    "prints, or ids, one per line";
 
 /// How long the terminal's control sequence is with which `text` starts, such as ESC[31m; 0 when there is none.
 std::size_t ControlSequenceLength(std::string_view text) {
@@ -139,6 +138,13 @@ Failure FailureAt(std::string_view text, std::size_t at, const std::string& name
   return Failure(FaultPlace(name, line, before.size() - (before.rfind('\n') + 1) + 1) + message);
 }
 
+/// A table may follow all the same, of what the tool was told; and what it read before or after may be good.
+void AddDeadChains(std::string_view text, std::vector<std::string>& notes) {
+  for (const auto& [marker, meaning] : kDeadChains) {
+    if (text.find(marker) != text.npos) notes.push_back(std::string("the text also shows a scan that failed: ") + meaning);
+  }
+}
+
 Failure NoChain(std::string_view text, const std::string& name) {
   for (const auto& [marker, meaning] : kDeadChains) {
     if (const std::size_t at = text.find(marker); at != text.npos) return FailureAt(text, at, name, meaning);
@@ -160,7 +166,11 @@ Scan ReadScan(std::string_view text, const std::string& name) {
   const ReportsByFormat found = ReadReports(plain, name);
   const auto has_reports = [](const auto& reports) { return !reports.empty(); };
   const auto first = std::find_if(found.begin(), found.end(), has_reports);
-  if (first != found.end()) return ScanOfReports(found, static_cast<std::size_t>(first - found.begin()));
+  if (first != found.end()) {
+    Scan scan = ScanOfReports(found, static_cast<std::size_t>(first - found.begin()));
+    AddDeadChains(plain, scan.notes);
+    return scan;
+  }
   if (!HoldsBareIds(plain)) throw NoChain(plain, name);
   Scan scan = ScanOfIds(IdsFromText(plain, name));
   scan.format = "bare ids";

@@ -54,6 +54,23 @@ TEST(Colour, IsOnlyInTheWordThatSaysHowBadItIs) {
   EXPECT_GE(words, 1U);
 }
 
+TEST(Colour, IsInTheSeverityOfFindings) {
+  const std::string corpus = PLDDB_TEST_DIR "/tool/data/check";
+  const struct {
+    const char* file;
+    const char* severity;
+  } rows[] = {
+      {"mask_zero.xml", ": \033[31merror\033[0m[mask-zero]: "},
+      {"name_hidden.xml", ": \033[33mwarning\033[0m[name-hidden]: "},
+  };
+  for (const auto& row : rows) {
+    const std::vector<std::string> check = {"check", corpus + "/" + row.file};
+    const std::string sent = ToolAtTerminal({"TERM=xterm"}, check, AtTerminal::kOutput);
+    EXPECT_NE(sent.find(row.severity), sent.npos) << sent;
+    EXPECT_EQ(RunTool(check).out.find('\033'), std::string::npos) << "row: " << row.file;
+  }
+}
+
 TEST(Colour, MarksThatThereIsMoreThanOneAnswer) {
   const std::string file = PLDDB_TEST_DIR "/tool/data/keys.xml";
   const std::vector<std::string> show = {"show", "--db", file, "SAME"};
@@ -64,8 +81,11 @@ TEST(Colour, MarksThatThereIsMoreThanOneAnswer) {
 }
 
 TEST(Colour, IsNeverInJson) {
-  const std::vector<std::string> show = {"show", "--db", PLDDB_TEST_DIR "/tool/data/keys.xml", "--json", "SAME"};
-  EXPECT_EQ(ToolAtTerminal({"TERM=xterm"}, show, AtTerminal::kOutput), RunTool(show).out);
+  const std::string keys = PLDDB_TEST_DIR "/tool/data/keys.xml";
+  for (const std::vector<std::string>& line :
+       {std::vector<std::string>{"show", "--db", keys, "--json", "SAME"}, {"check", "--json", keys}}) {
+    EXPECT_EQ(ToolAtTerminal({"TERM=xterm"}, line, AtTerminal::kOutput), RunTool(line).out) << "row: " << line.front();
+  }
 }
 
 }  // namespace

@@ -103,17 +103,16 @@ TEST(Complete, DescribesSubcommandsAndOptions) {
 
 TEST(Complete, IsNoSubcommandForPeople) { EXPECT_EQ(RunTool({"--help"}).out.find("complete"), std::string::npos); }
 
-// --- The shells
-// ---------------------------------------------------------------------------------------------------------------
+// --- The shells -------------------------------------------------------------------------------------------------------------
 
 /// What the script does with its arguments: the folder of the completions, the tool, and the words behind it.
-constexpr const char* kBash = R"(source "$1/plddb.bash"
+constexpr const char* kBash = R"bash(source "$1/plddb.bash"
 shift
-COMP_WORDS=("$@")
-COMP_CWORD=$(($# - 1))
+COMP_LINE=$*
+COMP_POINT=${#COMP_LINE}
 compopt() { :; }
-_plddb "$1"
-printf '%s\n' "${COMPREPLY[@]}" | sort)";
+_plddb "$1" "$(sed "s/.*[=:]//; s/^['\"]//" <<<"${!#}")"
+printf '%s\n' "${COMPREPLY[@]}" | sort)bash";
 
 /// With stand-ins for the builtins that work in completion alone.
 constexpr const char* kZsh = R"(fpath=($1 $fpath)
@@ -172,7 +171,23 @@ TEST(Shells, CompleteSubcommandsOptionsNamesAndFiles) {
 }
 
 TEST(Shells, QuoteWhatTheyWouldTakeApart) {
-  EXPECT_EQ(CompleteIn(kShells[0], {"list", "--db", kLists, "--family", "h"}).out, "Hidden\\ \\&\\ old\n");
+  const struct {
+    Line line;  // as it is typed
+    const char* candidates;
+  } rows[] = {
+      {{"list", "--db", kLists, "--family", "h"}, R"(Hidden\ \&\ old)"},
+      {{"list", "--db", kLists, "--family", R"(Hidden\ )"}, R"(Hidden\ \&\ old)"},
+      {{"list", "--db", kLists, "--family", "'h"}, "Hidden & old"},
+      {{"list", "--db", kLists, "--family", "\"Hidden "}, "Hidden & old"},
+      {{"list", "--db='" + kLists + "'", "--family=h"}, R"(Hidden\ \&\ old)"},  // bash replaces what follows the '='
+      {{"list", "--db", "\"" + kLists + "\"", "--family", ""}, R"(Custom|Hidden\ \&\ old|Own)"},
+      {{"list", "--db", "plddb\\."}, "plddb.bash|plddb.fish"},
+  };
+  for (const auto& row : rows) {
+    const ToolRun run = CompleteIn(kShells[0], row.line);
+    EXPECT_EQ(Candidates(run.out), row.candidates) << "row:" << Shown(row.line);
+    EXPECT_EQ(run.err, "") << "row:" << Shown(row.line);
+  }
 }
 
 TEST(Shells, AreToldForWhichCommandToComplete) {

@@ -1,35 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "run_tool.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using support::TemporaryFolder;
 
 const fs::path kData = PLDDB_TEST_DIR "/tool/data";
-
-/// A folder of its own that goes with the test.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = (fs::temp_directory_path() / "plddb-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = name;
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
 
 /// The word under "device" of the first row.
 std::string FirstDevice(const ToolRun& run) {

@@ -46,6 +46,14 @@ TEST(OpenOcdFormat, DeclaresTheTapsNearestTdoFirst) {
        "jtag newtap unknown0 tap -irlen 4\n"
        "jtag newtap unknown1 tap -irlen 4\n"
        "jtag newtap unknown2 tap -irlen 4\n"},
+      {"--db " + kData + "access_modes.xml --comm DUAL 0xABCDEF41",
+       "# position 0: ISPONLY answers by the low byte of its ISP identifier only (DUAL)\n"
+       "jtag newtap isponly tap -irlen 5 -expected-id 0xabcdef41\n"},
+      {"--db " + kData + "access_modes.xml --comm DUAL 0x01234000",  // bit 0 is 0: has a match, but is no IDCODE
+       "# position 0: JTAGONLY answers by the low byte of its ISP identifier only (DUAL)\n"
+       "# position 0: more than one device matches; most exact first: JTAGONLY (-irlen 9, low byte only (DUAL), taken), "
+       "nameless (-irlen 8, low byte only (DUAL)), NOCODE (-irlen -, low byte only (DUAL))\n"
+       "jtag newtap jtagonly tap -irlen 9\n"},
       {"0x0484A093",
        "# position 0: more than one device matches; most exact first: XCKU9P (-irlen 6, masked 0x0FFFFFFF, taken), "
        "XCR3064XL (-irlen 5, masked 0x0FFF8FFF)\n"

@@ -152,6 +152,26 @@ TEST(Identify, ListsAllThatMatchTheMostExactFirstAndSaysWhy) {
             "    LOW     Loose   8          low byte only (DUAL)  5\n");
 }
 
+TEST(Identify, SaysWhenOnlyALowByteAgrees) {
+  const struct {
+    const char* arguments;
+    const char* note;
+  } cases[] = {
+      {"--comm DUAL 0xABCDEF41", "position 0: ISPONLY answers by the low byte of its ISP identifier only (DUAL)\n"},
+      {"--comm DUAL 0x01234043 0x01235055", "position 1: BOTH answers by the low byte of its ISP identifier only (DUAL)\n"},
+      {"--comm DUAL 0x71235043", ""},  // by its JTAG identifier
+      {"--comm ISP 0x00000141", ""},
+  };
+  for (const auto& c : cases) {
+    const std::string arguments = "--db " + kData + "access_modes.xml " + c.arguments;
+    const std::string note = c.note;
+    const std::string out = RunTool(Words("identify " + arguments)).out;
+    EXPECT_EQ(Contains(out, "\nNotes:\n  " + note), !note.empty()) << "row: " << c.arguments << out;
+    EXPECT_EQ(RunTool(Words("identify --format json " + arguments)).err, note.empty() ? "" : "plddb: warning: " + note)
+        << "row: " << c.arguments;
+  }
+}
+
 TEST(IdentifyJson, RanksAllThatMatch) {
   const Json chain = IdentifyAsJson({"--db", kData + "exactness.xml", "--comm", "DUAL", "0x51234043"});
   const Json& position = chain[0];
@@ -296,7 +316,8 @@ TEST(IdentifyJson, ComparesTheIdentifierOfTheAccessMode) {
       {"DUAL", "0x00000000", Json::array()},
   };
   for (const auto& c : cases) {
-    const Json chain = IdentifyAsJson({"--db", kData + "access_modes.xml", "--comm", c.comm, c.id});
+    const std::vector<std::string> arguments = {"--json", "--db", kData + "access_modes.xml", "--comm", c.comm, c.id};
+    const Json chain = Json::parse(RunTool(Identify(arguments)).out, nullptr, false);
     EXPECT_EQ(chain[0]["candidates"], c.candidates) << "row: " << c.comm << " " << c.id;
     EXPECT_EQ(chain[0]["match"].is_null(), c.candidates.empty()) << "row: " << c.comm << " " << c.id;
   }

@@ -12,6 +12,7 @@
 
 #include "Descriptions.h"
 #include "run_tool.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -21,30 +22,15 @@ const std::string kKeys = PLDDB_TEST_DIR "/tool/data/keys.xml";
 const std::string kOtherKeys = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
 
 /// A folder that goes with the test.
-class Folder {
+class Folder : public support::TemporaryFolder {
  public:
-  Folder() {
-    std::string name = (fs::temp_directory_path() / "plddb-test-XXXXXX").string();
-    if (mkdtemp(name.data()) != nullptr) path_ = name;
-  }
-  ~Folder() {
-    std::error_code ignored;
-    fs::permissions(path_, fs::perms::owner_all, ignored);
-    fs::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+  std::string operator/(const std::string& name) const { return (path() / name).string(); }
 
   std::vector<std::string> Files() const {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path_)) names.push_back(entry.path().filename().string());
+    for (const auto& entry : fs::directory_iterator(path())) names.push_back(entry.path().filename().string());
     return names;
   }
-
- private:
-  fs::path path_;
 };
 
 std::string ContentOf(const std::string& path) {

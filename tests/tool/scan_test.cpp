@@ -131,6 +131,9 @@ TEST(Scan, TakesTheLastOfSeveralReportsAndSaysSo) {
       {a + table, {"0x59604093", "0x0362D093"}, nullptr},
       {table + table, {"0x59604093", "0x0362D093"}, "2 times in this format; all agree\n"},
       {detect + detect, {"0x59604093"}, "2 times in this format; all agree\n"},
+      {"Open On-Chip Debugger 0.12.0\n" + a + "Open On-Chip Debugger 0.12.0\nJTAG tap: c.tap tap/device found: 0x59604093 (\n",
+       {"0x59604093"},
+       "2 times in this format; they differ, and the last was taken\n"},  // no name comes again
       {"index 0:\n\tidcode 0x1\nindex 1:\n\tidcode 0x3\nindex 0:\n\tidcode 0x59604093\n", {"0x59604093"}, "they differ"},
   };
   for (const auto& c : cases) {
@@ -171,6 +174,22 @@ TEST(Scan, TellsWhatItsIrLengthsSay) {
     for (const char* format : {"json", "tsv"}) {  // a script reads the output, a person the notes
       EXPECT_EQ(Scan(c.text, {"--format", format}).err, "plddb: warning: " + std::string(c.note + 2)) << "row: " << c.text;
     }
+  }
+}
+
+TEST(Scan, TellsOfAFailureThoughATableFollows) {
+  const std::string table = " 0 a.tap Y 0x00000000 0x59604093 8 0x01 0x03\n";
+  const struct {
+    const char* error;
+    const char* note;
+  } cases[] = {
+      {"Error: JTAG scan chain interrogation failed: all ones\n", "failed: the tool read ones only: nothing drives TDO"},
+      {"Error: JTAG scan chain interrogation failed: all zeroes\n", "failed: the tool read zeros only: TDO is stuck at 0"},
+  };
+  for (const auto& c : cases) {
+    const ToolRun run = Scan(c.error + table);
+    EXPECT_TRUE(Contains(run.out, c.note)) << "row: " << c.error << run.out;
+    EXPECT_EQ(run.exit_code, 1) << "row: " << c.error;
   }
 }
 
