@@ -6,6 +6,7 @@
 
 #include "command.h"
 #include "complete.h"
+#include "heap.h"
 #include "standard_streams.h"
 #include "subcommands.h"
 
@@ -58,6 +59,7 @@ int Main(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  tool::PreferLargePages();
   try {
     return Main(argc, argv);
   } catch (const tool::Failure& error) {
