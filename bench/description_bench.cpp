@@ -2,13 +2,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <map>
-#include <memory>
 #include <pugixml.hpp>
 #include <string>
 
 #include "Descriptions.h"
 #include "bench/areas.h"
+#include "bench/fixtures.h"
 #include "bench/generated_database.h"
 
 namespace {
@@ -71,16 +70,8 @@ struct Fixture {
   std::string xml = XmlOf(data);
 };
 
-const Fixture& FixtureOf(const benchmark::State& state) {
-  static std::map<int, std::unique_ptr<Fixture>> fixtures;
-  const int devices = static_cast<int>(state.range(0));
-  auto& fixture = fixtures[devices];
-  if (fixture == nullptr) fixture = std::make_unique<Fixture>(devices);
-  return *fixture;
-}
-
 void Parse(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   const auto faults = plddb::ParseDescriptions(fixture.xml, "generated.xml").faults;
   if (!faults.empty()) {
     state.SkipWithError(ToString(faults.front()).c_str());
@@ -96,7 +87,7 @@ void Parse(benchmark::State& state) {
 }
 
 void ParseAlone(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   for (auto _ : state) {
     pugi::xml_document document;
     benchmark::DoNotOptimize(document.load_buffer(fixture.xml.data(), fixture.xml.size()).status);
@@ -105,7 +96,7 @@ void ParseAlone(benchmark::State& state) {
 
 /// The document and the tree live together, as they do in the loader.
 void ParseAndLoad(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   for (auto _ : state) {
     DeviceListOwner database;
     {

@@ -2,13 +2,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "bench/allocation_recorder.h"
 #include "bench/areas.h"
+#include "bench/fixtures.h"
 #include "bench/generated_database.h"
 #include "bench/literal_lookups.h"
 #include "bench/lookup_floors.h"
@@ -219,14 +218,6 @@ class Fixture {
                    "CS48", "9999Z2.jdf", "PLD9999Z-10CS48C", "PLD9999Z_10CS48C", hit.fuseCount,      1};
 };
 
-Fixture& FixtureOf(const benchmark::State& state) {
-  static std::map<int, std::unique_ptr<Fixture>> fixtures;
-  const int devices = static_cast<int>(state.range(0));
-  auto& fixture = fixtures[devices];
-  if (fixture == nullptr) fixture = std::make_unique<Fixture>(devices);
-  return *fixture;
-}
-
 /// Times `ask(question)`, whose answer has to be right; the question is new to the compiler in every round.
 template <typename AskQuestion>
 void Time(benchmark::State& state, Question question, bool isHit, AskQuestion ask) {
@@ -248,7 +239,7 @@ void Time(benchmark::State& state, Question question, bool isHit, AskQuestion as
 template <typename MakeAsk>
 void Register(const std::string& name, bool isHit, MakeAsk makeAsk) {
   const auto run = [isHit, makeAsk](benchmark::State& state) {
-    Fixture& fixture = FixtureOf(state);
+    Fixture& fixture = bench::FixtureOf<Fixture>(state);
     const Question& question = isHit ? fixture.hit : fixture.miss;
     Time(state, question, isHit, makeAsk(fixture, question));
   };

@@ -3,14 +3,13 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <map>
-#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "bench/allocation_recorder.h"
 #include "bench/areas.h"
+#include "bench/fixtures.h"
 #include "bench/generated_database.h"
 
 namespace {
@@ -75,14 +74,6 @@ struct Fixture {
   BareBlocks copied = BareBlocks([this] { return CopyDeviceList(*source); });
 };
 
-Fixture& FixtureOf(const benchmark::State& state) {
-  static std::map<int, std::unique_ptr<Fixture>> fixtures;
-  const int devices = static_cast<int>(state.range(0));
-  auto& fixture = fixtures[devices];
-  if (fixture == nullptr) fixture = std::make_unique<Fixture>(devices);
-  return *fixture;
-}
-
 /// Times `work()`; `before()` and `after()` run around it with the clock stopped. The first round makes memory and is not
 /// timed.
 template <typename Before, typename Work, typename After>
@@ -104,21 +95,21 @@ void Time(benchmark::State& state, Before before, Work work, After after) {
 void Nothing() {}
 
 void Load(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   DeviceListOwner tree;
   Time(
       state, Nothing, [&] { tree = fixture.data.Load(); }, [&] { tree.reset(); });
 }
 
 void Copy(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   DeviceListOwner tree;
   Time(
       state, Nothing, [&] { tree = CopyDeviceList(*fixture.source); }, [&] { tree.reset(); });
 }
 
 void Merge(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   const bench::GeneratedDatabase present(kMergeTarget);
   DeviceListOwner tree;
   Time(
@@ -126,7 +117,7 @@ void Merge(benchmark::State& state) {
 }
 
 void Destroy(benchmark::State& state) {
-  const Fixture& fixture = FixtureOf(state);
+  const Fixture& fixture = bench::FixtureOf<Fixture>(state);
   DeviceListOwner tree;
   Time(
       state, [&] { tree = fixture.data.Load(); }, [&] { tree.reset(); }, Nothing);
@@ -136,7 +127,7 @@ void Destroy(benchmark::State& state) {
 /// allocation costs depends on what was freed before.
 template <typename Make>
 void BuildBlocks(benchmark::State& state, BareBlocks Fixture::*blocks, Make make) {
-  Fixture& fixture = FixtureOf(state);
+  Fixture& fixture = bench::FixtureOf<Fixture>(state);
   BareBlocks& bare = fixture.*blocks;
   Time(
       state, [&] { make(fixture).reset(); }, [&] { bare.AllocateAndFill(); }, [&] { bare.Free(); });
@@ -160,7 +151,7 @@ void MergeBlocks(benchmark::State& state) {
 }
 
 void FreeBlocks(benchmark::State& state) {
-  Fixture& fixture = FixtureOf(state);
+  Fixture& fixture = bench::FixtureOf<Fixture>(state);
   const auto build = [&] {
     fixture.data.Load().reset();
     fixture.loaded.AllocateAndFill();

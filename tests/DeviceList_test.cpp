@@ -16,6 +16,7 @@
 
 namespace {
 
+using support::FamiliesIn;
 using support::SampleTree;
 using support::Show;
 
@@ -44,15 +45,6 @@ DeviceListOwner DatabaseOf(const std::vector<FamilyNames>& families) {
     family.SetAliasName(names.aliasName);
   }
   return database;
-}
-
-std::string FamiliesIn(const DeviceList& database) {
-  std::string names;
-  for (int i = 0; const FamilyList* const family = database.GetFamily(i); ++i) {
-    if (i > 0) names += ' ';
-    names += family->GetName() == nullptr ? "null" : family->GetName();
-  }
-  return names;
 }
 
 // Version and comment

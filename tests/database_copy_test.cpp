@@ -20,6 +20,7 @@
 namespace {
 
 using support::DifferenceOf;
+using support::FamiliesIn;
 using support::FilledTree;
 using support::LiveAllocations;
 using support::RandomTree;
@@ -42,15 +43,6 @@ DeviceListOwner CostlyTree() {
   DeviceListOwner database = RandomTree(16);
   SettleForCopying(*database);
   return database;
-}
-
-std::string FamiliesIn(const DeviceList& database) {
-  std::string names;
-  for (int i = 0; const FamilyList* const family = database.GetFamily(i); ++i) {
-    if (i > 0) names += ' ';
-    names += family->GetName() == nullptr ? "null" : family->GetName();
-  }
-  return names;
 }
 
 DeviceListOwner DatabaseOf(const std::vector<const char*>& names) {

@@ -6,8 +6,6 @@
 namespace tool {
 namespace {
 
-Json NumberOrNull(unsigned long number) { return number == 0 ? Json(nullptr) : Json(number); }
-
 Json DeviceAsJson(const DeviceInfo& device) {
   return {{"family", TextOrNull(FamilyNameOrNull(device))},
           {"name", TextOrNull(device.GetName())},

@@ -10,6 +10,12 @@ using Json = nlohmann::ordered_json;
 
 inline Json TextOrNull(const char* text) { return text == nullptr ? Json(nullptr) : Json(text); }
 
+/// For numbers of which 0 says that there is none.
+template <typename Number>
+Json NumberOrNull(Number number) {
+  return number == 0 ? Json(nullptr) : Json(number);
+}
+
 /// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any.
 inline std::string ToText(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
 

@@ -124,7 +124,7 @@ std::string DeviceJson(const std::vector<Listed>& families, const std::vector<st
                     {"jtagId", IdOrNull(device.GetjtagDeviceID())},
                     {"ispId", IdOrNull(device.GetispDeviceID())},
                     {"scanMask", IdOrNull(device.GetDeviceIDScanMask())},
-                    {"irLength", device.GetIRLength() == 0 ? Json(nullptr) : Json(device.GetIRLength())},
+                    {"irLength", NumberOrNull(device.GetIRLength())},
                     {"packages", PackageTypeList(device)},
                     {"file", file}});
   });

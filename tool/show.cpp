@@ -163,8 +163,6 @@ std::string Report(const std::vector<Match>& matches, const Origins& origins) {
 
 // --- JSON -------------------------------------------------------------------------------------------------------------------
 
-Json NumberOrNull(int number) { return number == 0 ? Json(nullptr) : Json(number); }
-
 /// Descriptions are a few levels deep, and so is the recursion.
 Json ToJson(const plddb::Element& element) {
   Json fields = Json::object();

@@ -8,13 +8,23 @@ void AddDevices(FamilyList& family, int count) {
   for (int i = 0; i < count; ++i) family.NewDevice();
 }
 
-std::string NamesIn(const FamilyList& family) {
+/// The names of what `at(i)` gives for 0, 1 and so on, until that is null.
+template <typename At>
+static std::string NamesOf(At at) {
   std::string names;
-  for (int i = 0; const DeviceInfo* const device = family.GetDevice(i); ++i) {
+  for (int i = 0; const auto* const record = at(i); ++i) {
     if (i > 0) names += ' ';
-    names += device->GetName() == nullptr ? "null" : device->GetName();
+    names += record->GetName() == nullptr ? "null" : record->GetName();
   }
   return names;
+}
+
+std::string NamesIn(const FamilyList& family) {
+  return NamesOf([&](int i) { return family.GetDevice(i); });
+}
+
+std::string FamiliesIn(const DeviceList& database) {
+  return NamesOf([&](int i) { return database.GetFamily(i); });
 }
 
 SampleTree::SampleTree() { database_->NewFamily(); }

@@ -50,6 +50,9 @@ inline constexpr int kUncountedDevices = 65'536;
 /// The names of the family's devices in order, "A B C".
 std::string NamesIn(const FamilyList& family);
 
+/// The names of the database's families in order, likewise.
+std::string FamiliesIn(const DeviceList& database);
+
 /// A database that is owned with its devices. It starts with one family.
 class SampleTree {
  public:

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+
+namespace bench {
+
+/// What benchmarks of as many devices as `state` says share. It is made when it is first asked for and stays.
+template <typename Fixture>
+Fixture& FixtureOf(const benchmark::State& state) {
+  static std::map<int, std::unique_ptr<Fixture>> fixtures;
+  const int devices = static_cast<int>(state.range(0));
+  auto& fixture = fixtures[devices];
+  if (fixture == nullptr) fixture = std::make_unique<Fixture>(devices);
+  return *fixture;
+}
+
+}  // namespace bench
