@@ -196,8 +196,7 @@ class Fixture {
         database_(data_.Load()),
         oneFamilyData_(devices, devices),
         oneFamily_(oneFamilyData_.Load()),
-        floors(*database_, bench::Layout::kAsInTree),
-        denseFloors(*database_, bench::Layout::kDense),
+        floors(*database_),
         sqlite(*database_),
         target{*database_, *oneFamily_->GetFamily(0)} {}
 
@@ -210,7 +209,6 @@ class Fixture {
 
  public:
   LookupFloors floors;
-  LookupFloors denseFloors;
   bench::SqliteDatabase sqlite;
   Target target;
   Question hit = QuestionFor(*target.family.GetDevice(target.family.GetDeviceCount() / 2), entityName_);
@@ -253,10 +251,10 @@ void RegisterTarget(const std::string& name, bool isHit, Ask ask) {
   });
 }
 
-void RegisterFloor(const std::string& name, bool isHit, AskFloor ask, LookupFloors Fixture::*floors) {
+void RegisterFloor(const std::string& name, bool isHit, AskFloor ask) {
   const bool visitsAll = ask == VisitAllNumbers || ask == VisitAllMasked;
-  Register(name, isHit && !visitsAll, [ask, floors](Fixture& fixture, const Question&) {
-    return [ask, &asked = fixture.*floors](const Question& question) { return ask(asked, question) + 1; };
+  Register(name, isHit && !visitsAll, [ask](Fixture& fixture, const Question&) {
+    return [ask, &fixture](const Question& question) { return ask(fixture.floors, question) + 1; };
   });
 }
 
@@ -281,8 +279,7 @@ void RegisterLookups() {
     for (const bool isHit : {false, true}) {
       const std::string name = std::string(lookup.name) + (isHit ? "/hit" : "/miss");
       RegisterTarget(name + "/library", isHit, lookup.library);
-      RegisterFloor(name + "/floor", isHit, lookup.floor, &Fixture::floors);
-      RegisterFloor(name + "/floor-dense", isHit, lookup.floor, &Fixture::denseFloors);
+      RegisterFloor(name + "/floor", isHit, lookup.floor);
       if (lookup.floor == FindNumber || lookup.floor == FindMasked) RegisterArray(name + "/array", isHit);
       RegisterTarget(name + "/literal", isHit, lookup.literal);
       RegisterSql(name + "/sqlite", isHit, lookup.sql);

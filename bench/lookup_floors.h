@@ -8,15 +8,12 @@
 
 namespace bench {
 
-/// How far apart the objects of a floor lie: like the devices of a tree, each of which has its texts, packages and lists behind
-/// it on the heap, or one right behind the other, as no tree that owns anything can have them.
-enum class Layout { kAsInTree, kDense };
-
-/// The least that a lookup has to do: objects on the heap, each as large as a device of the library, of which every one has to
-/// be looked at. Positions are those of the devices; -1 when nothing is found.
+/// The least that a lookup has to do: objects on the heap, each as large as a device of the library and made one after the
+/// other, of which every one has to be looked at. Their texts are those of the tree, where the tree has them. Positions are
+/// those of the devices; -1 when nothing is found.
 class LookupFloors {
  public:
-  LookupFloors(const DeviceList& database, Layout layout);
+  explicit LookupFloors(const DeviceList& database);
   ~LookupFloors();
   LookupFloors(const LookupFloors&) = delete;
   LookupFloors& operator=(const LookupFloors&) = delete;
@@ -48,8 +45,8 @@ class LookupFloors {
   using Devices = std::vector<std::unique_ptr<Device>>;
 
   template <typename Fill>
-  static Devices MakeDevices(const DeviceList& database, Layout layout, Fill fill);
-  static Devices PackageTexts(const DeviceList& database, Layout layout, char* (Package::*text)() const);
+  static Devices MakeDevices(const DeviceList& database, Fill fill);
+  static Devices PackageTexts(const DeviceList& database, char* (Package::*text)() const);
   static int FindPackageText(const Devices& devices, const char* text);
 
   Devices numbers_;

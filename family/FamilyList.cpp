@@ -2,6 +2,7 @@
 
 #include "family/walk.h"
 #include "foundation/owned_list.h"
+#include "foundation/record_block.h"
 #include "foundation/text_match.h"
 
 using namespace plddb::internal;
@@ -11,6 +12,7 @@ FamilyList::FamilyList() = default;
 FamilyList::~FamilyList() {
   // On purpose: the devices stay alive. The list never owned them.
   DestroyElements(OperationList);
+  RecordBlock::LetGo(NewDevices);
 }
 
 // clang-format off
@@ -71,9 +73,15 @@ DeviceInfo* FamilyList::AddNewDevice(int pos) { return InsertAt(pos); }
 
 DeviceInfo* FamilyList::InsertAt(int index) {
   if (index < 0 || index > Devices.GetCount()) return nullptr;
-  auto device = std::make_unique<DeviceInfo>(*this);
-  Devices.Insert(index, device.get());
-  return device.release();
+  auto* const device = new (NewDevices) DeviceInfo(*this);
+  try {
+    Devices.Insert(index, device);
+  } catch (...) {
+    device->~DeviceInfo();
+    RecordBlock::PutBack(NewDevices);
+    throw;
+  }
+  return device;
 }
 
 DeviceInfo* FamilyList::GetDevice(unsigned short i) const {

@@ -47,5 +47,8 @@ FamilyList::FamilyList(FamilyList* src) : FamilyList() {
 
 void FamilyList::CopyDevices(const FamilyList& src) {
   const int devices = src.GetDeviceCount();  // On purpose: 16 bits bound every copy.
-  for (int i = 0; i < devices; ++i) AppendNew(Devices, std::make_unique<DeviceInfo>(src.GetDevice(i)))->SetFamilyObject(*this);
+  for (int i = 0; i < devices; ++i) {
+    std::unique_ptr<DeviceInfo> device(new (NewDevices) DeviceInfo(src.GetDevice(i)));
+    AppendNew(Devices, std::move(device))->SetFamilyObject(*this);
+  }
 }

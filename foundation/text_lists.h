@@ -1,11 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "characters.h"
 
@@ -78,9 +76,12 @@ inline int ParseNumber(std::string_view text) {
   const bool negative = !text.empty() && text.front() == '-';
   if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
   const std::uint64_t limit = negative ? std::uint64_t{1} << 63 : INT64_MAX;
+  constexpr std::uint64_t kTenth = INT64_MAX / 10;  // of either limit
   std::uint64_t value = 0;
-  const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (end.ec == std::errc::result_out_of_range || value > limit) value = limit;
+  for (const char c : text) {
+    if (c < '0' || c > '9') break;
+    value = value > kTenth ? limit : std::min(value * 10 + static_cast<unsigned>(c - '0'), limit);
+  }
   const auto bits = static_cast<unsigned int>(value);
   return static_cast<int>(negative ? 0U - bits : bits);
 }

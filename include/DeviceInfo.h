@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,10 @@
 #include "plddb_export.h"
 
 class FamilyList;
+
+namespace plddb::internal {
+class RecordBlock;
+}  // namespace plddb::internal
 
 /// One device of the database: its names, identifiers, register lengths, instructions, times, packages and parsed lists.
 ///
@@ -296,8 +302,24 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// Otherwise, and without a family, nothing happens. `pon` may be a text of this device.
   void ChangeDeviceCDRValue(const char* pon);
 
+  /// \name Memory
+  /// The devices that a family makes lie side by side, up to 64 in a block of memory, which is given back with the last of
+  /// them. `delete` and `new` are used as with any class; over-aligned classes derived from this one cannot be made by `new`.
+  ///@{
+  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
+  static void* operator new(std::size_t, void* place) noexcept { return place; }
+  static void* operator new(std::size_t size, std::align_val_t alignment) = delete;
+  static void operator delete(void* device) noexcept;
+  ///@}
+
  private:
+  friend class FamilyList;  // makes devices in its blocks
+
   DeviceInfo();  // without a family; what the copying constructor starts from
+
+  static void* operator new(std::size_t size, plddb::internal::RecordBlock*& block);
+  static void operator delete(void* device, plddb::internal::RecordBlock*& block) noexcept;
 
   // In this order the record is destroyed, from the last to the first.
   std::vector<CControlRegZero> listControlRegZero;

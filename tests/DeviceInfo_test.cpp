@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <climits>
+#include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -453,6 +455,50 @@ TEST(DeviceInfo, DestroyingItDoesNotUnlinkItFromItsFamily) {
   family.NewDevice();
   delete family.GetDevice(0);
   EXPECT_EQ(family.GetDeviceCount(), 1);
+}
+
+// Memory
+
+struct LargerDevice : DeviceInfo {
+  using DeviceInfo::DeviceInfo;
+  char more[1000] = "more";
+};
+
+TEST(DeviceMemory, ADeviceMadeByNewIsABlockOfItsOwn) {
+  const long live = support::LiveAllocations();
+  FamilyList family;
+  const std::unique_ptr<DeviceInfo> plain(new DeviceInfo(family));
+  const std::unique_ptr<DeviceInfo> larger(new LargerDevice(family));
+  const std::unique_ptr<DeviceInfo> nothrow(new (std::nothrow) DeviceInfo(family));
+  const long made = support::LiveAllocations() - live;
+  EXPECT_EQ(made, 3);
+}
+
+TEST(DeviceMemory, ADeviceStandsWhereItsUserWantsIt) {
+  FamilyList family;
+  alignas(DeviceInfo) unsigned char place[sizeof(DeviceInfo)];
+  DeviceInfo* const device = new (place) DeviceInfo(family);
+  EXPECT_EQ(static_cast<void*>(device), place);
+  device->~DeviceInfo();
+}
+
+TEST(DeviceMemory, NewWithoutExceptionsAnswersNull) {
+  FamilyList family;
+  const support::FailAllocation failing(1);
+  const std::unique_ptr<DeviceInfo> device(new (std::nothrow) DeviceInfo(family));
+  EXPECT_EQ(device, nullptr);
+}
+
+TEST(DeviceMemory, ACopyThatFailsGivesItsBlockBack) {
+  Device source;
+  source.record.SetName("PLD1234A");
+  const long live = support::LiveAllocations();
+  const long failures = support::ForEachFailingAllocation([&] { delete new DeviceInfo(&source.record); },
+                                                          [&] {
+                                                            const long left = support::LiveAllocations();
+                                                            EXPECT_EQ(left, live);
+                                                          });
+  EXPECT_EQ(failures, 2);
 }
 
 }  // namespace

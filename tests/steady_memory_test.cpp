@@ -220,6 +220,7 @@ constexpr Row kRows[] = {
     {"DeviceInfo::SetlistControlRegZero(std::vector<CControlRegZero>)", Call<&DeviceInfo::SetlistControlRegZero>},
     {"DeviceInfo::SetlistControlStatus(std::vector<CControlStatus>)", Call<&DeviceInfo::SetlistControlStatus>},
     {"DeviceInfo::SetlistPersistent_fuse(std::vector<CPersistent_fuse>)", Call<&DeviceInfo::SetlistPersistent_fuse>},
+    {"DeviceInfo::operator delete(void*)", [](T& t) { return CountedEnd(new DeviceInfo(t.family)); }},
     {"DeviceInfo::~DeviceInfo()", [](T& t) { return CountedEnd(new DeviceInfo(&t.device)); }},
     {"DeviceList::DeleteFamily(char const*)", [](T& t) { ReleaseDevices(t.family); return Counted([&] { t.database->DeleteFamily(t.family.GetName()); }); }},
     {"DeviceList::DeleteFamily(int)", [](T& t) { ReleaseDevices(t.family); return Counted([&] { t.database->DeleteFamily(0); }); }},
