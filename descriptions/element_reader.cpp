@@ -56,24 +56,37 @@ void ElementReader::AddFault(pugi::xml_node node, std::string text) {
 
 void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml_node node) {
   given_.reset();
-  for (auto attribute = node.first_attribute(); attribute && !faults_.Full(); attribute = attribute.next_attribute()) {
-    ReadField(fields, attribute, node);
+  const bool needsCheck = NeedsReferenceCheck(node);
+  pugi::xml_attribute attribute = node.first_attribute();
+  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" behind the last
+    if (needsCheck) CheckReferences(text_, OffsetOf(attribute.value()), faults_);
+    ReadField(fields, attribute, name, node);
+    attribute = attribute.next_attribute();
   }
   SetFields(fields, record, node);
 }
 
-void ElementReader::ReadField(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node) {
-  const std::string_view name = attribute.name();
-  const std::size_t place = OffsetOf(attribute.value());
-  CheckReferences(text_, place, faults_);
+/// Whether a '&' or '<' stands in the start tag of `node`. Few have one, and the others are not worth a look at each value.
+bool ElementReader::NeedsReferenceCheck(pugi::xml_node node) const {
+  const pugi::xml_attribute last = node.last_attribute();
+  if (!last) return false;
+  const std::size_t start = OffsetOf(node.name());
+  const std::size_t lastValue = OffsetOf(last.value());
+  const std::string_view tag = text_.substr(start, text_.find(text_[lastValue - 1], lastValue) - start);
+  return tag.find('&') != tag.npos || tag.find('<') != tag.npos;
+}
+
+void ElementReader::ReadField(const FieldTable& fields, pugi::xml_attribute attribute, std::string_view name,
+                              pugi::xml_node node) {
   const std::size_t i = fields.Find(name);
   if (i == fields.size()) return UnknownAttribute(fields, attribute, node);
-  if (given_[i]) return faults_.Add(OffsetOf(attribute.name()), "attribute " + std::string(name) + " is given twice");
+  if (given_[i]) return faults_.Add(OffsetOf(name.data()), "attribute " + std::string(name) + " is given twice");
   given_.set(i);
   const Field& field = fields[i];
-  const bool isMissing = field.need == Need::NotEmpty && *attribute.value() == '\0';
-  if (ReadValue(field.kind, attribute.value(), values_[i]) && !isMissing) return;
-  faults_.Add(place, std::string(name) + " is " + Quoted(attribute.value()) + ": expected " + Expectation(field.kind));
+  const char* const value = attribute.value();
+  const bool isMissing = field.need == Need::NotEmpty && *value == '\0';
+  if (ReadValue(field.kind, value, values_[i]) && !isMissing) return;
+  faults_.Add(OffsetOf(value), std::string(name) + " is " + Quoted(value) + ": expected " + Expectation(field.kind));
 }
 
 void ElementReader::SetFields(const FieldTable& fields, void* record, pugi::xml_node node) {

@@ -86,7 +86,6 @@ constexpr Field With(Kind kind, Field field) {
 // The rows are macros, so that the name of an attribute is the name of the setter and nothing is spelled twice.
 #define FIELD(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem)
 #define BACKUP(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::Backup)
-#define REQUIRED(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::Required)
 #define FLAG(record, stem) MakeField<&record::Set##stem, &record::Is##stem>(#stem)
 #define COLUMN(record, stem) MakeColumn<static_cast<void (record::*)(const char*)>(&record::Set##stem)>(#stem)
 #define MEMBER(record, name) MakeField<&record::name, &record::name>(#name)
@@ -226,8 +225,8 @@ constexpr Field kPackageRows[] = {
 };
 
 constexpr Field kAdapterRows[] = {
-    REQUIRED(Adapter, VendorName),
-    REQUIRED(Adapter, AdapterName),
+    NEEDED(AdapterNames, VendorName, Need::Required),
+    NEEDED(AdapterNames, AdapterName, Need::Required),
 };
 
 constexpr Field kControlRegZeroRows[] = {
@@ -295,7 +294,6 @@ constexpr Field kEntryRows[] = {
 
 #undef FIELD
 #undef BACKUP
-#undef REQUIRED
 #undef FLAG
 #undef COLUMN
 #undef MEMBER
@@ -324,7 +322,7 @@ template <> const FieldTable& FieldsOf<DeviceList>() { return kDatabaseFields; }
 template <> const FieldTable& FieldsOf<FamilyList>() { return kFamilyFields; }
 template <> const FieldTable& FieldsOf<DeviceInfo>() { return kDeviceFields; }
 template <> const FieldTable& FieldsOf<Package>() { return kPackageFields; }
-template <> const FieldTable& FieldsOf<Adapter>() { return kAdapterFields; }
+template <> const FieldTable& FieldsOf<AdapterNames>() { return kAdapterFields; }
 template <> const FieldTable& FieldsOf<CControlRegZero>() { return kControlRegZeroFields; }
 template <> const FieldTable& FieldsOf<CControlRegOne>() { return kControlRegOneFields; }
 template <> const FieldTable& FieldsOf<CPersistent_fuse>() { return kPersistentFuseFields; }

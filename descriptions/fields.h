@@ -87,9 +87,10 @@ class FieldTable {
   }
 
   static constexpr std::size_t SlotOf(std::string_view name) {
-    std::uint32_t hash = 2166136261U;  // FNV-1a
-    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    return (hash ^ hash >> 16) % kSlots;
+    if (name.empty()) return 0;
+    const auto letter = [name](std::size_t i) { return std::size_t{static_cast<unsigned char>(name[i])}; };
+    // A few letters tell nearly all names of a table apart, and take less time than all of them.
+    return (name.size() * 31 + letter(0) * 7 + letter(name.size() / 2) * 11 + letter(name.size() - 1) * 11) % kSlots;
   }
 
   static constexpr std::size_t Next(std::size_t slot) { return (slot + 1) % kSlots; }
@@ -117,6 +118,11 @@ struct MultibootNumber {
   int Value = 0;
 };
 
+struct AdapterNames {
+  const char* VendorName = "";
+  const char* AdapterName = "";
+};
+
 struct Item {  // of a list whose items may be empty
   const char* Name = "";
 };
@@ -134,7 +140,7 @@ template <> const FieldTable& FieldsOf<DeviceList>();
 template <> const FieldTable& FieldsOf<FamilyList>();
 template <> const FieldTable& FieldsOf<DeviceInfo>();
 template <> const FieldTable& FieldsOf<Package>();
-template <> const FieldTable& FieldsOf<Adapter>();
+template <> const FieldTable& FieldsOf<AdapterNames>();
 template <> const FieldTable& FieldsOf<CControlRegZero>();
 template <> const FieldTable& FieldsOf<CControlRegOne>();
 template <> const FieldTable& FieldsOf<CPersistent_fuse>();

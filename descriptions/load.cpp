@@ -195,7 +195,11 @@ void Loader::ReadPackage(DeviceElement& parent, pugi::xml_node node) {
   ReadChildren(package, node, kChildren);
 }
 
-void Loader::ReadAdapter(Package& package, pugi::xml_node node) { ReadLeaf(*package.AddAdapter("", ""), node); }
+void Loader::ReadAdapter(Package& package, pugi::xml_node node) {
+  AdapterNames names;
+  ReadLeaf(names, node);
+  package.AddAdapter(names.VendorName, names.AdapterName);
+}
 
 void Loader::ReadSysIO(DeviceElement& parent, pugi::xml_node node) {
   Entry entry;
@@ -254,7 +258,7 @@ template <class Parent, std::size_t count>
 void Loader::ReadChildren(Parent& parent, pugi::xml_node node, const Child<Parent> (&children)[count]) {
   std::array<std::size_t, count> seen{};
   for (pugi::xml_node child = node.first_child(); child && !faults_.Full(); child = child.next_sibling()) {
-    const auto hasItsName = [&](const Child<Parent>& row) { return row.name == child.name(); };
+    const auto hasItsName = [name = std::string_view(child.name())](const Child<Parent>& row) { return row.name == name; };
     const auto row = std::find_if(std::begin(children), std::end(children), hasItsName);
     if (row == std::end(children)) {
       std::vector<std::string_view> known;

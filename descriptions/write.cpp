@@ -88,9 +88,9 @@ void AppendNumbers(pugi::xml_node parent, const char* name, const std::vector<in
 void AppendPackage(pugi::xml_node parent, const Package& package) {
   const Package untouched;
   pugi::xml_node node = AppendElement(parent, "Package", package, untouched);
-  const Adapter noAdapter;
-  for (int i = 0; const Adapter* const adapter = package.GetAdapter(i); ++i)
-    AppendElement(node, "Adapter", *adapter, noAdapter);
+  for (int i = 0; const Adapter* const adapter = package.GetAdapter(i); ++i) {
+    AppendElement(node, "Adapter", descriptions::AdapterNames{adapter->GetVendorName(), adapter->GetAdapterName()});
+  }
 }
 
 /// An entry that is empty can only come from a text of quoted items, and so do all in front of the last such one: they are

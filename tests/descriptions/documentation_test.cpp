@@ -40,8 +40,9 @@ std::set<std::string> AttributeNames() {
 
 std::set<std::string> AllAttributeNames() {
   using namespace plddb::descriptions;
-  return AttributeNames<DeviceList, FamilyList, DeviceInfo, Package, Adapter, CControlRegZero, CControlRegOne, CPersistent_fuse,
-                        CControlStatus, CControlVoltage, CControlEBR, EbrBlock, BScanRecord, MultibootNumber, Item, Entry>();
+  return AttributeNames<DeviceList, FamilyList, DeviceInfo, Package, AdapterNames, CControlRegZero, CControlRegOne,
+                        CPersistent_fuse, CControlStatus, CControlVoltage, CControlEBR, EbrBlock, BScanRecord, MultibootNumber,
+                        Item, Entry>();
 }
 
 }  // namespace

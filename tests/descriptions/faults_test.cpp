@@ -251,6 +251,11 @@ TEST(Faults, ReferencesAreThoseOfXmlItself) {
       {WithDevice("Name='&#65'"), {"3:7: unknown reference \"&#65\"" + kReferenceHint}},
       {WithDevice("Name='&#X41;'"), {"3:7: unknown reference \"&#X41\"" + kReferenceHint}},
       {WithDevice("Name='a<b'"), {"3:8: '<' within a value: expected &lt;"}},
+      // in the first value, in the last, in one of several, and behind a '>' or the other quote
+      {WithDevice("Name='a>&b' Vendor=''"), {"3:9: unknown reference \"&b\"" + kReferenceHint}},
+      {WithDevice("Name='a' Vendor='b&c'"), {"3:19: unknown reference \"&c\"" + kReferenceHint}},
+      {WithDevice("Name='<' CodeName=\"a'&b\" Vendor='c>'"),
+       {"3:7: '<' within a value: expected &lt;", "3:22: unknown reference \"&b\"" + kReferenceHint}},
   });
 }
 
@@ -304,6 +309,18 @@ TEST(Faults, TheTextIsUtf8WithoutControlCharacters) {
       {std::string("\xFF\xFE<\0D\0", 6),
        {"1:1: byte 0xFF" + notUtf8, "1:2: byte 0xFE" + notUtf8, "1:4: NUL byte: this is not a text file in UTF-8"}},
   });
+}
+
+TEST(Faults, EveryByteOfALongTextIsChecked) {
+  const std::string start = "<DeviceDatabase Comment='";
+  for (std::size_t at = 0; at < 200; ++at) {
+    std::string comment(200, 'a');
+    comment[at] = '\x1F';
+    const std::string place = "1:" + std::to_string(start.size() + at + 1);
+    EXPECT_EQ(FaultsOf(start + comment + "'/>"), Texts{place + ": control character 0x1F: XML does not allow it"})
+        << "row: " << at;
+    EXPECT_EQ(FaultsOf(start + comment.replace(at, 1, "\xE2\x82\xAC") + "'/>"), Texts{}) << "row: " << at;
+  }
 }
 
 TEST(Faults, PositionsCountLinesByTheirLineFeedAndColumnsInBytes) {

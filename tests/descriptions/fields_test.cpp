@@ -18,6 +18,8 @@
 namespace {
 
 using parse::Parsed;
+
+using plddb::descriptions::AdapterNames;
 using plddb::descriptions::Field;
 using plddb::descriptions::FieldsOf;
 using plddb::descriptions::FieldTable;
@@ -96,8 +98,13 @@ std::vector<Place> Places() {
       {"Device", FieldsOf<DeviceInfo>(), family, familyEnd, [](DeviceList& d) -> const void* { return &Device(d); }},
       {"Package", FieldsOf<Package>(), device, deviceEnd,
        [](DeviceList& d) -> const void* { return Device(d).GetDevicePackage()->GetPackage(0); }},
-      {"Adapter", FieldsOf<Adapter>(), package, "</Package>" + deviceEnd,
-       [](DeviceList& d) -> const void* { return Device(d).GetDevicePackage()->GetPackage(0)->GetAdapter(0); }},
+      {"Adapter", FieldsOf<AdapterNames>(), package, "</Package>" + deviceEnd,
+       [](DeviceList& d) -> const void* {
+         static AdapterNames names;
+         const Adapter& adapter = *Device(d).GetDevicePackage()->GetPackage(0)->GetAdapter(0);
+         names = {adapter.GetVendorName(), adapter.GetAdapterName()};
+         return &names;
+       }},
       {"ControlRegZero", FieldsOf<CControlRegZero>(), device, deviceEnd,
        [](DeviceList& d) -> const void* { return &Device(d).GetlistControlRegZero().at(0); }},
       {"ControlRegOne", FieldsOf<CControlRegOne>(), device, deviceEnd,
@@ -215,7 +222,7 @@ TEST(Fields, EverySetterOfTheLibraryHasAnAttribute) {
   } rows[] = {
       {"DeviceList.h", FieldsOf<DeviceList>()}, {"FamilyList.h", FieldsOf<FamilyList>()},
       {"DeviceInfo.h", FieldsOf<DeviceInfo>()}, {"Package.h", FieldsOf<Package>()},
-      {"Adapter.h", FieldsOf<Adapter>()},
+      {"Adapter.h", FieldsOf<AdapterNames>()},
   };
   for (const auto& row : rows) {
     const std::string header = words::ReadFile(std::string(PLDDB_DATA_DIR) + "/../include/" + row.header);

@@ -26,7 +26,7 @@ const std::map<std::string, const FieldTable*>& Tables() {
       {"bscanControl", &FieldsOf<BScanRecord>()},
       {"device", &FieldsOf<DeviceInfo>()},
       {"package", &FieldsOf<Package>()},
-      {"adapter", &FieldsOf<Adapter>()},
+      {"adapter", &FieldsOf<AdapterNames>()},
       {"controlRegZero", &FieldsOf<CControlRegZero>()},
       {"controlRegOne", &FieldsOf<CControlRegOne>()},
       {"persistentFuse", &FieldsOf<CPersistent_fuse>()},
