@@ -182,12 +182,12 @@ ExitCode ListCandidates(const Candidates& found, const Options& options) {
 // --- The command ------------------------------------------------------------------------------------------------------------
 
 /// Refuses questions that no lookup answers.
-void CheckKeys(const Options& options, const CLI::App& app) {
+void CheckKeys(const Options& options, const CLI::Option& fuses) {
   int keys = options.text.empty() ? 0 : 1;
   for (const std::string& key : options.keys) keys += key.empty() ? 0 : 1;
-  keys += app.count("--fuses") > 0 ? 1 : 0;
+  keys += fuses.count() > 0 ? 1 : 0;
   if (keys != 1) throw WrongUsage("give one TEXT, or one key to look for");
-  if (app.count("--fuses") > 0 && FuseCount(options.fuses) == 0) {
+  if (fuses.count() > 0 && FuseCount(options.fuses) == 0) {
     throw WrongUsage("--fuses is " + Printable(options.fuses) + ": expected a decimal number above 0");
   }
 }
@@ -216,8 +216,8 @@ ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& op
   return ExitCode::kFound;
 }
 
-ExitCode RunFind(const Options& options, const CLI::App& app) {
-  CheckKeys(options, app);
+ExitCode RunFind(const Options& options, const CLI::Option& fuses) {
+  CheckKeys(options, fuses);
   const std::vector<Database>& databases = LoadDatabases(options.databases);
   const auto families_near =
       options.family.empty() ? std::vector<std::string>() : Suggestions(options.family, FamilyNames(databases));
@@ -253,7 +253,7 @@ Run AddFind(CLI::App& app) {
   app.add_flag("--json", options->json, "Write a JSON object: {matches, suggestions}, or the candidates of --fuses");
   app.add_option("TEXT", options->text, "What to look for by every key")->type_name("")->check(NotEmpty());
   app.footer(kFooter);
-  return [options, &app] { return RunFind(*options, app); };
+  return [options, fuses] { return RunFind(*options, *fuses); };
 }
 
 }  // namespace tool

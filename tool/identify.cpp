@@ -1,11 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 #include <memory>
-#include <sstream>
 
 #include "chain_ids.h"
 #include "command.h"
@@ -64,14 +63,15 @@ struct Options {
   std::vector<std::string> ir_lengths;
 };
 
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
 std::string ReadFile(const std::string& path) {
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  file.peek();  // a folder is opened, but cannot be read
-  if (!file.is_open() || file.bad()) throw Failure(path + ":1:1: error: cannot read the file: " + std::strerror(errno));
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
+  const std::string complaint = path + ":1:1: error: cannot read the file";
+  const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) throw Failure(complaint + ": " + std::strerror(errno));
+  return ReadAll(file.get(), complaint);  // a folder is opened, but cannot be read
 }
 
 Scan ReadChain(const Options& options) {

@@ -9,13 +9,15 @@
 
 namespace tool {
 
-std::string ReadInput() {
+std::string ReadAll(std::FILE* stream, const std::string& complaint) {
   std::string text;
   char block[4096];
-  while (const std::size_t size = std::fread(block, 1, sizeof block, stdin)) text.append(block, size);
-  if (std::ferror(stdin)) throw Failure(std::string("plddb: error: cannot read standard input: ") + std::strerror(errno));
+  while (const std::size_t size = std::fread(block, 1, sizeof block, stream)) text.append(block, size);
+  if (std::ferror(stream)) throw Failure(complaint + ": " + std::strerror(errno));
   return text;
 }
+
+std::string ReadInput() { return ReadAll(stdin, "plddb: error: cannot read standard input"); }
 
 void WriteOutput(const std::string& text) {
   const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();

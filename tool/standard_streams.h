@@ -1,8 +1,13 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 namespace tool {
+
+/// All that `stream` holds from here on. Throws Failure with `complaint` and the system's reason when it cannot be read to its
+/// end.
+std::string ReadAll(std::FILE* stream, const std::string& complaint);
 
 /// All of standard input. Throws Failure when it cannot be read to its end.
 std::string ReadInput();

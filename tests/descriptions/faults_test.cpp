@@ -245,6 +245,7 @@ TEST(Faults, ReferencesAreThoseOfXmlItself) {
       {WithDevice("Name='&#0;'"), {"3:7: unknown reference \"&#0\"" + kReferenceHint}},
       {WithDevice("Name='&#x1F;'"), {"3:7: unknown reference \"&#x1F\"" + kReferenceHint}},
       {WithDevice("Name='&#xD800;'"), {"3:7: unknown reference \"&#xD800\"" + kReferenceHint}},
+      {WithDevice("Name='&#xFFFE;'"), {"3:7: unknown reference \"&#xFFFE\"" + kReferenceHint}},
       {WithDevice("Name='&#x110000;'"), {"3:7: unknown reference \"&#x110000\"" + kReferenceHint}},
       {WithDevice("Name='&#99999999999999999999;'"), {"3:7: unknown reference \"&#999999999999999999\"" + kReferenceHint}},
       {WithDevice("Name='&#;'"), {"3:7: unknown reference \"&#\"" + kReferenceHint}},
@@ -297,6 +298,12 @@ TEST(Faults, TheTextIsUtf8WithoutControlCharacters) {
       {WithDevice("Name='\xC0\x80'"), {"3:7: byte 0xC0" + notUtf8, "3:8: byte 0x80" + notUtf8}},  // overlong
       {WithDevice("Name='\xE0\x80\x80'"), {"3:7: byte 0xE0" + notUtf8, "3:8: byte 0x80" + notUtf8, "3:9: byte 0x80" + notUtf8}},
       {WithDevice("Name='\xED\xA0\x80'"), {"3:7: byte 0xED" + notUtf8, "3:8: byte 0xA0" + notUtf8, "3:9: byte 0x80" + notUtf8}},
+      {WithDevice("Name='\xEF\xBF\xBE'"),
+       {"3:7: byte 0xEF" + notUtf8, "3:8: byte 0xBF" + notUtf8, "3:9: byte 0xBE" + notUtf8}},  // U+FFFE
+      {WithDevice("Name='\xF0\x8F\xBF\xBD'"),                                                  // overlong
+       {"3:7: byte 0xF0" + notUtf8, "3:8: byte 0x8F" + notUtf8, "3:9: byte 0xBF" + notUtf8, "3:10: byte 0xBD" + notUtf8}},
+      {WithDevice("Name='\xF4\x90\x80\x80'"),  // beyond U+10FFFF
+       {"3:7: byte 0xF4" + notUtf8, "3:8: byte 0x90" + notUtf8, "3:9: byte 0x80" + notUtf8, "3:10: byte 0x80" + notUtf8}},
       {WithDevice("Name='\xF5'"), {"3:7: byte 0xF5" + notUtf8}},
       {"<DeviceDatabase/>\xE2\x82",
        {"1:18: byte 0xE2" + notUtf8, "1:18: unexpected text \"\\xE2\\x82\": values are written as attributes",

@@ -54,6 +54,30 @@ TEST(Colour, IsOnlyInTheWordThatSaysHowBadItIs) {
   EXPECT_GE(words, 1U);
 }
 
+TEST(Colour, IsNotInWordsThatOnlyBeginSo) {
+  const std::string keys = PLDDB_TEST_DIR "/tool/data/keys.xml";
+  const struct {
+    std::vector<std::string> line;
+    const char* sent;
+  } rows[] = {
+      {{"list", "--db", "a: errors.xml"},
+       "a: errors.xml:1:1: \033[31merror\033[0m: cannot read the file: No such file or directory\n"},
+      {{"find", "--db", keys, "QQQQQQQQQQQQ"}, "plddb: nothing found\n"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(ToolAtTerminal({"TERM=xterm"}, row.line, AtTerminal::kMessages), row.sent) << "row: " << row.line.back();
+}
+
+TEST(Colour, LeavesTheColumnsOfTablesWhereTheyAre) {
+  const std::string file = PLDDB_TEST_DIR "/tool/data/exactness.xml";
+  const std::vector<std::string> line = {"identify", "--db", file, "0x01234043", "0x12345677"};  // two devices, and none
+  std::string sent = ToolAtTerminal({"TERM=xterm"}, line, AtTerminal::kOutput);
+  std::size_t sequences = 0;
+  for (std::size_t at; (at = sent.find("\033[")) != sent.npos; ++sequences) sent.erase(at, sent.find('m', at) + 1 - at);
+  EXPECT_EQ(sent, RunTool(line).out);
+  EXPECT_EQ(sequences, 4U);
+}
+
 TEST(Colour, IsInTheSeverityOfFindings) {
   const std::string corpus = PLDDB_TEST_DIR "/tool/data/check";
   const struct {

@@ -11,6 +11,7 @@ namespace {
 
 const std::string kKeys = PLDDB_TEST_DIR "/tool/data/keys.xml";
 const std::string kLists = PLDDB_TEST_DIR "/tool/data/lists.xml";
+const std::string kOdd = PLDDB_TEST_DIR "/tool/data/odd_names.xml";
 const std::string kScripts = PLDDB_TEST_DIR "/../tool/completions";
 
 /// The first words of the lines of `text` up to their tabs, joined by '|': candidates may hold blanks.
@@ -46,7 +47,9 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{"id"}, "identify"},
       {{"x"}, ""},
       {{"--v"}, "--version"},
+      {{}, "check|export|find|help|identify|list|merge|show"},
       {{"help", "me"}, "merge"},
+      {{"help", "list", ""}, ""},
       {{"list", "--"}, "--db|--family|--help|--json"},
       {{"list", "--fam"}, "--family"},
       {{"identify", "--comm", ""}, "DUAL|ISP|JTAG"},
@@ -59,10 +62,15 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{"list", "--db", "=", kKeys, "--family", "=", "f"}, "First"},  // from a shell that cuts words at '='
       {{"list", "--db", "=", kKeys, "--family", "="}, "First|Second|Zweite"},
       {{"list", "--db", kKeys, ""}, ""},  // takes no argument
+      {{"list", "=", ""}, ""},
+      {{"list", "--family", "First", "--d"}, "--db"},
+      {{"list", "-x", "--j"}, "--json"},  // no option, and no argument either
       {{"show", "--db", kKeys, "--json", "pld"}, "PLD1234A|PLD5678"},
       {{"show", "--db", kKeys, "PLD5678", ""}, ""},  // takes one
       {{"show", "--db", kKeys, "--", "o"}, "OLD1|OLDQ|OTHER2"},
       {{"show", "--db", kKeys, "--", "--"}, ""},
+      {{"show", "--db", kKeys, "--", "--json", ""}, ""},  // behind "--" that is an argument
+      {{"show", "--db", kOdd, "a"}, "A B|a;b"},           // without the one that has control characters
       {{"find", "--db", kKeys, "o"}, "OLD1|OLDQ|OTHER2"},
       {{"find", "--db", kKeys, "--name", "o"}, "OTHER2"},
       {{"find", "--db", kKeys, "--alias", ""}, "OLD1|OLDQ"},
@@ -70,6 +78,8 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{"find", "--db", kKeys, "--pon", ""}, "PLD1234A-5TQ100C"},
       {{"find", "--db", kKeys, "--package", ""}, "BG256|TQ100"},
       {{"find", "--db", kKeys, "--jdf", ""}, "PLD12345.jdf"},
+      {{"find", "--db", kKeys, "--fuses", "5828", "--full-name", "code1"}, "CODE1"},
+      {{"find", "--db", kKeys, "--fuses", ""}, ""},  // any number
   };
   for (const auto& row : rows) {
     const ToolRun run = Complete(row.line);
@@ -85,6 +95,22 @@ TEST(Complete, LeavesFilesToTheShell) {
     const ToolRun run = Complete(line);
     EXPECT_EQ(run.exit_code, 1) << "row:" << Shown(line);
     EXPECT_EQ(run.out, "") << "row:" << Shown(line);
+  }
+}
+
+TEST(Complete, TakesTheTildeForTheHomeFolder) {
+  const struct {
+    std::vector<std::string> environment;
+    const char* families;
+  } rows[] = {
+      {{"HOME=" PLDDB_TEST_DIR "/tool/data"}, "First"},
+      {{"HOME=" PLDDB_TEST_DIR}, ""},  // has no such file
+      {{"-u", "HOME"}, ""},
+  };
+  for (const auto& row : rows) {
+    std::vector<std::string> command = row.environment;
+    command.insert(command.end(), {PLDDB_TOOL, "complete", "list", "--db", "~/keys.xml", "--family", "f"});
+    EXPECT_EQ(Candidates(RunProgram("/usr/bin/env", command).out), row.families) << "row: " << row.environment.back();
   }
 }
 

@@ -36,6 +36,22 @@ TEST(Databases, AreFoundBesideTheProgramWhereverItStands) {
   }
 }
 
+TEST(Databases, HaveToBeNamedWhereNoneIsInstalled) {
+  const bool is_installed = fs::is_directory(PLDDB_INSTALLED_DATA);  // on this machine
+  const TemporaryFolder stage;
+  fs::create_directories(stage.path() / "bin");
+  fs::copy_file(PLDDB_TOOL, stage.path() / "bin/plddb");
+  const fs::path beside = stage.path() / "share/plddb";
+  const std::string message =
+      "plddb: error: no device descriptions in " + beside.string() + ", " PLDDB_INSTALLED_DATA "; name a file with --db\n";
+  for (const bool is_empty_folder : {false, true}) {
+    if (is_empty_folder) fs::create_directories(beside);
+    const ToolRun run = RunProgram(stage.path() / "bin/plddb", {"list"});
+    EXPECT_EQ(run.err, is_installed ? "" : message) << "row: " << is_empty_folder;
+    EXPECT_EQ(run.exit_code, is_installed ? 0 : 2) << "row: " << is_empty_folder;
+  }
+}
+
 TEST(Databases, OfAFolderAreItsXmlFilesInNameOrder) {
   const TemporaryFolder folder;
   fs::copy_file(kData / "first.xml", folder.path() / "b.xml");

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "run_tool.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -60,6 +61,7 @@ TEST(Find, AnswersByEveryKey) {
       {"SAME", "name=CODE3 code-name=SAME"},  // two devices, by different keys
       {"--family Second --name PLD1234A", "name=CODE4"},
       {"--family Second --code-name CODE1", ""},
+      {"--family First --alias old1", "alias=CODE1"},
       {"--family Zweite --code-name CODE4", "code-name=CODE4"},  // an alias name of the family
       {"--family Second --pon PLD1234A-5TQ100C", "pon=CODE4"},
       {"--family Second --package TQ100 --name PLD1234A", "package and name=CODE4"},
@@ -71,6 +73,16 @@ TEST(Find, AnswersByEveryKey) {
     EXPECT_EQ(run.exit_code, *row.matches == '\0' ? 1 : 0) << "row: " << row.arguments;
     EXPECT_EQ(run.err, "") << "row: " << row.arguments;
   }
+}
+
+TEST(Find, AnswersByTheAliasNameOfADeviceWithoutCodeName) {
+  const support::TemporaryFolder folder;
+  const std::string file = (folder.path() / "alias.xml").string();
+  std::ofstream(file) << "<DeviceDatabase><Family Name='F'><Device Name='N' AliasName='OLD'/></Family></DeviceDatabase>";
+  EXPECT_EQ(Find("--alias old", {file}).out,
+            "matched by  device  family  code name  packages\n"
+            "alias       N       F       -          -\n");
+  EXPECT_EQ(Find("--code-name OLD", {file}).exit_code, 1);
 }
 
 TEST(Find, PrintsATableOfWhatMatched) {
@@ -133,6 +145,9 @@ TEST(Find, AsksSeveralDatabasesInTheirOrder) {
   const std::string other = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
   EXPECT_EQ(Matches(Find("--name PLD1234A --json", {kMadeUp, other})), "name=CODE1");
   EXPECT_EQ(Matches(Find("--name PLD1234A --json", {other, kMadeUp})), "name=OTHER1");
+  EXPECT_EQ(Matches(Find("--family Second --name PLD1234A --json", {other, kMadeUp})), "name=CODE4");
+  EXPECT_EQ(Matches(Find("--family Second --package TQ100 --name PLD1234A --json", {other, kMadeUp})),
+            "package and name=CODE4");
 }
 
 TEST(Find, RefusesQuestionsThatMakeNoSense) {

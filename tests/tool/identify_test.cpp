@@ -422,6 +422,7 @@ TEST(IdentifyStdin, PointsAtWhatIsNoId) {
       {"0x59604093\n\n  XC9572XL\n", "stdin:3:3: error: 'XC9572XL'" + expected},
       {"# chain\n0x59604093 0x0362D093\n", "stdin:2:1: error: '0x59604093 0x0362D093'" + expected},
       {"one\n0x59604093\n\ttwo # 2\r\n", "stdin:1:1: error: 'one'" + expected + "stdin:3:2: error: 'two'" + expected},
+      {"\x7F~\n", "stdin:1:1: error: '?~'" + expected},
       {std::string("\x1B[2J\0\xFF", 6),
        "stdin:1:1: error: '?[2J?"
        "?'" +
@@ -538,7 +539,8 @@ TEST(Identify, ExitsWith2WhenItsInputOrItsAnswerBreaksOff) {
   } cases[] = {
       {"exec \"$0\" identify 0x59604093 > /dev/full", "plddb: error: cannot write standard output: "},
       {"exec \"$0\" identify --json 0x59604093 > /dev/full", "plddb: error: cannot write standard output: "},
-      {"exec \"$0\" identify - < /", "plddb: error: cannot read standard input: "},  // a folder
+      {"exec \"$0\" list --json > /dev/full", "plddb: error: cannot write standard output: "},  // more than is buffered
+      {"exec \"$0\" identify - < /", "plddb: error: cannot read standard input: "},             // a folder
   };
   for (const auto& c : cases) {
     const ToolRun run = RunProgram("/bin/sh", {"-c", c.command, PLDDB_TOOL});

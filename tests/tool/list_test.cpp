@@ -55,6 +55,14 @@ TEST(List, HasTheDevicesOfAllFamiliesOfThatNameOrAliasName) {
             "lists   -                 -           -          -\n");
 }
 
+TEST(List, SaysAllThatIsToBeNotedOfAFamily) {
+  EXPECT_EQ(List({kFolder + "long_texts.xml"}).out,
+            "family                       devices  notes\n"
+            "family of the first devices  2        also named alias of the first family, hidden\n"
+            "alias of the first family    1\n"
+            "alias of the first family    0\n");
+}
+
 TEST(List, NamesTheFilesWhereThereAreSeveral) {
   EXPECT_EQ(List({kLists, kKeys}).out,
             "family        devices  notes              file\n"

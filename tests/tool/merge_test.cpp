@@ -1,9 +1,11 @@
 // plddb export and plddb merge: what they write, where, and what they warn of.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -11,8 +13,10 @@
 #include <vector>
 
 #include "Descriptions.h"
+#include "program.h"
 #include "run_tool.h"
 #include "tests/support/temporary_folder.h"
+#include "tool/command.h"
 
 namespace {
 
@@ -97,6 +101,44 @@ TEST(Merge, LeavesTheOldFileWholeWhenSomethingFails) {
   EXPECT_NE(unwritable.err.find("plddb: error: cannot write "), std::string::npos) << unwritable.err;
 }
 
+/// While it lives, no file of this process may become longer: writing fails as on a full disk.
+class FullDisk {
+ public:
+  FullDisk() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    const struct rlimit none = {0, old_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, handler_);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  struct rlimit old_ = {};
+  void (*const handler_)(int);
+};
+
+TEST(Merge, LeavesTheOldFileWholeWhenTheNewOneDoesNotFit) {
+  const Folder folder;
+  const std::string output = folder / "out.xml";
+  std::ofstream(output) << "old";
+  Program program;
+  program.Parse("merge " + kKeys + " --output " + output);
+  std::string message;
+  try {
+    const FullDisk full;
+    program.Run();
+  } catch (const tool::Failure& failure) {
+    message = failure.what();
+  }
+  EXPECT_EQ(message.rfind("plddb: error: cannot write " + output, 0), 0U) << message;
+  EXPECT_EQ(ContentOf(output), "old");
+  EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
+}
+
 TEST(Merge, ReplacesTheOldFileAndKeepsItsPermissions) {
   const Folder folder;
   const std::string output = folder / "out.xml";
@@ -127,10 +169,20 @@ TEST(Merge, WritesThroughALinkAndRefusesWhatIsNoRegularFile) {
 
 TEST(Export, TellsAnAliasNameThatHidesAFamilyFromARepeatedName) {
   const Folder folder;
-  std::ofstream(folder / "alias.xml")
-      << R"(<DeviceDatabase><Family Name="A" AliasName="B"/><Family Name="B"/></DeviceDatabase>)";
-  EXPECT_EQ(RunTool({"export", folder / "alias.xml"}).err,
-            "plddb: warning: family B is not found by its name: family A has it as its alias name\n");
+  const struct {
+    const char* families;
+    const char* message;
+  } rows[] = {
+      {R"(<Family Name="A" AliasName="B"/><Family Name="B"/>)",
+       "plddb: warning: family B is not found by its name: family A has it as its alias name\n"},
+      {R"(<Family AliasName="B"/><Family Name="B"/>)",
+       "plddb: warning: family B is not found by its name: family - has it as its alias name\n"},
+      {R"(<Family/><Family AliasName="B"/>)", ""},  // has no name to be found by
+  };
+  for (const auto& row : rows) {
+    std::ofstream(folder / "alias.xml") << "<DeviceDatabase>" << row.families << "</DeviceDatabase>";
+    EXPECT_EQ(RunTool({"export", folder / "alias.xml"}).err, row.message) << "row: " << row.families;
+  }
 }
 
 TEST(Export, WritesAnAdapterWithoutNamesSoThatItLoads) {

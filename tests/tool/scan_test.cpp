@@ -114,6 +114,21 @@ TEST(Scan, PassesOverWhatStandsAroundTheToolsWords) {
   for (const std::string& text : cases) EXPECT_EQ(Ids(text), Texts{"0x59604093"}) << "row: " << text;
 }
 
+TEST(Scan, TakesTheIdcodesOfADetectionOnlyBehindBlanksOrATime) {
+  const struct {
+    const char* before;
+    bool is_taken;
+  } rows[] = {
+      {"", true},      {"  ", true},    {"12:00:01 ", true}, {"[12:00] ", true}, {"12:00:01", false}, {"a:b ", false},
+      {"1:b ", false}, {"a:1 ", false}, {"1:", false},       {":1 ", false},     {"the ", false},     {"1: ", false},
+  };
+  for (const auto& row : rows) {
+    const ToolRun run = Scan(row.before + std::string("idcode 0x59604093\n"));
+    EXPECT_EQ(run.exit_code, row.is_taken ? 0 : 2) << "row: " << row.before;
+    EXPECT_EQ(Contains(run.err, "no chain in this text"), !row.is_taken) << "row: " << row.before << ", message: " << run.err;
+  }
+}
+
 TEST(Scan, TakesTheLastOfSeveralReportsAndSaysSo) {
   const std::string a = "JTAG tap: a.tap tap/device found: 0x59604093 (\nJTAG tap: b.tap tap/device found: 0x0362d093 (\n";
   const std::string b = "JTAG tap: a.tap tap/device found: 0x06e5e093 (\n";

@@ -1,0 +1,205 @@
+// Running out of memory, at each allocation in turn: std::bad_alloc comes out, for main to tell; what was written is nothing or
+// all, and nothing is left behind.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "program.h"
+#include "run_tool.h"
+#include "tests/support/allocation_counter.h"
+#include "tests/support/temporary_folder.h"
+#include "tool/command.h"
+#include "tool/complete.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kData = PLDDB_TEST_DIR "/tool/data/";
+const std::string kLong = kData + "long_texts.xml";  // short texts take no memory
+const std::string kLists = kData + "lists.xml";
+
+/// While it lives, one of the standard streams of this process is a file.
+class Redirected {
+ public:
+  explicit Redirected(std::FILE* stream)
+      : stream_(stream), file_(run_tool_detail::TemporaryFile("")), kept_(dup(fileno(stream))) {
+    std::fflush(stream_);
+    dup2(fileno(file_.get()), fileno(stream_));
+  }
+  ~Redirected() {
+    std::fflush(stream_);
+    dup2(kept_, fileno(stream_));
+    close(kept_);
+  }
+  Redirected(const Redirected&) = delete;
+  Redirected& operator=(const Redirected&) = delete;
+
+  /// What was written since the last call.
+  std::string Take() {
+    struct stat status = {};
+    std::fflush(stream_);
+    fstat(fileno(file_.get()), &status);
+    std::string text(static_cast<std::size_t>(status.st_size), '\0');
+    const bool all = pread(fileno(file_.get()), text.data(), text.size(), 0) == status.st_size;
+    const bool emptied = ftruncate(fileno(file_.get()), 0) == 0 && lseek(fileno(file_.get()), 0, SEEK_SET) == 0;
+    return all && emptied ? text : "the file cannot be read";
+  }
+
+ private:
+  std::FILE* const stream_;
+  const run_tool_detail::File file_;
+  const int kept_;
+};
+
+std::string Content(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct Outcome {
+  long failures = 0;
+  bool wrote_a_part = false;
+  long left_behind = 0;
+};
+
+/// Runs `operation` with each of its allocations failing in turn.
+template <typename Operation>
+Outcome FailEachAllocation(Operation operation) {
+  Redirected out(stdout);
+  Redirected messages(stderr);
+  operation();  // what is kept until the process ends is there from now on
+  const std::string whole = out.Take();
+  Outcome outcome;
+  const long live = support::LiveAllocations();
+  outcome.failures = support::ForEachFailingAllocation(operation, [&] {
+    const std::string written = out.Take();
+    outcome.wrote_a_part = outcome.wrote_a_part || (!written.empty() && written != whole);
+  });
+  outcome.left_behind = support::LiveAllocations() - live;
+  return outcome;
+}
+
+/// Of a whole run, without taking the command line apart.
+Outcome FailEachAllocationOf(const std::string& line) {
+  Program program;
+  program.Parse(line);
+  return FailEachAllocation([&] { program.Run(); });
+}
+
+void Expect(const Outcome& outcome, const std::string& row) {
+  EXPECT_GT(outcome.failures, 0) << "row: " << row;
+  EXPECT_FALSE(outcome.wrote_a_part) << "row: " << row;
+  EXPECT_EQ(outcome.left_behind, 0) << "row: " << row;
+}
+
+// Not where values of the JSON library are involved: it ends the program where it takes memory and there is none.
+TEST(FailingMemory, OfARunWritesNothingOrAllAndLeavesNothingBehind) {
+  const std::string ids = " --db " + kLong + " 0x0ABCD043 0x1ABCD143 0x0ABCC043 0x8765432 0x00000000 0x12345677";
+  const std::string faulty = kData + "check/";
+  const std::string rows[] = {
+      "list --db " + kLong + " --db " + kLists,
+      "list --db " + kLong + " --family 'alias of the first family'",
+      "list --db " + kLong + " --family 'family of the first device'",
+      "show --db " + kLong + " DEVICE-WITH-A-LONG-NAME",
+      "show --db " + kLong + " 0x12345678",
+      "show --db " + kLong + " DEVICE-WITH-A-LONG-NOSE",
+      "show --db " + kLists + " LISTS",
+      "find --db " + kLong + " DEVICE-WITH-A-LONG-NAME",
+      "find --db " + kLong + " --name DEVICE-WITH-A-LONG-NOSE",
+      "identify" + ids,
+      "identify --format tsv" + ids,
+      "identify --format openocd --ir 1=8" + ids,
+      "check --list-codes",
+      "check " + kLong,
+      "check " + faulty + "text_long_name.xml " + faulty + "bypass_short.xml " + faulty + "bypass_family.xml",
+      "check " + faulty + "load_unknown_element.xml " + faulty + "list_surplus.xml",
+      "export " + kLong,
+      "merge " + kLong + " " + kLong,
+  };
+  for (const std::string& line : rows) Expect(FailEachAllocationOf(line), line);
+}
+
+TEST(FailingMemory, OfReadingAScanWritesNothingOrAllAndLeavesNothingBehind) {
+  for (const char* const file : {"openocd_log_bypass.txt", "openocd_log_and_table.txt", "urjtag_detect.txt"}) {
+    for (const char* const format : {"text", "tsv", "openocd"}) {
+      const std::string line = "identify --db " + kLong + " --scan " + kData + "scans/" + file + " --format " + format;
+      Expect(FailEachAllocationOf(line), line);
+    }
+  }
+}
+
+TEST(FailingMemory, OfARunThatFailsTellsOfTheOneOrTheOther) {
+  const std::string rows[] = {
+      "list --db " + kData + "broken.xml",
+      "identify --db " + kLong + " nothing 12345678901234567890",
+      "identify --db " + kLong + " --ir 7=8 0x0ABCD043",
+      "help nothing-of-that-name",
+  };
+  for (const std::string& line : rows) {
+    Program program;
+    program.Parse(line);
+    long told = 0;
+    const Outcome outcome = FailEachAllocation([&] {
+      try {
+        program.Run();
+      } catch (const tool::Failure&) {
+        ++told;
+      }
+    });
+    Expect(outcome, line);
+    EXPECT_GE(told, 2) << "row: " << line;  // before the first allocation failed, and after the last
+  }
+}
+
+TEST(FailingMemory, OfACompletionOffersNothingOrAll) {
+  const std::vector<std::string> rows[] = {
+      {"ident"},
+      {"--he"},
+      {"identify", "--form"},
+      {"identify", "--format=op"},
+      {"list", "--db", kLong, "--family", "alias of the fi"},
+      {"list", "--db=" + kLong, "--family=family of the fi"},
+      {"show", "--db", kLong, "--", "device-with"},
+      {"find", "--db", kLong, "--package", "quad-flat-"},
+      {"help", "ident"},
+      {"merge", "--output", "a-file-with-a-long-name"},
+  };
+  const Program program;
+  for (const std::vector<std::string>& words : rows) {
+    Expect(FailEachAllocation([&] { tool::Complete(program.app(), words); }), testing::PrintToString(words));
+  }
+}
+
+TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
+  const support::TemporaryFolder folder;
+  const std::string output = (folder.path() / "a-file-with-a-long-name.xml").string();
+  Program program;
+  program.Parse("merge " + kLong + " " + kLists + " --output " + output);
+  const Redirected messages(stderr);
+  program.Run();
+  const std::string merged = Content(output);
+  bool wrote_a_part = false;
+  long files = 0;
+  std::ofstream(output) << "old";
+  const long failures = support::ForEachFailingAllocation([&] { program.Run(); },
+                                                          [&] {
+                                                            const std::string content = Content(output);
+                                                            wrote_a_part |= content != "old" && content != merged;
+                                                            files += std::distance(fs::directory_iterator(folder.path()), {});
+                                                          });
+  EXPECT_GT(failures, 0);
+  EXPECT_FALSE(wrote_a_part);
+  EXPECT_EQ(files, failures);  // each time the one that was there
+  EXPECT_EQ(Content(output), merged);
+}
+
+}  // namespace
