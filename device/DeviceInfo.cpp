@@ -51,4 +51,6 @@ void* DeviceInfo::operator new(std::size_t size, RecordBlock*& block) { return R
 
 void DeviceInfo::operator delete(void* device) noexcept { RecordBlock::Free(device); }
 
+void DeviceInfo::operator delete(void* device, const std::nothrow_t& /*tag*/) noexcept { RecordBlock::Free(device); }
+
 void DeviceInfo::operator delete(void* /*device*/, RecordBlock*& block) noexcept { RecordBlock::PutBack(block); }

@@ -311,6 +311,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   static void* operator new(std::size_t, void* place) noexcept { return place; }
   static void* operator new(std::size_t size, std::align_val_t alignment) = delete;
   static void operator delete(void* device) noexcept;
+  static void operator delete(void* device, const std::nothrow_t& tag) noexcept;
   ///@}
 
  private:

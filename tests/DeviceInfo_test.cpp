@@ -492,13 +492,21 @@ TEST(DeviceMemory, NewWithoutExceptionsAnswersNull) {
 TEST(DeviceMemory, ACopyThatFailsGivesItsBlockBack) {
   Device source;
   source.record.SetName("PLD1234A");
-  const long live = support::LiveAllocations();
-  const long failures = support::ForEachFailingAllocation([&] { delete new DeviceInfo(&source.record); },
-                                                          [&] {
-                                                            const long left = support::LiveAllocations();
-                                                            EXPECT_EQ(left, live);
-                                                          });
-  EXPECT_EQ(failures, 2);
+  const struct {
+    const char* form;
+    DeviceInfo* (*copy)(DeviceInfo*);
+    long thrown;
+  } cases[] = {
+      {"new", [](DeviceInfo* device) { return new DeviceInfo(device); }, 2},
+      {"new (std::nothrow)", [](DeviceInfo* device) { return new (std::nothrow) DeviceInfo(device); }, 1},
+  };
+  for (const auto& row : cases) {
+    const long live = support::LiveAllocations();
+    const long thrown = support::ForEachFailingAllocation([&] { delete row.copy(&source.record); });
+    const long left = support::LiveAllocations() - live;
+    EXPECT_EQ(thrown, row.thrown) << row.form;
+    EXPECT_EQ(left, 0) << row.form;
+  }
 }
 
 }  // namespace
