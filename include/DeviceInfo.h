@@ -306,11 +306,13 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// The devices that a family makes lie side by side, up to 64 in a block of memory, which is given back with the last of
   /// them. `delete` and `new` are used as with any class; over-aligned classes derived from this one cannot be made by `new`.
   ///@{
-  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t size);  ///< A block for this record alone; throws std::bad_alloc.
+  /// The same; null when there is no memory.
   static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
-  static void* operator new(std::size_t, void* place) noexcept { return place; }
+  static void* operator new(std::size_t, void* place) noexcept { return place; }  ///< Where the caller wants it.
   static void* operator new(std::size_t size, std::align_val_t alignment) = delete;
-  static void operator delete(void* device) noexcept;
+  static void operator delete(void* device) noexcept;  ///< Gives the record's place back; null is ignored.
+  /// The same, for a record that `new (std::nothrow)` could not finish.
   static void operator delete(void* device, const std::nothrow_t& tag) noexcept;
   ///@}
 
