@@ -197,6 +197,7 @@ class Fixture {
         oneFamilyData_(devices, devices),
         oneFamily_(oneFamilyData_.Load()),
         floors(*database_),
+        familyFloors(*oneFamily_),
         sqlite(*database_),
         target{*database_, *oneFamily_->GetFamily(0)} {}
 
@@ -209,6 +210,7 @@ class Fixture {
 
  public:
   LookupFloors floors;
+  LookupFloors familyFloors;  // for lookups within the one family
   bench::SqliteDatabase sqlite;
   Target target;
   Question hit = QuestionFor(*target.family.GetDevice(target.family.GetDeviceCount() / 2), entityName_);
@@ -251,10 +253,10 @@ void RegisterTarget(const std::string& name, bool isHit, Ask ask) {
   });
 }
 
-void RegisterFloor(const std::string& name, bool isHit, AskFloor ask) {
+void RegisterFloor(const std::string& name, bool isHit, AskFloor ask, LookupFloors Fixture::*floors) {
   const bool visitsAll = ask == VisitAllNumbers || ask == VisitAllMasked;
-  Register(name, isHit && !visitsAll, [ask](Fixture& fixture, const Question&) {
-    return [ask, &fixture](const Question& question) { return ask(fixture.floors, question) + 1; };
+  Register(name, isHit && !visitsAll, [ask, floors](Fixture& fixture, const Question&) {
+    return [ask, &asked = fixture.*floors](const Question& question) { return ask(asked, question) + 1; };
   });
 }
 
@@ -279,7 +281,8 @@ void RegisterLookups() {
     for (const bool isHit : {false, true}) {
       const std::string name = std::string(lookup.name) + (isHit ? "/hit" : "/miss");
       RegisterTarget(name + "/library", isHit, lookup.library);
-      RegisterFloor(name + "/floor", isHit, lookup.floor);
+      const bool isOfFamily = name.rfind("FamilyList.", 0) == 0;
+      RegisterFloor(name + "/floor", isHit, lookup.floor, isOfFamily ? &Fixture::familyFloors : &Fixture::floors);
       if (lookup.floor == FindNumber || lookup.floor == FindMasked) RegisterArray(name + "/array", isHit);
       RegisterTarget(name + "/literal", isHit, lookup.literal);
       RegisterSql(name + "/sqlite", isHit, lookup.sql);

@@ -41,10 +41,12 @@ void* DeviceInfo::operator new(std::size_t size) {
   return place;
 }
 
-void* DeviceInfo::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept try {
-  return operator new(size);
-} catch (const std::bad_alloc&) {
-  return nullptr;
+void* DeviceInfo::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 void* DeviceInfo::operator new(std::size_t size, RecordBlock*& block) { return RecordBlock::Take(block, size); }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <string>
@@ -464,6 +465,10 @@ struct LargerDevice : DeviceInfo {
   char more[1000] = "more";
 };
 
+struct alignas(256) WideDevice : DeviceInfo {
+  using DeviceInfo::DeviceInfo;
+};
+
 TEST(DeviceMemory, ADeviceMadeByNewIsABlockOfItsOwn) {
   const long live = support::LiveAllocations();
   FamilyList family;
@@ -472,6 +477,18 @@ TEST(DeviceMemory, ADeviceMadeByNewIsABlockOfItsOwn) {
   const std::unique_ptr<DeviceInfo> nothrow(new (std::nothrow) DeviceInfo(family));
   const long made = support::LiveAllocations() - live;
   EXPECT_EQ(made, 3);
+}
+
+TEST(DeviceMemory, OverAlignedClassesAreAligned) {
+  FamilyList family;
+  for (int i = 0; i < 10; ++i) {  // one may be aligned by chance
+    const std::unique_ptr<DeviceInfo> wide(new WideDevice(family));
+    const std::unique_ptr<DeviceInfo> nothrow(new (std::nothrow) WideDevice(family));
+    for (const auto* const device : {wide.get(), nothrow.get()}) {
+      EXPECT_EQ(reinterpret_cast<std::uintptr_t>(device) % alignof(WideDevice), 0U)
+          << (device == wide.get() ? "new" : "nothrow");
+    }
+  }
 }
 
 TEST(DeviceMemory, ADeviceStandsWhereItsUserWantsIt) {

@@ -64,7 +64,7 @@ struct Options {
 };
 
 struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
 std::string ReadFile(const std::string& path) {
