@@ -10,8 +10,11 @@
 #include <vector>
 
 #include "tests/support/allocation_counter.h"
+#include "tests/support/mortal.h"
 
 namespace {
+
+using support::Mortal;
 
 static_assert(!std::is_copy_constructible_v<LObjList> && !std::is_copy_assignable_v<LObjList>);
 static_assert(!std::is_move_constructible_v<LObjList> && !std::is_move_assignable_v<LObjList>);
@@ -173,17 +176,6 @@ TEST_F(LObjListTest, AFailedAllocationLeavesTheListAsItWas) {
     EXPECT_EQ(Elements(list), std::vector<LObject*>(100, a_)) << "row: " << row.name;
   }
 }
-
-/// Tells when it dies.
-class Mortal : public LObject {
- public:
-  Mortal(int id, std::vector<int>& deaths) : id_(id), deaths_(deaths) {}
-  ~Mortal() override { deaths_.push_back(id_); }
-
- private:
-  const int id_;
-  std::vector<int>& deaths_;
-};
 
 TEST(LObject, DeletingThroughTheBaseRunsTheMostDerivedDestructor) {
   std::vector<int> deaths;

@@ -11,21 +11,13 @@
 #include <vector>
 
 #include "tests/support/allocation_counter.h"
+#include "tests/support/mortal.h"
 
 using namespace plddb::internal;
 
 namespace {
 
-/// Tells when it dies.
-class Mortal : public LObject {
- public:
-  Mortal(int id, std::vector<int>& deaths) : id_(id), deaths_(deaths) {}
-  ~Mortal() override { deaths_.push_back(id_); }
-
- private:
-  const int id_;
-  std::vector<int>& deaths_;
-};
+using support::Mortal;
 
 TEST(OwnedList, DiesFromTheLastElementToTheFirst) {
   std::vector<int> deaths;
