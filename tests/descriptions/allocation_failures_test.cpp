@@ -9,7 +9,7 @@
 
 #include "parse.h"
 #include "tests/support/allocation_counter.h"
-#include "words.h"
+#include "tests/support/read_file.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ void ExpectNoLeak(const std::string& text, const char* row) {
 
 }  // namespace
 
-TEST(AllocationFailures, OfALoadLeaveNothingBehind) { ExpectNoLeak(words::ReadFile(kExample), "good file"); }
+TEST(AllocationFailures, OfALoadLeaveNothingBehind) { ExpectNoLeak(support::ReadFile(kExample), "good file"); }
 
 TEST(AllocationFailures, OfAFaultyLoadLeaveNothingBehind) {
   ExpectNoLeak(

@@ -8,12 +8,13 @@
 
 #include "descriptions/fields.h"
 #include "parse.h"
+#include "tests/support/read_file.h"
 #include "words.h"
 
 namespace {
 
+using support::ReadFile;
 using words::Between;
-using words::ReadFile;
 
 const std::string kDocs = std::string(PLDDB_DATA_DIR) + "/../docs/descriptions.md";
 const std::string kExample = std::string(PLDDB_TEST_DIR) + "/descriptions/every_list.xml";

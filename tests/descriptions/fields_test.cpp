@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "parse.h"
+#include "tests/support/read_file.h"
 #include "words.h"
 
 namespace {
@@ -225,7 +226,7 @@ TEST(Fields, EverySetterOfTheLibraryHasAnAttribute) {
       {"Adapter.h", FieldsOf<AdapterNames>()},
   };
   for (const auto& row : rows) {
-    const std::string header = words::ReadFile(std::string(PLDDB_DATA_DIR) + "/../include/" + row.header);
+    const std::string header = support::ReadFile(std::string(PLDDB_DATA_DIR) + "/../include/" + row.header);
     std::set<std::string> setters;
     for (const std::string& name : words::Between(header, " ", "(")) {
       if (name.substr(0, 3) == "Set") setters.insert(name);

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "parse.h"
-#include "words.h"
+#include "tests/support/read_file.h"
 
 namespace {
 
@@ -370,7 +370,7 @@ TEST(Loading, TheExampleFillsEveryList) {
 
 TEST(Loading, AFileAndItsTextGiveTheSame) {
   const plddb::LoadResult fromFile = plddb::LoadDescriptions(kEveryList);
-  const DeviceListOwner fromText = Parsed(words::ReadFile(kEveryList));
+  const DeviceListOwner fromText = Parsed(support::ReadFile(kEveryList));
   ASSERT_NE(fromFile.database, nullptr);
   EXPECT_STREQ(fromFile.database->GetComment(), "Examples & tests");
   EXPECT_STREQ(fromText->GetComment(), "Examples & tests");

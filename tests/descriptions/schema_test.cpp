@@ -9,6 +9,7 @@
 #include <string>
 
 #include "descriptions/fields.h"
+#include "tests/support/read_file.h"
 #include "words.h"
 
 namespace {
@@ -98,6 +99,6 @@ TEST(Schema, HasTheAttributesOfTheLoaderWithTheirKinds) {
 }
 
 TEST(Schema, HasTheElementsOfTheExample) {
-  const std::set<std::string> elements = words::Between(words::ReadFile(kSchema), "<xs:element name=\"", "\"");
-  EXPECT_EQ(elements, words::Between(words::ReadFile(kExample), "<", ""));
+  const std::set<std::string> elements = words::Between(support::ReadFile(kSchema), "<xs:element name=\"", "\"");
+  EXPECT_EQ(elements, words::Between(support::ReadFile(kExample), "<", ""));
 }

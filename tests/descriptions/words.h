@@ -1,18 +1,11 @@
 #pragma once
 
 #include <cstddef>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>
 
 namespace words {
-
-inline std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// The words of letters, digits and underscores in `text` that stand right between `before` and `after`.
 inline std::set<std::string> Between(std::string_view text, std::string_view before, std::string_view after) {

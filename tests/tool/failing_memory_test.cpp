@@ -15,6 +15,7 @@
 #include "program.h"
 #include "run_tool.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/read_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tool/command.h"
 #include "tool/complete.h"
@@ -22,6 +23,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using support::ReadFile;
 
 const std::string kData = PLDDB_TEST_DIR "/tool/data/";
 const std::string kLong = kData + "long_texts.xml";  // short texts take no memory
@@ -59,11 +61,6 @@ class Redirected {
   const run_tool_detail::File file_;
   const int kept_;
 };
-
-std::string Content(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 struct Outcome {
   long failures = 0;
@@ -186,20 +183,20 @@ TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
   program.Parse("merge " + kLong + " " + kLists + " --output " + output);
   const Redirected messages(stderr);
   program.Run();
-  const std::string merged = Content(output);
+  const std::string merged = ReadFile(output);
   bool wrote_a_part = false;
   long files = 0;
   std::ofstream(output) << "old";
   const long failures = support::ForEachFailingAllocation([&] { program.Run(); },
                                                           [&] {
-                                                            const std::string content = Content(output);
+                                                            const std::string content = ReadFile(output);
                                                             wrote_a_part |= content != "old" && content != merged;
                                                             files += std::distance(fs::directory_iterator(folder.path()), {});
                                                           });
   EXPECT_GT(failures, 0);
   EXPECT_FALSE(wrote_a_part);
   EXPECT_EQ(files, failures);  // each time the one that was there
-  EXPECT_EQ(Content(output), merged);
+  EXPECT_EQ(ReadFile(output), merged);
 }
 
 }  // namespace

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
-#include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
 
 #include "run_tool.h"
+#include "tests/support/read_file.h"
 
 namespace {
 
@@ -40,8 +40,7 @@ std::vector<std::string> Options(const std::string& help) {
 
 /// The manual page by its sections, the text of each behind its title, as it is read: "\-" is '-'.
 std::string SectionOfManual(const std::string& title) {
-  std::ifstream stream(kManualPage);
-  std::string page(std::istreambuf_iterator<char>(stream), {});
+  std::string page = support::ReadFile(kManualPage);
   for (std::size_t at; (at = page.find("\\-")) != page.npos;) page.erase(at, 1);
   const std::size_t start = page.find("\n.SH " + title + "\n");
   return start == page.npos ? "" : page.substr(start, page.find("\n.SH ", start + 1) - start);

@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "Descriptions.h"
 #include "json_schema.h"
 #include "run_tool.h"
+#include "tests/support/read_file.h"
 
 namespace {
 
@@ -55,8 +55,7 @@ TEST(Identify, ShowsAChainAsATableWithTheUnknownIdBehindIt) {
 }
 
 TEST(Identify, PrintsWhatTheReadmeShows) {
-  std::ifstream file(PLDDB_TEST_DIR "/../README.md");
-  const std::string readme{std::istreambuf_iterator<char>(file), {}};
+  const std::string readme = support::ReadFile(PLDDB_TEST_DIR "/../README.md");
   std::string command = "$ plddb identify";
   for (const std::string& id : kSampleChain) command += " " + id;
   EXPECT_TRUE(Contains(readme, command + "\n" + RunTool(Identify(kSampleChain)).out));

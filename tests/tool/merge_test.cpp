@@ -8,19 +8,20 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "Descriptions.h"
 #include "program.h"
 #include "run_tool.h"
+#include "tests/support/read_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tool/command.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using support::ReadFile;
 
 const std::string kKeys = PLDDB_TEST_DIR "/tool/data/keys.xml";
 const std::string kOtherKeys = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
@@ -37,11 +38,6 @@ class Folder : public support::TemporaryFolder {
   }
 };
 
-std::string ContentOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
   const Folder folder;
   const ToolRun once = RunTool({"export", kOtherKeys});
@@ -56,7 +52,7 @@ TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
   EXPECT_EQ(once.exit_code, 0);
   const std::string output = folder / "out.xml";
   EXPECT_EQ(RunTool({"export", PLDDB_DATA_DIR "/xilinx.xml", "--output", output}).exit_code, 0);
-  EXPECT_EQ(RunTool({"export", output}).out, ContentOf(output));
+  EXPECT_EQ(RunTool({"export", output}).out, ReadFile(output));
 }
 
 TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndTellsWhoIsHidden) {
@@ -94,7 +90,7 @@ TEST(Merge, LeavesTheOldFileWholeWhenSomethingFails) {
   std::ofstream(output) << "old";
   const ToolRun faulty = RunTool({"merge", kKeys, PLDDB_TEST_DIR "/tool/data/broken.xml", "--output", output});
   EXPECT_EQ(faulty.exit_code, 2);
-  EXPECT_EQ(ContentOf(output), "old");
+  EXPECT_EQ(ReadFile(output), "old");
   EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
   const ToolRun unwritable = RunTool({"merge", kKeys, "--output", folder / "missing/out.xml"});
   EXPECT_EQ(unwritable.exit_code, 2);
@@ -135,7 +131,7 @@ TEST(Merge, LeavesTheOldFileWholeWhenTheNewOneDoesNotFit) {
     message = failure.what();
   }
   EXPECT_EQ(message.rfind("plddb: error: cannot write " + output, 0), 0U) << message;
-  EXPECT_EQ(ContentOf(output), "old");
+  EXPECT_EQ(ReadFile(output), "old");
   EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
 }
 

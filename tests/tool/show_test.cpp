@@ -10,6 +10,7 @@
 
 #include "json_schema.h"
 #include "run_tool.h"
+#include "tests/support/read_file.h"
 
 namespace {
 
@@ -31,10 +32,7 @@ Json ShowJson(const std::string& arguments) {
   return Json::parse(run.out);
 }
 
-std::string Content(const std::string& file) {
-  std::ifstream stream(kFolder + "/" + file);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
+std::string Content(const std::string& file) { return support::ReadFile(kFolder + "/" + file); }
 
 TEST(Show, SaysEverythingThatIsSetAndWhereItIsSaid) {
   const ToolRun run = Show("LISTS --db lists.xml");
