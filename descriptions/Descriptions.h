@@ -67,6 +67,17 @@ Outline Describe(DeviceInfo& device);
 /// What WriteDescriptions writes of `family`, but for its devices.
 Outline Describe(FamilyList& family);
 
+/// The attribute `name` of `element`; null where it is left out. Lends it.
+const Attribute* FindAttribute(const Element& element, std::string_view name);
+
+/// `described`, an element that Describe gives, with the places of its values in a file: `outline` is the element of that file
+/// which made the record. Records of lists have all their fields, those with their defaults included. What the file does not
+/// write has line 0. The texts are those of `described`.
+///
+/// A list may be given as texts in attributes of the element around it, one for each column, and as elements. The records of
+/// the elements come last; the place of a record that texts made is that of the text which made it.
+Element Located(const Element& described, const Element& outline);
+
 /// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what
 /// no file can say is listed in docs/descriptions.md.

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "device_text.h"
-#include "find_attribute.h"
 
 namespace tool {
 namespace {

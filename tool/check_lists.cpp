@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "find_attribute.h"
 
 namespace tool {
 namespace {

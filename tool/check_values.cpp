@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "device_text.h"
-#include "find_attribute.h"
 
 namespace tool {
 namespace {

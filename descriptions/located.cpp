@@ -1,4 +1,4 @@
-#include "located.h"
+// Where in a file the values of a record are written.
 
 #include <algorithm>
 #include <iterator>
@@ -7,13 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "find_attribute.h"
+#include "descriptions/Descriptions.h"
 
-namespace tool {
+namespace plddb {
 namespace {
-
-using plddb::Attribute;
-using plddb::Element;
 
 /// A field of the records of a list.
 struct ListField {
@@ -66,10 +63,10 @@ std::vector<Attribute> AllFields(const Element& record) {
   return fields.empty() ? record.attributes : fields;
 }
 
-template <class Said>
-void SayWhere(Said& said, const Attribute& place) {
-  said.line = place.line;
-  said.column = place.column;
+template <class Place>
+void SetPlace(Place& target, const Attribute& place) {
+  target.line = place.line;
+  target.column = place.column;
 }
 
 /// A record that texts in attributes of `around` made.
@@ -81,8 +78,8 @@ Element MadeByTexts(const Element& described, const Element& around) {
     });
     const Attribute* const text = row == std::end(kListFields) ? nullptr : FindAttribute(around, row->text);
     if (text == nullptr) continue;
-    if (record.line == 0) SayWhere(record, *text);
-    SayWhere(field, *text);
+    if (record.line == 0) SetPlace(record, *text);
+    SetPlace(field, *text);
   }
   return record;
 }
@@ -95,25 +92,31 @@ std::map<std::string_view, std::vector<const Element*>> ByName(const std::vector
 
 }  // namespace
 
+const Attribute* FindAttribute(const Element& element, std::string_view name) {
+  const auto found = std::find_if(element.attributes.begin(), element.attributes.end(),
+                                  [&](const Attribute& attribute) { return attribute.name == name; });
+  return found == element.attributes.end() ? nullptr : &*found;
+}
+
 Element Located(const Element& described, const Element& outline) {
   Element located = {described.name, outline.line, outline.column, AllFields(described), {}};
   for (Attribute& field : located.attributes) {
-    if (const Attribute* const place = FindAttribute(outline, field.name)) SayWhere(field, *place);
+    if (const Attribute* const place = FindAttribute(outline, field.name)) SetPlace(field, *place);
   }
   auto elements = ByName(outline.children);
   auto records = ByName(described.children);
   std::map<std::string_view, std::size_t> next;
   for (const Element& child : described.children) {
     const auto& makers = elements[child.name];
-    const std::size_t by_texts = records[child.name].size() - makers.size();
+    const std::size_t byTexts = records[child.name].size() - makers.size();
     const std::size_t i = next[child.name]++;
-    if (i < by_texts) {
+    if (i < byTexts) {
       located.children.push_back(MadeByTexts(child, outline));
     } else {
-      located.children.push_back(Located(child, *makers[i - by_texts]));
+      located.children.push_back(Located(child, *makers[i - byTexts]));
     }
   }
   return located;
 }
 
-}  // namespace tool
+}  // namespace plddb
