@@ -53,6 +53,15 @@ struct Outline {
   std::shared_ptr<const void> texts;  ///< What the elements' names and values lie in.
 };
 
+/// What is in a file.
+struct FileText {
+  std::string text;
+  std::string failure;  ///< Why the file cannot be read; empty when it was.
+};
+
+/// Reads a description file, which is 64 MiB at most.
+FileText ReadDescriptionFile(const std::string& path);
+
 /// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
 /// With `outline`, it becomes that of the file: the root's nth Family element made the nth family, the nth Device element in
 /// that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.

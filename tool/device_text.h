@@ -4,15 +4,17 @@
 #include <vector>
 
 #include "DeviceList.h"
+#include "TextForms.h"
 
 /// \file
 /// What tables say about a device. What is not known is "-".
 
 namespace tool {
 
-std::string Hex(unsigned int value, int digits);          ///< Such as "0x0362D093"; `digits` at least.
+using plddb::Hex;
+using plddb::Printable;
+
 std::string IdText(unsigned int id);                      ///< `id` with its 8 digits.
-std::string Printable(std::string text);                  ///< With '?' for what could disturb a terminal or forge a line.
 std::string TextOrDash(const char* text);                 ///< Printable.
 const char* FamilyNameOrNull(const DeviceInfo& device);   ///< Of the family in which the device stands, as it is; lent.
 std::string DeviceName(const DeviceInfo& device);         ///< The name, or else the code name.
