@@ -54,11 +54,16 @@ std::string ToString(const Fault& fault) {
   return fault.file + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": error: " + fault.text;
 }
 
+FileText ReadDescriptionFile(const std::string& path) {
+  FileText read;
+  read.failure = ReadFile(path, read.text);
+  return read;
+}
+
 LoadResult LoadDescriptions(const std::string& path, Outline* outline) {
-  std::string text;
-  const std::string failure = ReadFile(path, text);
-  if (failure.empty()) return ParseDescriptions(text, path, outline);
-  return {nullptr, {{path, 1, 1, "cannot read the file: " + failure}}};
+  const FileText read = ReadDescriptionFile(path);
+  if (read.failure.empty()) return ParseDescriptions(read.text, path, outline);
+  return {nullptr, {{path, 1, 1, "cannot read the file: " + read.failure}}};
 }
 
 LoadResult ParseDescriptions(std::string_view text, const std::string& file, Outline* outline) {

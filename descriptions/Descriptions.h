@@ -53,6 +53,15 @@ struct Outline {
   std::shared_ptr<const void> texts;  ///< What the elements' names and values lie in.
 };
 
+/// What is in a file.
+struct FileText {
+  std::string text;
+  std::string failure;  ///< Why the file cannot be read; empty when it was.
+};
+
+/// Reads a description file, which is 64 MiB at most.
+FileText ReadDescriptionFile(const std::string& path);
+
 /// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
 /// With `outline`, it becomes that of the file: the root's nth Family element made the nth family, the nth Device element in
 /// that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.
@@ -66,6 +75,17 @@ Outline Describe(DeviceInfo& device);
 
 /// What WriteDescriptions writes of `family`, but for its devices.
 Outline Describe(FamilyList& family);
+
+/// The attribute `name` of `element`; null where it is left out. Lends it.
+const Attribute* FindAttribute(const Element& element, std::string_view name);
+
+/// `described`, an element that Describe gives, with the places of its values in a file: `outline` is the element of that file
+/// which made the record. Records of lists have all their fields, those with their defaults included. What the file does not
+/// write has line 0. The texts are those of `described`.
+///
+/// A list may be given as texts in attributes of the element around it, one for each column, and as elements. The records of
+/// the elements come last; the place of a record that texts made is that of the text which made it.
+Element Located(const Element& described, const Element& outline);
 
 /// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what
