@@ -83,4 +83,8 @@ Element Located(const Element& described, const Element& outline);
 /// no file can say is listed in docs/descriptions.md.
 std::string WriteDescriptions(const DeviceList& database);
 
+/// The description file that describes all of `databases`, none of which is null: their families one after the other, Version
+/// and Comment of the first. Nothing is joined or left out.
+std::string WriteDescriptions(const std::vector<const DeviceList*>& databases);
+
 }  // namespace plddb
