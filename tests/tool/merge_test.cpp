@@ -76,6 +76,42 @@ TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndTellsWhoIsHidden) {
             "device 1 of family 3) answers\n");
 }
 
+/// The families of a written file.
+std::string Families(const std::string& text) {
+  const std::size_t first = text.find("  <Family");
+  return text.substr(first, text.rfind("</DeviceDatabase>") - first);
+}
+
+TEST(Merge, WritesEachFileAsItIsExported) {
+  const std::string data = PLDDB_TEST_DIR "/tool/data/";
+  const std::vector<std::string> files = {kKeys, data + "backups.xml", PLDDB_TEST_DIR "/descriptions/every_list.xml",
+                                          data + "lists.xml", data + "backups.xml"};
+  std::string exported;
+  std::vector<std::string> command = {"merge"};
+  for (const std::string& file : files) {
+    exported += Families(RunTool({"export", file}).out);
+    command.push_back(file);
+  }
+  const std::string merged = RunTool(command).out;
+  EXPECT_EQ(Families(merged), exported);
+  for (const char* const backup :
+       {"jtagDeviceIDBackup", "DeviceIDMaskBackup", "BackupARCHLength", "BackupARCHRow", "BackupELength", "BackupERow",
+        "BackupAddressLength", "BackupDataLength", "BackupFuseNumber", "BackupPON"}) {
+    EXPECT_NE(exported.find(" " + std::string(backup) + "=\""), std::string::npos) << "row: " << backup;
+  }
+}
+
+TEST(Merge, TakesVersionAndCommentOfTheFirstFile) {
+  const Folder folder;
+  const auto write = [&](const char* name, const char* root) { std::ofstream(folder / name) << root; };
+  write("a.xml", "<DeviceDatabase Version=\"1\"/>");
+  write("b.xml", "<DeviceDatabase Version=\"2\" Comment=\"c\"/>");
+  const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  EXPECT_EQ(RunTool({"merge", folder / "a.xml", folder / "b.xml"}).out, head + "<DeviceDatabase Version=\"1\" />\n");
+  EXPECT_EQ(RunTool({"merge", folder / "b.xml", folder / "a.xml"}).out,
+            head + "<DeviceDatabase Version=\"2\" Comment=\"c\" />\n");
+}
+
 TEST(Merge, TellsWhichIdcodeFindsAnotherDevice) {
   const ToolRun run = RunTool({"merge", PLDDB_DATA_DIR "/xilinx.xml", PLDDB_DATA_DIR "/xilinx.xml"});
   EXPECT_EQ(run.exit_code, 0);
