@@ -189,17 +189,30 @@ void ReportShadowedFamilies(const std::vector<FamilyList*>& families) {
   }
 }
 
-/// Where to write for `path`: a link is followed, so that it stays one.
+/// The place to write to for `path`: links are followed, also to a file that is not there yet, so that they stay links.
 std::string Target(const std::string& path) {
+  constexpr int kMostLinks = 40;  // as many as the system follows
+  fs::path target = path;
   std::error_code unknown;
-  const fs::path target = fs::canonical(path, unknown);
-  return unknown ? path : target.string();
+  for (int i = 0; i < kMostLinks; ++i) {
+    if (!fs::is_symlink(fs::symlink_status(target, unknown))) return target.string();
+    target = target.parent_path() / fs::read_symlink(target, unknown);
+  }
+  throw Failure("plddb: error: cannot write " + path + ": its links lead in a circle");
+}
+
+/// Texts are never written that would not load, such as more families than a file may have.
+std::string LoadableText(const DeviceLists& databases) {
+  std::string text = plddb::WriteDescriptions(databases);
+  const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "");
+  if (loaded.faults.empty()) return text;
+  throw Failure("plddb: error: nothing is written, since the file would not load: " + loaded.faults.front().text);
 }
 
 }  // namespace
 
 void WriteDatabases(const DeviceLists& databases, const std::string& path) {
-  const std::string text = plddb::WriteDescriptions(databases);
+  const std::string text = LoadableText(databases);
   if (path.empty()) return WriteOutput(text);
   const std::string target = Target(path);
   std::error_code unknown;
