@@ -190,7 +190,7 @@ bool CheckCharacters(std::string_view text, Faults& faults) {
 
 void CheckReferences(std::string_view text, std::size_t offset, Faults& faults) {
   const char quote = text[offset - 1];
-  for (const char* c = &text[offset]; *c != quote; ++c) {
+  for (const char* c = &text[offset]; *c != quote && !faults.Full(); ++c) {
     if (*c == '<') faults.Add(static_cast<std::size_t>(c - text.data()), "'<' within a value: expected &lt;");
     if (*c == '&') CheckReference(text, static_cast<std::size_t>(c - text.data()), faults);
   }
