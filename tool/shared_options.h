@@ -14,8 +14,10 @@ inline CLI::Validator NotEmpty() {
 }
 
 inline void AddDatabaseOption(CLI::App& app, std::vector<std::string>& databases) {
-  app.add_option("--db", databases, "A description file, or a folder of *.xml; may be given several times")
-      ->type_name("FILE")
+  app.add_option(
+         "--db", databases,
+         "A description file, or a folder of *.xml, in place of all others; +FILE: before them; may be given several times")
+      ->type_name("[+]FILE")
       ->allow_extra_args(false);
 }
 
