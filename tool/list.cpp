@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <vector>
 
@@ -183,17 +182,20 @@ ExitCode RunList(const Options& options) {
 
 }  // namespace
 
-Run AddList(CLI::App& app) {
+Run AddList(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  AddDatabaseOption(app, options->databases);
-  app.add_option("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
-      ->type_name("NAME")
-      ->check(NotEmpty());
-  app.add_flag("--files", options->files, "List the description files that are read, in the order in which they are searched")
-      ->excludes("--family");
-  app.add_flag("--json", options->json,
-               "Write a JSON object: {families}, {devices, suggestions} with --family, {files} with --files");
-  app.footer(kFooter);
+  AddDatabaseOption(subcommand, options->databases);
+  const Option family =
+      subcommand
+          .Add("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
+          .Type("NAME")
+          .NotEmpty();
+  subcommand
+      .AddFlag("--files", options->files, "List the description files that are read, in the order in which they are searched")
+      .Excludes(family);
+  subcommand.AddFlag("--json", options->json,
+                     "Write a JSON object: {families}, {devices, suggestions} with --family, {files} with --files");
+  subcommand.Footer(kFooter);
   return [options] { return RunList(*options); };
 }
 
