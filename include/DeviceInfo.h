@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <initializer_list>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -21,10 +19,6 @@
 #include "plddb_export.h"
 
 class FamilyList;
-
-namespace plddb::internal {
-class RecordBlock;
-}  // namespace plddb::internal
 
 /// One device of the database: its names, identifiers, register lengths, instructions, times, packages and parsed lists.
 ///
@@ -302,43 +296,8 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// Otherwise, and without a family, nothing happens. `pon` may be a text of this device.
   void ChangeDeviceCDRValue(const char* pon);
 
-  /// \name Memory
-  /// The devices that a family makes lie side by side, up to 64 in a block of memory, which is given back with the last of
-  /// them. `new` and `delete` are used as with any class; their global forms, which have two colons in front, know nothing of
-  /// the blocks, and are not to be used for devices.
-  ///@{
-  static void* operator new(std::size_t size);  ///< A block for this record alone; throws std::bad_alloc.
-  /// The same; null when there is no memory.
-  static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
-  static void* operator new(std::size_t, void* place) noexcept { return place; }  ///< Where the caller wants it.
-  static void operator delete(void* device) noexcept;  ///< Gives the record's place back; null is ignored.
-  /// The same, for a record that `new (std::nothrow)` could not finish.
-  static void operator delete(void* device, const std::nothrow_t& tag) noexcept;
-  ///@}
-
-  /// \name Memory of over-aligned classes derived from this one
-  ///@{
-  /// From the global operator.
-  static void* operator new(std::size_t size, std::align_val_t alignment) { return ::operator new(size, alignment); }
-  /// The same; null when there is no memory.
-  static void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t& tag) noexcept {
-    return ::operator new(size, alignment, tag);
-  }
-  /// Back to the global operator.
-  static void operator delete(void* device, std::align_val_t alignment) noexcept { ::operator delete(device, alignment); }
-  /// The same, for a record that could not be finished.
-  static void operator delete(void* device, std::align_val_t alignment, const std::nothrow_t& tag) noexcept {
-    ::operator delete(device, alignment, tag);
-  }
-  ///@}
-
  private:
-  friend class FamilyList;  // makes devices in its blocks
-
   DeviceInfo();  // without a family; what the copying constructor starts from
-
-  static void* operator new(std::size_t size, plddb::internal::RecordBlock*& block);
-  static void operator delete(void* device, plddb::internal::RecordBlock*& block) noexcept;
 
   // In this order the record is destroyed, from the last to the first.
   std::vector<CControlRegZero> listControlRegZero;

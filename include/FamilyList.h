@@ -208,7 +208,6 @@ class PLDDB_EXPORT FamilyList : public LObject {
   std::vector<CBScanControl> ListBScanControl;
   int CFGPinCount = 0;
   std::string BitstreamModelTemplate;
-  plddb::internal::RecordBlock* NewDevices = nullptr;  // where the next device is made
 };
 
 /// Whether the family is marked hidden; false for null. The spelling is the interface's own.

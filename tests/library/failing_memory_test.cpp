@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -34,12 +33,6 @@ struct Row {
 template <auto member>
 void Call(T& tree) {
   support::CallMember<member>(tree, [](auto call) { call(); });
-}
-
-void AllocateOrThrow(T& t) {
-  const DeviceInfo* const device = new (std::nothrow) DeviceInfo(t.family);
-  if (device == nullptr) throw std::bad_alloc();
-  delete device;
 }
 
 /// The devices go first, since an assignment leaves them alive.
@@ -99,8 +92,6 @@ constexpr Row kRows[] = {
     {"DeviceInfo::SetispUESMask(char const*)", Call<&DeviceInfo::SetispUESMask>, kUnchanged},
     {"DeviceInfo::SetjtagUESMask(char const*)", Call<&DeviceInfo::SetjtagUESMask>, kUnchanged},
     {"DeviceInfo::SetlistAddressRange(char const*)", Call<&DeviceInfo::SetlistAddressRange>, kStoredSoFar},
-    {"DeviceInfo::operator new(unsigned long)", [](T& t) { delete new DeviceInfo(t.family); }, kUnchanged},
-    {"DeviceInfo::operator new(unsigned long, std::nothrow_t const&)", AllocateOrThrow, kUnchanged},
     {"DeviceList::AddNewDeviceList(DeviceList*)", [](T& t) { t.database->AddNewDeviceList(t.other.get()); }, kFamiliesSoFar},
     {"DeviceList::DeviceList(DeviceList*)", [](T& t) { const DeviceListOwner copy(new DeviceList(t.database.get())); },
      kUnchanged},

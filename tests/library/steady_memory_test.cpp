@@ -220,12 +220,6 @@ constexpr Row kRows[] = {
     {"DeviceInfo::SetlistControlRegZero(std::vector<CControlRegZero>)", Call<&DeviceInfo::SetlistControlRegZero>},
     {"DeviceInfo::SetlistControlStatus(std::vector<CControlStatus>)", Call<&DeviceInfo::SetlistControlStatus>},
     {"DeviceInfo::SetlistPersistent_fuse(std::vector<CPersistent_fuse>)", Call<&DeviceInfo::SetlistPersistent_fuse>},
-    {"DeviceInfo::operator delete(void*)", [](T& t) { return CountedEnd(new DeviceInfo(t.family)); }},
-    {"DeviceInfo::operator delete(void*, std::nothrow_t const&)",
-     [](T&) {
-       void* const place = DeviceInfo::operator new(sizeof(DeviceInfo), std::nothrow);
-       return Counted([&] { DeviceInfo::operator delete(place, std::nothrow); });
-     }},
     {"DeviceInfo::~DeviceInfo()", [](T& t) { return CountedEnd(new DeviceInfo(&t.device)); }},
     {"DeviceList::DeleteFamily(char const*)", [](T& t) { ReleaseDevices(t.family); return Counted([&] { t.database->DeleteFamily(t.family.GetName()); }); }},
     {"DeviceList::DeleteFamily(int)", [](T& t) { ReleaseDevices(t.family); return Counted([&] { t.database->DeleteFamily(0); }); }},
