@@ -2,7 +2,6 @@
 
 #include <climits>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "DeviceInfo.h"
@@ -12,6 +11,7 @@
 #include "LObject.h"
 #include "LString.h"         // IWYU pragma: export
 #include "StringServices.h"  // IWYU pragma: export
+#include "integer_arguments.h"
 #include "plddb_export.h"
 
 /// START HERE: the database root. It holds device families; a family holds devices, a device its packages, a package the
@@ -69,15 +69,15 @@ class PLDDB_EXPORT DeviceList : public LObject {
   void DeleteFamily(const char* name);
   void DeleteFamily(int i);  ///< The same for the family at `i`; nothing outside the list.
 
-  /// GetFamily(int) and DeleteFamily(int) for any other integer type; null, or nothing, for what is no position.
-  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+  /// GetFamily(int) for other integer types; null for what is no position.
+  /// On purpose not for deleting: NULL, meant as a name, would delete family 0. It does not compile.
+  template <class Index, plddb::internal::IfInteger<Index> = 0>
   FamilyList* GetFamily(Index i) const {
     return static_cast<unsigned long long>(i) > INT_MAX ? nullptr : GetFamily(static_cast<int>(i));
   }
-  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
-  void DeleteFamily(Index i) {
-    if (static_cast<unsigned long long>(i) <= INT_MAX) DeleteFamily(static_cast<int>(i));
-  }
+  /// Refuses NULL, which is no position, and with it all values of its type (long, mostly): cast these to int.
+  template <class Index, plddb::internal::IfMaybeNull<Index> = 0>
+  FamilyList* GetFamily(Index i) const = delete;
   ///@}
 
   /// The code names that the last GetDeviceListWithCommAndID found. The list is valid as long as the database, its texts until
