@@ -256,7 +256,8 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// first character.
   ///@{
   /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive leaves it
-  /// empty. More than 16,777,216 entries count as memory that cannot be had. std::bad_alloc leaves the scratch list as it was.
+  /// empty. std::bad_alloc leaves the scratch list as it was. On purpose: more than 16,777,216 entries throw std::bad_alloc at
+  /// once, whatever memory there is; a text of ten characters could ask for 120 GB otherwise.
   void SetListControlEBRBitName(const char* count);
   /// Numbers the columns in rows of last - first + 1, 8 columns an entry: "0 to 31" gives 0, 8, 16, 24, 0, 8, ... Entries that
   /// do not fill a row keep their column; a width below 8 changes nothing.
