@@ -40,11 +40,11 @@ void AddOperations(const std::vector<Field<Record>>& fields, const std::string& 
           if constexpr (std::is_same_v<Access, TextField<Record>>) {
             operations.push_back({prefix + field.setters.front() + "(char const*)", true,
                                   [set = access.set](WholeTree& tree) { (tree.Get<Record>().*set)(kAnyText); }});
-          } else if constexpr (!std::is_same_v<Access, OtherField<Record>> && !std::is_same_v<Access, HiddenField>) {
+          } else if constexpr (kIsOrdinary<Access>) {
             operations.push_back({prefix + field.setters.front() + "(" + kTypeName<typename Access::Type> + ")", false,
                                   [set = access.set](WholeTree& tree) { (tree.Get<Record>().*set)(1); }});
           }
-          if constexpr (!std::is_same_v<Access, OtherField<Record>> && !std::is_same_v<Access, HiddenField>) {
+          if constexpr (kIsOrdinary<Access>) {
             operations.push_back({prefix + field.getter + "() const", false,
                                   [get = access.get](WholeTree& tree) { (tree.Get<Record>().*get)(); }});
           }

@@ -44,6 +44,13 @@ struct OtherField {
 /// Nothing sets or reads the field.
 struct HiddenField {};
 
+template <class Access>
+inline constexpr bool kIsOrdinary = false;  ///< Whether there is an ordinary pair of accessors, `set` and `get`.
+template <class Record>
+inline constexpr bool kIsOrdinary<TextField<Record>> = true;
+template <class Record, class Number>
+inline constexpr bool kIsOrdinary<NumberField<Record, Number>> = true;
+
 template <class Record>
 struct Field {
   using Access =
