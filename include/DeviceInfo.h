@@ -252,7 +252,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// \name Embedded memory blocks (EBR)
   /// Built block by block on a scratch list: BitName, then Column, then Address (it reads the columns), then Name, which files
   /// a copy of the scratch list as a finished block. A null text changes nothing; the last three do nothing while the scratch
-  /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read behind the
+  /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read after the
   /// first character.
   ///@{
   /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive leaves it

@@ -29,7 +29,7 @@
 ///  - Threads: no locks. Every const member may run beside other readers while nobody writes; GetDeviceListWithCommAndID
 ///             writes the root's name list and is a writer.
 ///
-/// The root owns its families and destroys them with itself. It never destroys a device: see DeviceListOwner.h.
+/// The root owns its families and destroys them when it is destroyed. It never destroys a device: see DeviceListOwner.h.
 class PLDDB_EXPORT DeviceList : public LObject {
  public:
   DeviceList();  ///< An empty database.
@@ -47,7 +47,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
   DeviceList& operator=(DeviceList& src);
   DeviceList& operator=(const DeviceList&) = delete;
 
-  /// Appends copies of all families of `src` behind those held; names are not compared, Version and Comment stay. Returns
+  /// Appends copies of all families of `src` after those held; names are not compared, Version and Comment stay. Returns
   /// this database. With null, or this database itself, nothing is merged. std::bad_alloc keeps the families appended so far.
   DeviceList* AddNewDeviceList(DeviceList* src);
 
@@ -162,7 +162,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
 
   /// \name Lookups by fuse count
   /// Two counts also stand for devices stored with another one, whatever their access mode: 5892 for 5828, and 4988064 for
-  /// 4982712. On purpose each lookup says which it honours.
+  /// 4982712. Each lookup states which of the two it honours; they differ on purpose.
   ///@{
 
   /// 1 when a device has exactly this count and the access mode "ISP", else 0. Honours no alias.
@@ -178,7 +178,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
   DeviceInfo* GetDeviceWithFuseMapAndFullNameEx(unsigned long fuseCount, const char* fullName) const;
 
   /// Replaces `candidates` by the code names of all devices of this count and returns their number. A "DUAL" device gives two
-  /// entries, with "<ISP>" and "<JTAG>" behind the text; one found through an alias count gives its text alone. Honours both.
+  /// entries, with "<ISP>" and "<JTAG>" after the text; one found through an alias count gives its text alone. Honours both.
   int GetDeviceCodeNameWithFuseMap(unsigned long fuseCount, std::vector<std::string>& candidates) const;
 
   /// The same with names, of devices whose PhysicalUESLength is not 0. On purpose: appends to `candidates`, and returns the

@@ -76,7 +76,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
   /// Makes a new device the `pos`-th (1-based); those from there on move back. Null, and no device, outside the list.
   DeviceInfo* InsertNewDevice(int pos);
 
-  /// Puts a new device right behind the `pos`-th (1-based), 0 in front of all. Null, and no device, outside the list.
+  /// Puts a new device right after the `pos`-th (1-based), 0 in front of all. Null, and no device, outside the list.
   DeviceInfo* AddNewDevice(int pos);
 
   DeviceInfo* GetDevice(unsigned short i) const;  ///< Lends the device at `i` (0-based) below GetDeviceCount(), else null.

@@ -37,7 +37,7 @@ class PLDDB_EXPORT PackageList : public LObject {
   char* GetPackagePONWithJDFFile(const char* jdf) const;   ///< PON of the first package with this JDF; null when none.
   char* GetOrvoSettingWithJDFFile(const char* jdf) const;  ///< OrvoSetting of the first package with this JDF; null when none.
 
-  /// Appends a copy of each package of `src`, in order, behind the packages already held; `src` may be this list, which is
+  /// Appends a copy of each package of `src`, in order, after the packages already held; `src` may be this list, which is
   /// doubled. Returns true; a null source appends nothing. std::bad_alloc keeps the copies appended so far.
   bool CopyPackageList(PackageList* src);
 
