@@ -183,8 +183,6 @@ class PLDDB_EXPORT FamilyList : public LObject {
   ///@}
 
  private:
-  friend struct plddb::internal::FamilyWalk;  // reads the devices without range checks
-
   DeviceInfo* InsertAt(int index);
   void CopyDevices(const FamilyList& src);
 

@@ -42,7 +42,5 @@ class PLDDB_EXPORT PackageList : public LObject {
   bool CopyPackageList(PackageList* src);
 
  private:
-  friend struct plddb::internal::PackageWalk;  // reads the packages without range checks
-
   LObjList Packages;  // of Package, owned
 };
