@@ -45,7 +45,7 @@ TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             "<DeviceDatabase>\n"
             "  <Family Name=\"Other\">\n"
-            "    <Device Name=\"PLD1234A\" CodeName=\"OTHER1\" />\n"
+            "    <Device Name=\"PLD1234A\" CodeName=\"OTHER1\"/>\n"
             "  </Family>\n"
             "</DeviceDatabase>\n");
   EXPECT_EQ(once.err, "");
@@ -107,9 +107,9 @@ TEST(Merge, TakesVersionAndCommentOfTheFirstFile) {
   write("a.xml", "<DeviceDatabase Version=\"1\"/>");
   write("b.xml", "<DeviceDatabase Version=\"2\" Comment=\"c\"/>");
   const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-  EXPECT_EQ(RunTool({"merge", folder / "a.xml", folder / "b.xml"}).out, head + "<DeviceDatabase Version=\"1\" />\n");
+  EXPECT_EQ(RunTool({"merge", folder / "a.xml", folder / "b.xml"}).out, head + "<DeviceDatabase Version=\"1\"/>\n");
   EXPECT_EQ(RunTool({"merge", folder / "b.xml", folder / "a.xml"}).out,
-            head + "<DeviceDatabase Version=\"2\" Comment=\"c\" />\n");
+            head + "<DeviceDatabase Version=\"2\" Comment=\"c\"/>\n");
 }
 
 TEST(Merge, TellsWhichIdcodeFindsAnotherDevice) {
