@@ -28,7 +28,7 @@ SLIPS = [
     ("devices", "maker,family,device", "maker,family,devices", "the columns have to be"),
     ("devices", "Xilinx,XC9500XL,XC9572XL,", "Xilinx,XC9572XL,", "too many or too few fields"),
     # The walk: XCKU9P has to come before XCR3064XL, and logic before a neighbour.
-    ("neighbours", "ARM JTAG-DP (ADIv5) revision 1,ARM,1BA00477,FFFFFFFF", "ARM JTAG-DP (ADIv5) revision 1,ARM,0BA00477,0F0FFFFF",
+    ("neighbours", "ARM JTAG-DP (ADIv5) revision 1,ARM,1BA00477,FFFFFFFF", "ARM JTAG-DP (ADIv5) revision 1,ARM,0B000477,0F0FFFFF",
      "match one IDCODE, and the mask of the first is not the more exact one"),
     ("neighbours", "ARM JTAG-DP (ADIv5) revision 1,ARM,1BA00477,FFFFFFFF", "ARM JTAG-DP (ADIv5) revision 1,Xilinx,09604093,0FFFFFFF",
      "(neighbours.xml) and XC9572XL (xilinx.xml) match one IDCODE: logic has to come first"),
