@@ -125,8 +125,8 @@ std::optional<unsigned int> FamilyCode(const FamilyList& family, const Instructi
   return instruction.familyText == nullptr ? std::nullopt : HexCode((family.*instruction.familyText)());
 }
 
-/// Devices that have no code of their own take that of the family.
-void CheckFamilyCode(const DescribedFamily& family, const Instruction& instruction, unsigned int code, Findings& findings) {
+/// Devices that have no code of their own take that of the family. Returns whether it suits them.
+bool CheckFamilyCode(const DescribedFamily& family, const Instruction& instruction, unsigned int code, Findings& findings) {
   const std::string written = (family.family->*instruction.familyText)();
   for (int i = 0; const DeviceInfo* const device = family.family->GetDevice(i); ++i) {
     if ((device->*instruction.code)() != 0) continue;
@@ -134,9 +134,11 @@ void CheckFamilyCode(const DescribedFamily& family, const Instruction& instructi
     const std::string wide = TooWide(written, code, device->GetIRLength());
     const std::string notOnes = isBypass ? NotAllOnes(written, code, device->GetIRLength()) : "";
     if (wide.empty() && notOnes.empty()) continue;
-    return findings.Add(family, instruction.familyAttribute, wide.empty() ? CodeId::kBypassOnes : CodeId::kInstructionWide,
-                        (wide.empty() ? notOnes : wide) + " (as in " + NameOf(*device) + ")");
+    findings.Add(family, instruction.familyAttribute, wide.empty() ? CodeId::kBypassOnes : CodeId::kInstructionWide,
+                 (wide.empty() ? notOnes : wide) + " (as in " + NameOf(*device) + ")");
+    return false;
   }
+  return true;
 }
 
 /// The devices that have a code of their own, like that of the family or unlike it.
@@ -187,7 +189,7 @@ void CheckFamilies(const Records& records, Findings& findings) {
     for (const Instruction& instruction : kInstructions) {
       const auto code = FamilyCode(*family.family, instruction);
       if (!code) continue;
-      CheckFamilyCode(family, instruction, *code, findings);
+      if (!CheckFamilyCode(family, instruction, *code, findings)) continue;
       CheckUnlike(family, instruction, CompareCodes(first, last, instruction, *code), findings);
     }
     first = last;

@@ -70,8 +70,10 @@ void CheckTwice(const DescribedDevice& device, Findings& findings) {
 
 // --- Ordering numbers -------------------------------------------------------------------------------------------------------
 
-void CheckSharedNumbers(const Records& records, Findings& findings) {
-  FirstRecords<DescribedDevice> firsts;
+using Firsts = FirstRecords<DescribedDevice>;
+
+Firsts CheckSharedNumbers(const Records& records, Findings& findings) {
+  Firsts firsts;
   firsts.reserve(records.Devices().size());
   for (const DescribedDevice& device : records.Devices()) {
     ForEachPackage(device, [&](const DescribedPackage& package) {
@@ -86,6 +88,7 @@ void CheckSharedNumbers(const Records& records, Findings& findings) {
       });
     });
   }
+  return firsts;
 }
 
 /// The devices by their names and code names, of which the longest is found that a text begins with.
@@ -156,13 +159,14 @@ bool IsVariant(const DeviceInfo& device, std::string_view other) {
   return CommonLength(OrEmpty(device.GetName()), other) == other.size();
 }
 
-void CheckUnlikeNumbers(const Records& records, Findings& findings) {
+/// A number that another device has, too, is reported as that.
+void CheckUnlikeNumbers(const Records& records, const Firsts& firsts, Findings& findings) {
   const NamePrefixes names(records);
   for (const DescribedDevice& device : records.Devices()) {
     ForEachPackage(device, [&](const DescribedPackage& package) {
       ForEachWrittenNumber(package, [&](std::string_view number, const char* attribute) {
         const DescribedDevice* const other = names.Longest(number);
-        if (other == nullptr || other == &device) return;
+        if (other == nullptr || other == &device || firsts.at({number}) != &device) return;
         const std::string_view name = OrEmpty(other->device->GetName());
         const std::size_t own = OwnLength(*device.device, number);
         if (own >= OwnLength(*other->device, number) || IsVariant(*device.device, name)) return;
@@ -240,8 +244,7 @@ void CheckPackages(const Records& records, Findings& findings) {
     });
     CheckTwice(device, findings);
   }
-  CheckSharedNumbers(records, findings);
-  CheckUnlikeNumbers(records, findings);
+  CheckUnlikeNumbers(records, CheckSharedNumbers(records, findings), findings);
   for (const FormRule& rule : kFormRules) CheckForms(records, rule, findings);
 }
 
