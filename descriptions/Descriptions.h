@@ -62,13 +62,19 @@ struct FileText {
 /// Reads a description file, which is 64 MiB at most.
 FileText ReadDescriptionFile(const std::string& path);
 
-/// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
-/// With `outline`, it becomes that of the file: the root's nth Family element made the nth family, the nth Device element in
-/// that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.
+/// Loads a description file. A file that cannot be read, or is larger than 64 MiB, is a fault at 1:1. A pipe or a device is
+/// read to its end like a file, or up to that limit. std::bad_alloc passes through. With `outline`, it becomes that of the
+/// file: the root's nth Family element made the nth family, the nth Device element in that the family's nth device, and
+/// likewise packages and adapters. It stays as it was when there are faults.
 LoadResult LoadDescriptions(const std::string& path, Outline* outline = nullptr);
 
 /// Loads descriptions from `text`; `file` is the name that faults carry. Otherwise like LoadDescriptions.
 LoadResult ParseDescriptions(std::string_view text, const std::string& file, Outline* outline = nullptr);
+
+/// The folder of the descriptions that were installed with the library: share/plddb beside the folder of the running program,
+/// where that has any *.xml file, so that an installation may be moved as a whole; else the folder that was set when the
+/// library was built. It need not exist.
+std::string DataFolder();
 
 /// What WriteDescriptions writes of `device`, as an element without places.
 Outline Describe(DeviceInfo& device);
@@ -91,5 +97,10 @@ Element Located(const Element& described, const Element& outline);
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what
 /// no file can say is listed in docs/descriptions.md.
 std::string WriteDescriptions(const DeviceList& database);
+
+/// The description file that describes all of `databases`, none of which is null: their families one after the other, Version
+/// and Comment of the first. Nothing is joined or left out. A text that exceeds what a file may hold is written as well, and
+/// will not load.
+std::string WriteDescriptions(const std::vector<const DeviceList*>& databases);
 
 }  // namespace plddb

@@ -1,12 +1,12 @@
 #include "Check.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <utility>
 
 #include "colour.h"
 #include "command.h"
+#include "command_line.h"
 #include "databases.h"
 #include "device_text.h"
 #include "json_text.h"
@@ -125,17 +125,17 @@ std::string RefuseUnknownCode(const std::string& name) {
 
 }  // namespace
 
-Run AddCheck(CLI::App& app) {
+Run AddCheck(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_flag("--strict", options->strict, "Warnings make the exit code 1");
-  app.add_option("--allow", options->allowed, "Leave out findings of this code; may be given several times")
-      ->type_name("CODE")
-      ->check(CLI::Validator(RefuseUnknownCode, ""))
-      ->allow_extra_args(false);
-  app.add_flag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
-  app.add_flag("--list-codes", options->listCodes, "Say what each code means, and check nothing");
-  app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("");
-  app.footer(kFooter);
+  subcommand.AddFlag("--strict", options->strict, "Warnings make the exit code 1");
+  subcommand.Add("--allow", options->allowed, "Leave out findings of this code; may be given several times")
+      .Type("CODE")
+      .Check(RefuseUnknownCode)
+      .OneValueEach();
+  subcommand.AddFlag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
+  subcommand.AddFlag("--list-codes", options->listCodes, "Say what each code means, and check nothing");
+  subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");
+  subcommand.Footer(kFooter);
   return [options] { return RunCheck(*options); };
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Chain.h"
 #include "DeviceList.h"
 #include "TextForms.h"
 

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "command.h"
@@ -24,21 +23,20 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  const std::vector<Database>& databases = LoadDatabases(options.files);
-  DeviceList& merged = *databases.front().devices;
-  for (std::size_t i = 1; i < databases.size(); ++i) merged.AddNewDeviceList(databases[i].devices.get());
-  ReportHidden(merged);
-  WriteDatabase(merged, options.output);
+  DeviceLists merged;  // on purpose no copies into one database: they give up backups that differ from their values
+  for (const Database& database : LoadDatabases(options.files)) merged.push_back(database.devices.get());
+  ReportShadowed(merged);
+  WriteDatabases(merged, options.output);
   return ExitCode::kFound;
 }
 
 }  // namespace
 
-Run AddMerge(CLI::App& app) {
+Run AddMerge(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("")->required();
-  AddOutputOption(app, options->output);
-  app.footer(kFooter);
+  subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("").Required();
+  AddOutputOption(subcommand, options->output);
+  subcommand.Footer(kFooter);
   return [options] { return RunMerge(*options); };
 }
 
