@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "corpus.h"
-#include "tests/support/words.h"
 
 namespace {
 
@@ -290,6 +291,22 @@ TEST(CheckSeeded, FindsEachFaultAtItsPlaceAndNothingElse) {
     }
     EXPECT_EQ(found, expected) << "row: " << row.from << " -> " << row.to;
   }
+}
+
+TEST(CheckCodes, HaveARowOrAFileEach) {
+  std::set<std::string> shown = {"unreadable"};  // no text can be that
+  for (const Row& row : kRows) {
+    for (const std::string& code : support::Split(row.codes, " ")) shown.insert(code);
+  }
+  for (const std::string& file : CorpusFiles()) {
+    for (const std::string& finding : Expected(file)) {
+      const auto start = finding.find('[') + 1;
+      shown.insert(finding.substr(start, finding.size() - start - 1));
+    }
+  }
+  std::set<std::string> codes;
+  for (const auto& code : plddb::check::Codes()) codes.emplace(code.name);
+  EXPECT_EQ(shown, codes);
 }
 
 }  // namespace
