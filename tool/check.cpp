@@ -8,7 +8,7 @@
 #include "colour.h"
 #include "command.h"
 #include "command_line.h"
-#include "databases.h"
+#include "data_files.h"
 #include "standard_streams.h"
 
 namespace tool {
