@@ -12,8 +12,8 @@ class Subcommand;
 /// What a run answers to the shell, the same for every subcommand.
 enum class ExitCode {
   kFound = 0,     ///< All that was asked for was found.
-  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check --strict: there are warnings.
-  kFailed = 2,    ///< Wrong usage, or data that cannot be read. Of check: there are errors.
+  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check: there are findings.
+  kFailed = 2,    ///< Wrong usage, or data that cannot be read.
 };
 
 /// Ends a run with ExitCode::kFailed. what() goes to stderr as it is: one or more lines, the last without its newline.
