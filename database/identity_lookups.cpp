@@ -1,34 +1,12 @@
 // Lookups by what identifies a part: names, access mode, packages, identifiers, file names and ordering numbers.
 
-#include <cstring>
-
 #include "DeviceList.h"
-#include "database/full_names.h"
+#include "database/lookup_rules.h"
 #include "database/walk.h"
 #include "device/identifiers.h"
 #include "device/text_rules.h"
-#include "package/walk.h"
 
 using namespace plddb::internal;
-
-namespace {
-
-bool AgreesWithJDF(const char* stored, const char* jdfFile) {
-  return stored != nullptr && std::strncmp(stored, jdfFile, kComparedJdfCharacters) == 0 &&
-         std::strlen(stored) == std::strlen(jdfFile);
-}
-
-/// Whether a stored ordering number is `pon`, letter case ignored. `stripSuffix` leaves out what follows its last '-', the '-'
-/// included, unless that stands at the start.
-bool AgreesWithPON(const char* stored, const char* pon, bool stripSuffix) {
-  const char* const rest = stored == nullptr ? nullptr : AfterPrefix(stored, pon);
-  if (rest == nullptr) return false;
-  const char* const dash = stripSuffix ? std::strrchr(stored, '-') : nullptr;
-  const bool isCut = dash != nullptr && dash != stored;
-  return isCut ? rest == dash : *rest == '\0';
-}
-
-}  // namespace
 
 DeviceInfo* DeviceList::GetDeviceWithName(const char* name) const {
   return FindDevice(*this, TextIs<&DeviceInfo::GetName>(name));
@@ -41,12 +19,7 @@ DeviceInfo* DeviceList::GetDeviceWithCodeName(const char* codeName) const {
 
 DeviceInfo* DeviceList::GetDeviceWithPON(const char* pon, bool stripSuffix) const {
   if (pon == nullptr) return nullptr;
-  return FindDevice(*this, [&](const DeviceInfo& device) {
-    return AnyPackage(*device.GetDevicePackage(), [&](const Package& package) {
-      // On purpose: not GetPON, which the tool may have switched to a variant.
-      return AgreesWithPON(package.GetBackupPON(), pon, stripSuffix) || AgreesWithPON(package.GetAliasPON(), pon, stripSuffix);
-    });
-  });
+  return FindDevice(*this, [&](const DeviceInfo& device) { return HasPON(device, pon, stripSuffix); });
 }
 
 DeviceInfo* DeviceList::GetDeviceWithComm(const char* comm, const char* name) const {
@@ -111,8 +84,5 @@ int DeviceList::GetDeviceListWithCommAndID(const char* comm, unsigned int id, st
 
 DeviceInfo* DeviceList::GetDeviceWithJDFFileName(const char* jdfFile) const {
   if (jdfFile == nullptr) return nullptr;
-  return FindDevice(*this, [&](const DeviceInfo& device) {
-    return AnyPackage(*device.GetDevicePackage(),
-                      [&](const Package& package) { return AgreesWithJDF(package.GetJDF(), jdfFile); });
-  });
+  return FindDevice(*this, [&](const DeviceInfo& device) { return HasJDF(device, jdfFile); });
 }
