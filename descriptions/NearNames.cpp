@@ -66,7 +66,7 @@ bool IsNearer(const Candidate& a, const Candidate& b) {
 std::vector<std::string_view> NearNames(std::string_view name, const std::vector<std::string_view>& names, std::size_t most) {
   if (name.size() > kLongestName) return {};
   const std::string wanted = Letters(name);
-  const std::size_t limit = (wanted.size() + 2) / 3;
+  const std::size_t limit = (wanted.size() + 3) / 4;
   std::vector<Candidate> candidates;
   for (const std::string_view known : names) {
     if (known.size() > kLongestName) continue;
