@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Descriptions.h"
+#include "TextForms.h"
 #include "descriptions/describe.h"
 
 namespace plddb {
@@ -57,10 +58,17 @@ class Printer {
   void PrintValue(std::string_view value) {
     for (std::size_t start = 0; start < value.size();) {
       const std::size_t end = FirstReserved(value, start);
-      text_ += value.substr(start, end - start);
+      text_ += Shown(value.substr(start, end - start));
       if (end < value.size()) text_ += Reference(value[end]);
       start = end + 1;
     }
+  }
+
+  /// Characters that nobody sees, or that move others, are written as references: the file may be shown on a terminal.
+  static std::string Shown(std::string_view text) {
+    const auto mayBeUnseen = [](char c) { return static_cast<unsigned char>(c) > '~'; };
+    if (std::none_of(text.begin(), text.end(), mayBeUnseen)) return std::string(text);
+    return EscapeUnseen(text, [](std::uint32_t code) { return "&#" + std::to_string(code) + ";"; });
   }
 
   static std::size_t FirstReserved(std::string_view value, std::size_t start) {
