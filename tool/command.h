@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "TextForms.h"
+
 /// The command-line tool: one file per subcommand, main.cpp lists them. It uses the public interface of the libraries only.
 namespace tool {
 
@@ -24,7 +26,7 @@ class Failure : public std::runtime_error {
 
 /// A Failure for words that make no sense; the user is told where help is.
 inline Failure WrongUsage(const std::string& message) {
-  return Failure("plddb: error: " + message + "\nRun with --help for more information.");
+  return Failure("plddb: error: " + plddb::Printable(message) + "\nRun with --help for more information.");
 }
 
 /// What a subcommand does once its arguments are parsed.
