@@ -1,12 +1,3 @@
-# plddb_need(PACKAGE DEBIAN_PACKAGE FOR OPTION): finds a package, or ends the configuration and says what to do.
-function(plddb_need PACKAGE DEBIAN_PACKAGE FOR OPTION)
-  find_package(${PACKAGE} QUIET GLOBAL)
-  if(NOT ${PACKAGE}_FOUND)
-    message(FATAL_ERROR "${PACKAGE} was not found, which ${FOR} need.\n"
-      "Install it (Debian: apt-get install ${DEBIAN_PACKAGE}), or leave them out with -D${OPTION}=OFF.")
-  endif()
-endfunction()
-
 # plddb_add_library(NAME DESCRIPTION
 #   SOURCES file...      relative to the folder, like all files here
 #   HEADERS file...      what clients include; the other headers are internal
