@@ -23,7 +23,7 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  const std::vector<Database>& databases = LoadDatabases(options.files);
+  const std::vector<Database>& databases = LoadFiles(options.files);
   DeviceList& merged = *databases.front().devices;
   for (std::size_t i = 1; i < databases.size(); ++i) merged.AddNewDeviceList(databases[i].devices.get());
   ReportHidden(merged);
