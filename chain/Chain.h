@@ -141,11 +141,11 @@ class DeviceFinder {
 
   /// The devices nearest to the IDCODE `id`: those of the same part and another version first, then those that differ in one
   /// bit of those that count; in search order, at most 5. One bit is called a wiring fault only where nothing else explains it:
-  /// not in the part number, by which a maker's parts differ, nor where the id that was read is of another known maker.
+  /// not in the part number, by which a maker's parts differ, nor for an id that is misread or another version.
   std::vector<NearDevice> NearestDevices(unsigned int id) const;
 
-  /// How a known id may have become `id`: read one bit late or early, with its bits reversed or inverted, its bytes or its halves
-  /// swapped. None in the access mode ISP.
+  /// How a known id may have become `id`: read one bit late or early, with its bits reversed or inverted, its bytes or its
+  /// halves swapped. None in the access mode ISP.
   std::optional<Misread> MisreadOf(unsigned int id) const;
 
   /// The Vendor of the first device that has one and whose identifier has this manufacturer field; null when none has.
@@ -159,13 +159,17 @@ class DeviceFinder {
   std::unordered_map<unsigned int, std::shared_ptr<const std::vector<Candidate>>> answers_;
 };
 
-/// The positions of `scan`, each identified by a DeviceFinder. IR lengths that the scan gives are used where the match has none;
-/// guessed ones only on demand.
+/// The positions of `scan`, each identified by a DeviceFinder. IR lengths that the scan gives are used where the match has
+/// none; guessed ones only on demand.
 Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan,
                bool trustsGuessedIrLengths = false);
 
 /// The candidates of `position`, those of more compared bits first; equal ones stay in search order.
 std::vector<Candidate> MostExactFirst(const ChainPosition& position);
+
+/// Whether `name` is that of a candidate: its name, code name, alias, an ordering number, or its family. Letter case does not
+/// count.
+bool IsNamed(const ChainPosition& position, const std::string& name);
 
 /// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
 std::string Reason(const Candidate& candidate);
@@ -194,8 +198,8 @@ IdcodeFields SplitIdcode(unsigned int id);
 /// The maker that has `code` (0x01 to 0x7E) in `bank` (from 0), such as "Xilinx"; empty when nobody has it. As of JEP106BO.
 std::string_view MakerName(unsigned int bank, unsigned int code);
 
-/// What an IDCODE's manufacturer field shows of its maker: "Xilinx"; "not assigned"; "reserved: ..." for the codes 0x00 and 0x7F.
-/// The field holds 4 bits of the bank: the makers of banks 16 and 17 come with a remark, as they read as banks 0 and 1.
+/// What an IDCODE's manufacturer field shows of its maker: "Xilinx"; "not assigned"; "reserved: ..." for the codes 0x00 and
+/// 0x7F. The field holds 4 bits of the bank: the makers of banks 16 and 17 come with a remark, as they read as banks 0 and 1.
 std::string MakerText(unsigned int manufacturer);
 
 /// What an unknown id is.

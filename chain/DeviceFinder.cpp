@@ -32,13 +32,11 @@ bool IsOnlyLowByte(const Identifiers& own, AccessMode mode, unsigned int id) {
 
 bool IsOneBit(unsigned int bits) { return bits != 0 && (bits & (bits - 1)) == 0; }
 
-/// What one bit makes of an IDCODE, said of a device that has it.
-std::string OneBit(unsigned int bits, unsigned int id) {
+/// What a difference of one bit means. A maker's parts differ in the part number; with it equal, another maker is unlikely.
+std::string OneBit(unsigned int bits, bool isExplained) {
   const std::string text = "bit " + std::to_string(BitCount(bits - 1)) + " differs";
   if (bits > kManufacturerBits) return text + ": another part of the same maker?";
-  const IdcodeFields fields = SplitIdcode(id);
-  const bool isKnownMaker = !MakerName(fields.bank, fields.code).empty();
-  return isKnownMaker ? text + ": a part of another maker?" : text + ": a wiring fault?";
+  return isExplained ? text : text + ": a wiring fault?";
 }
 
 // --- Misread ids ------------------------------------------------------------------------------------------------------------
@@ -51,9 +49,7 @@ unsigned int Reversed(unsigned int id) {
 
 unsigned int WithSwappedHalves(unsigned int id) { return id << 16 | id >> 16; }
 
-unsigned int WithSwappedBytes(unsigned int id) {
-  return WithSwappedHalves((id & 0x00FF00FF) << 8 | (id >> 8 & 0x00FF00FF));
-}
+unsigned int WithSwappedBytes(unsigned int id) { return WithSwappedHalves((id & 0x00FF00FF) << 8 | (id >> 8 & 0x00FF00FF)); }
 
 /// What a misread id was, for each way to misread one.
 constexpr struct {
@@ -71,7 +67,8 @@ constexpr struct {
 
 }  // namespace
 
-/// The identifiers of all devices, in search order, and an index of them: those that share a mask, sorted by the bits that count.
+/// The identifiers of all devices, in search order, and an index of them: those that share a mask, sorted by the bits that
+/// count.
 struct DeviceFinder::Table {
   struct Place {
     const DeviceInfo* device;
@@ -88,11 +85,11 @@ struct DeviceFinder::Table {
 
   AccessMode mode;
   std::vector<Identifiers> identifiers;
-  std::vector<Place> places;                       // of the identifiers
-  std::vector<Entry> index;                        // sorted
-  std::vector<std::size_t> groups;                 // where a mask begins in the index, and its end
+  std::vector<Place> places;                        // of the identifiers
+  std::vector<Entry> index;                         // sorted
+  std::vector<std::size_t> groups;                  // where a mask begins in the index, and its end
   std::vector<std::vector<unsigned int>> lowBytes;  // the devices by the low byte of their ISP identifiers; for DUAL
-  std::vector<const char*> vendors;                // by manufacturer field
+  std::vector<const char*> vendors;                 // by manufacturer field
 
   void Add(const DeviceInfo& device, std::size_t database);
   void Sort();
@@ -179,22 +176,22 @@ std::shared_ptr<const std::vector<Candidate>> DeviceFinder::CandidatesFor(unsign
 
 std::vector<NearDevice> DeviceFinder::NearestDevices(unsigned int id) const {
   std::vector<NearDevice> near;
-  std::vector<NearDevice> oneBitApart;
+  std::vector<std::pair<std::size_t, unsigned int>> oneBitApart;  // the number of the device, and the bit
   for (std::size_t i = 0; i < table_->identifiers.size() && near.size() < kMostNear; ++i) {
     const Identifiers& own = table_->identifiers[i];
     const unsigned int bits = (own.jtag ^ id) & own.mask;
     if (own.jtag == 0 || bits == 0) continue;
-    const auto add = [&](std::vector<NearDevice>& list, const std::string& difference) {
-      if (list.size() < kMostNear) list.push_back({table_->places[i].device, table_->places[i].database, difference});
-    };
     if ((bits & ~kVersionBits) == 0) {
-      add(near, "other version");
-    } else if (IsOneBit(bits)) {
-      add(oneBitApart, OneBit(bits, id));
+      near.push_back({table_->places[i].device, table_->places[i].database, "other version"});
+    } else if (IsOneBit(bits) && oneBitApart.size() < kMostNear) {
+      oneBitApart.emplace_back(i, bits);
     }
   }
-  const auto more = std::min(oneBitApart.size(), kMostNear - near.size());
-  near.insert(near.end(), oneBitApart.begin(), oneBitApart.begin() + static_cast<std::ptrdiff_t>(more));
+  const bool isExplained = !near.empty() || (!oneBitApart.empty() && MisreadOf(id));
+  for (const auto& [number, bits] : oneBitApart) {
+    if (near.size() == kMostNear) break;
+    near.push_back({table_->places[number].device, table_->places[number].database, OneBit(bits, isExplained)});
+  }
   return near;
 }
 

@@ -39,6 +39,17 @@ std::string Field(const Place& place, unsigned int IdcodeFields::*field, int dig
   return IsUnknownIdcode(place) ? Hex(SplitIdcode(*place.position.id).*field, digits) : "";
 }
 
+/// The maker of an unknown IDCODE, by its code.
+std::string Maker(const Place& place) {
+  return IsUnknownIdcode(place) ? MakerText(SplitIdcode(*place.position.id).manufacturer) : "";
+}
+
+std::string HowMisread(const Place& place) {
+  if (place.device != nullptr || !place.position.id) return "";
+  const auto misread = place.identified.finder.MisreadOf(*place.position.id);
+  return misread ? IdText(misread->id) + " " + misread->how + ": " + DeviceName(*misread->device) : "";
+}
+
 std::string Vendor(const Place& place) {
   if (place.device != nullptr) return TextOrNothing(place.device->GetVendor());
   if (!IsUnknownIdcode(place)) return "";
@@ -82,6 +93,12 @@ constexpr struct {
     {"scan", [](const Place& place) { return place.identified.scan.format; }},
     {"scan_name", [](const Place& place) { return Printable(place.identified.scan.taps[place.number].name); }},
     {"scan_ir_length", [](const Place& place) { return NumberOrNothing(place.identified.scan.taps[place.number].irLength); }},
+    {"order", [](const Place& place) { return std::string(OrderText(place.identified.scan.nearest)); }},
+    {"tool", [](const Place& place) { return place.identified.scan.tool; }},
+    {"kind", [](const Place& place) { return KindText(place.identified, place.position); }},
+    {"hint", [](const Place& place) { return place.device == nullptr ? std::string() : HintOn(*place.device); }},
+    {"maker", Maker},
+    {"misread", HowMisread},
 };
 
 template <typename Cell>
@@ -94,13 +111,12 @@ std::string Line(Cell cell) {
 
 }  // namespace
 
-std::string TsvOutput(const IdentifiedChain& identified) {
-  std::string text = Line([](const auto& column) { return std::string(column.name); });
+void TsvOutput(const IdentifiedChain& identified, Output& output) {
+  output << Line([](const auto& column) { return std::string(column.name); });
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
     const Place place = {identified, i, identified.chain[i], identified.chain[i].Match()};
-    text += Line([&](const auto& column) { return column.cell(place); });
+    output << Line([&](const auto& column) { return column.cell(place); });
   }
-  return text;
 }
 
 }  // namespace tool
