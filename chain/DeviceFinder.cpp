@@ -125,6 +125,7 @@ std::vector<unsigned int> DeviceFinder::Table::Answering(AccessMode asked, unsig
     auto entry = std::lower_bound(index.begin() + static_cast<std::ptrdiff_t>(groups[g]), end, wanted);
     for (; entry != end && entry->bits == wanted.bits; ++entry) numbers.push_back(entry->number);
   }
+  if (numbers.empty() && asked != AccessMode::kDual) return numbers;
   if (asked == AccessMode::kDual) numbers.insert(numbers.end(), lowBytes[id & kLowByte].begin(), lowBytes[id & kLowByte].end());
   std::sort(numbers.begin(), numbers.end());
   numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());

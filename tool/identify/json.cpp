@@ -109,11 +109,11 @@ Json Scanned(const Scan& scan, const ScannedTap& tap) {
           {"irLengthIsGuess", tap.irLength != 0 && tap.irLengthIsGuess}};
 }
 
+/// All of an element but its position, which is the first of its members.
 Json PositionAsJson(const IdentifiedChain& identified, std::size_t i) {
   const ChainPosition& position = identified.chain[i];
   const Scan& scan = identified.scan;
-  return {{"position", i},
-          {"id", position.id ? Json(IdText(*position.id)) : Json(nullptr)},
+  return {{"id", position.id ? Json(IdText(*position.id)) : Json(nullptr)},
           {"kind", KindText(identified, position)},
           {"match", position.Match() == nullptr ? Json(nullptr) : MatchAsJson(*position.Match())},
           {"candidates", CodeNames(position.Candidates())},
@@ -126,20 +126,23 @@ Json PositionAsJson(const IdentifiedChain& identified, std::size_t i) {
           {"scan", Scanned(scan, scan.taps[i])}};
 }
 
-/// The text of one element of the array, as ToText would write it there.
-std::string ElementText(const Json& element) {
+/// The members of an element as ToText would write them in an array, up to its closing brace.
+std::string MembersText(const Json& element) {
   std::string text = ToText(element);
   text.pop_back();  // its line end
   for (std::size_t at = 0; (at = text.find('\n', at)) != text.npos; at += 3) text.insert(at + 1, "  ");
-  return "  " + text;
+  return text.substr(2);  // without the opening brace and the line end
 }
 
 }  // namespace
 
 void JsonOutput(const IdentifiedChain& identified, Output& output) {
+  AnswerTexts texts;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    output << (i == 0 ? "[\n" : ",\n");
-    output << ElementText(PositionAsJson(identified, i));
+    const auto members = [&] { return MembersText(PositionAsJson(identified, i)); };
+    output << (i == 0 ? "[\n  {\n    \"position\": " : ",\n  {\n    \"position\": ");
+    output << std::to_string(i) + ",\n";
+    output << texts.Of(identified.chain[i], identified.scan.taps[i], members);
   }
   output << (identified.chain.empty() ? "[]\n" : "\n]\n");
 }

@@ -56,8 +56,10 @@ std::string Others(const ChainPosition& position, std::size_t number) {
 /// Whether the match leaves out the version: another revision of the die is the same device.
 bool IgnoresVersion(const IdentifiedChain& identified, const ChainPosition& position) {
   constexpr unsigned int versionBits = 0xF0000000;
-  const bool isMasked = position.Match() != nullptr && (position.Candidates().front().bits & versionBits) == 0;
-  return isMasked || !identified.scan.hasVersions;
+  if (!identified.scan.hasVersions) return true;
+  if (position.Match() == nullptr) return false;
+  const Candidate& match = position.Candidates().front();
+  return !match.onlyLowByte && (match.bits & versionBits) == 0;
 }
 
 /// The id that OpenOCD should read there. None where there is no IDCODE: it would compare 0, or a BYPASS bit and what follows

@@ -15,7 +15,7 @@ constexpr std::size_t kGap = 36;     // between boxes of a row
 constexpr std::size_t kRowGap = 44;  // between rows
 constexpr std::size_t kMargin = 64;  // for the words TDI and TDO
 constexpr std::size_t kPerRow = 5;
-constexpr std::size_t kLongestName = 22;  // characters that fit into a box
+constexpr std::size_t kLongestName = 18;  // characters that fit into a box
 
 /// How many bytes the character has with which `text` starts; 0 when XML does not know it.
 std::size_t XmlCharacterLength(std::string_view text) {
@@ -91,7 +91,7 @@ std::string Box(const IdentifiedChain& identified, std::size_t number, Point at)
   const std::size_t x = at.x + kBoxWidth / 2;
   box += Text({at.x + 8, at.y + 16}, "small", Number(number));
   box += Text({x, at.y + 30}, "name", (isUnknown ? "? " : "") + XmlText(name, kLongestName));
-  box += Text({x, at.y + 48}, "line", XmlText(KindLine(identified, position), kLongestName + 6));
+  box += Text({x, at.y + 48}, "line", XmlText(KindLine(identified, position), kLongestName + 8));
   box += Text({x, at.y + 65}, "id", id);
   return box + Text({x, at.y + 82}, "line", "IR " + (irLength == 0 ? "length not known" : Number(irLength) + " bits")) +
          "</g>\n";

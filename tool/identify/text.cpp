@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <unordered_map>
 
 #include "colour.h"
 #include "device_text.h"
@@ -26,21 +27,21 @@ Row CellsOf(const ChainPosition& position) {
           PackageTypes(*device)};
 }
 
-/// A row for each position. The rows of equal positions differ in the number alone, and are made once.
+/// A row for each position. The rows of equal answers differ in the number alone, and are made once.
 void DeviceTable(const Chain& chain, Output& output) {
-  const auto groups = EqualPositionsWhere(chain, [](const ChainPosition&) { return true; });
   std::vector<Row> rows = {{"id", "device", "family", "IR length", "IDCODE", "BYPASS", "packages"}};
-  std::vector<std::size_t> rowOf(chain.size());
-  for (const EqualPositions& group : groups) {
-    for (const std::size_t position : group.positions) rowOf[position] = rows.size();
-    rows.push_back(CellsOf(chain[group.positions.front()]));
+  std::unordered_map<std::uint64_t, std::size_t> rowOf;
+  for (const ChainPosition& position : chain) {
+    if (rowOf.try_emplace(AnswerKey(position), rows.size()).second) rows.push_back(CellsOf(position));
   }
   const std::vector<std::string> lines = AlignedLines(rows);
   const std::string head = "position";
   const std::size_t width = std::max(head.size(), std::to_string(chain.size() - 1).size()) + 2;
   const auto padded = [&](std::string text) { return text.append(width - text.size(), ' '); };
   output << padded(head) + lines[0] + "\n";
-  for (std::size_t i = 0; i < chain.size(); ++i) output << padded(std::to_string(i)) + lines[rowOf[i]] + "\n";
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    output << padded(std::to_string(i)) + lines[rowOf[AnswerKey(chain[i])]] + "\n";
+  }
 }
 
 // --- The length of the chain ------------------------------------------------------------------------------------------------
@@ -114,16 +115,15 @@ std::string UnknownId(const IdentifiedChain& identified, const ChainPosition& po
 
 /// Equal ids are explained once, of very many the first ones.
 void UnknownIds(const IdentifiedChain& identified, Output& output) {
-  constexpr std::size_t most = 1000;
   const auto isUnknown = [](const ChainPosition& position) { return position.Match() == nullptr; };
-  const std::vector<EqualPositions> groups = EqualPositionsWhere(identified.chain, isUnknown);
+  const auto [groups, more] = EqualPositionsWhere(identified.chain, isUnknown);
   if (!groups.empty()) output << "\nUnknown ids:\n";
-  for (std::size_t i = 0; i < groups.size() && i < most; ++i) {
-    const ChainPosition& position = identified.chain[groups[i].positions.front()];
-    output << "  " + PositionList(groups[i].positions) + ": " + (position.id ? IdText(*position.id) : "no IDCODE") + "\n";
+  for (const std::vector<std::size_t>& group : groups) {
+    const ChainPosition& position = identified.chain[group.front()];
+    output << "  " + PositionList(group) + ": " + (position.id ? IdText(*position.id) : "no IDCODE") + "\n";
     output << UnknownId(identified, position);
   }
-  if (groups.size() > most) output << "  and " + std::to_string(groups.size() - most) + " more; --format tsv explains all\n";
+  if (more != 0) output << "  and " + std::to_string(more) + " more; --format tsv explains all\n";
 }
 
 // --- More than one device ---------------------------------------------------------------------------------------------------
@@ -144,19 +144,17 @@ std::string CandidateTable(const IdentifiedChain& identified, const ChainPositio
 
 /// Equal ids are listed once, of very many the first ones.
 void AmbiguousPositions(const IdentifiedChain& identified, Output& output) {
-  constexpr std::size_t most = 1000;
   const auto isAmbiguous = [](const ChainPosition& position) { return position.IsAmbiguous(); };
-  const std::vector<EqualPositions> groups = EqualPositionsWhere(identified.chain, isAmbiguous);
+  const auto [groups, more] = EqualPositionsWhere(identified.chain, isAmbiguous);
   if (!groups.empty()) {
     output << "\n* More than one device matches. The first in search order was taken; most exact first:\n";
   }
-  for (std::size_t i = 0; i < groups.size() && i < most; ++i) {
-    const ChainPosition& position = identified.chain[groups[i].positions.front()];
-    output << "  " + PositionList(groups[i].positions) + ": " + IdText(*position.id) + ", taken as " +
-                  DeviceName(*position.Match()) + "\n";
+  for (const std::vector<std::size_t>& group : groups) {
+    const ChainPosition& position = identified.chain[group.front()];
+    output << "  " + PositionList(group) + ": " + IdText(*position.id) + ", taken as " + DeviceName(*position.Match()) + "\n";
     output << CandidateTable(identified, position);
   }
-  if (groups.size() > most) output << "  and " + std::to_string(groups.size() - most) + " more; --format tsv lists all\n";
+  if (more != 0) output << "  and " + std::to_string(more) + " more; --format tsv lists all\n";
 }
 
 void NotesText(const IdentifiedChain& identified, Output& output) {

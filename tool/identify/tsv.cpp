@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "device_text.h"
 #include "identify/output.h"
 
@@ -101,21 +103,24 @@ constexpr struct {
     {"misread", HowMisread},
 };
 
+/// The cells of all columns but the first, each after a tab.
 template <typename Cell>
-std::string Line(Cell cell) {
-  std::string line;
-  for (const auto& column : kColumns) line += cell(column) + "\t";
-  line.back() = '\n';
-  return line;
+std::string Cells(Cell cell) {
+  std::string cells;
+  for (std::size_t i = 1; i < std::size(kColumns); ++i) cells += "\t" + cell(kColumns[i]);
+  return cells + "\n";
 }
 
 }  // namespace
 
 void TsvOutput(const IdentifiedChain& identified, Output& output) {
-  output << Line([](const auto& column) { return std::string(column.name); });
+  output << kColumns[0].name + Cells([](const auto& column) { return std::string(column.name); });
+  AnswerTexts texts;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    const Place place = {identified, i, identified.chain[i], identified.chain[i].Match()};
-    output << Line([&](const auto& column) { return column.cell(place); });
+    const ChainPosition& position = identified.chain[i];
+    const Place place = {identified, i, position, position.Match()};
+    const auto cells = [&] { return Cells([&](const auto& column) { return column.cell(place); }); };
+    output << kColumns[0].cell(place) + texts.Of(position, identified.scan.taps[i], cells);
   }
 }
 
