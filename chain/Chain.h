@@ -98,7 +98,8 @@ class ChainPosition {
 
   const std::vector<Candidate>& Candidates() const;  ///< All that answer, in search order.
   const DeviceInfo* Match() const;                   ///< What the library finds first; null for an unknown id.
-  bool IsAmbiguous() const { return Candidates().size() > 1; }
+  /// Whether another device may be meant as well: not one that is less exact than the match and has the same IR length.
+  bool IsAmbiguous() const;
   unsigned long IrLength() const;  ///< What the user gives, or else that of the match, or that of the scan; 0 when not known.
 
  private:
@@ -173,12 +174,6 @@ bool IsNamed(const ChainPosition& position, const std::string& name);
 
 /// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
 std::string Reason(const Candidate& candidate);
-///@}
-
-/// \name Showing
-///@{
-std::string Hex(unsigned int value, int digits);  ///< Such as "0x0362D093"; `digits` at least.
-std::string Printable(std::string text);          ///< `text` with '?' for what could disturb a terminal or forge a line.
 ///@}
 
 /// \name Ids that nobody answers to
