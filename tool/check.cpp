@@ -28,10 +28,7 @@ A comment allows a finding in the start tag of the next element:
 <!-- plddb: allow CODE: the reason -->
 
 Exit code: 0 without findings, or with warnings alone; 1 for errors, and for
-warnings with --strict; 2 for wrong usage, and for files that cannot be read.
-
-Examples: plddb check --strict my_devices.xml
-          plddb check --format sarif descriptions > findings.sarif)";
+warnings with --strict; 2 for wrong usage, and for files that cannot be read.)";
 
 struct Options {
   std::vector<std::string> files;
@@ -45,7 +42,7 @@ struct Options {
 std::vector<plddb::check::Source> Read(const std::vector<std::string>& files) {
   std::vector<plddb::check::Source> sources;
   for (const std::string& file : files) {
-    plddb::FileText read = plddb::ReadDescriptionFile(file);
+    plddb::FileText read = file == kStandardStream ? plddb::FileText{ReadInput(), ""} : plddb::ReadDescriptionFile(file);
     sources.push_back({file, std::move(read.text), std::move(read.failure)});
   }
   return sources;
@@ -116,7 +113,8 @@ Run AddCheck(Subcommand subcommand) {
       .Excludes(format);
   subcommand.AddFlag("--list-codes", options->listCodes, "Show what each code means, and check nothing");
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");
-  subcommand.Footer(kFooter);
+  subcommand.Footer(kFooter,
+                    {"plddb check --strict my_devices.xml", "plddb check --format sarif descriptions > findings.sarif"});
   return [options] { return RunCheck(*options); };
 }
 

@@ -1,10 +1,13 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <string_view>
 
 #include "device_text.h"
+#include "standard_streams.h"
 #include "suggestions.h"
+#include "text_table.h"
 
 namespace tool {
 namespace {
@@ -35,6 +38,109 @@ SubcommandShape ShapeOf(const CLI::App& app) {
   SubcommandShape shape = {app.get_name(), app.get_description(), {}};
   for (const CLI::Option* const option : app.get_options()) shape.options.push_back(ShapeOf(*option));
   return shape;
+}
+
+// --- Help -------------------------------------------------------------------------------------------------------------------
+
+/// Where the lines that continue `line` start: at the text in its second column, or where the line itself does.
+std::size_t Indent(const std::string& line) {
+  const std::size_t start = std::min(line.find_first_not_of(' '), line.size());
+  const std::size_t gap = line.find("  ", start);
+  const std::size_t second = gap == line.npos ? gap : line.find_first_not_of(' ', gap);
+  return second == line.npos || second > kLineWidth / 2 ? start : second;
+}
+
+/// `line` in lines of kLineWidth columns.
+std::string WrappedLine(const std::string& line) {
+  if (line.size() <= kLineWidth) return line + "\n";
+  const std::size_t indent = Indent(line);
+  std::string wrapped;
+  for (const std::string& part : Wrapped(line.substr(indent), kLineWidth - indent)) {
+    wrapped += (wrapped.empty() ? line.substr(0, indent) : std::string(indent, ' ')) + part + "\n";
+  }
+  return wrapped;
+}
+
+template <typename Visit>
+void ForEachLine(const std::string& text, Visit visit) {
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find('\n', start), text.size());
+    visit(text.substr(start, end - start));
+    start = end + 1;
+  }
+}
+
+/// Each paragraph of `text` that has a longer line than kLineWidth, wrapped anew; the others as they are.
+std::string WrappedParagraphs(const std::string& text) {
+  std::string wrapped;
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find("\n\n", start), text.size());
+    std::string paragraph = text.substr(start, end - start);
+    bool isLong = false;
+    ForEachLine(paragraph, [&](const std::string& line) { isLong = isLong || line.size() > kLineWidth; });
+    std::replace_if(
+        paragraph.begin(), paragraph.end(), [&](char c) { return isLong && c == '\n'; }, ' ');
+    wrapped += (wrapped.empty() ? "" : "\n") + (isLong ? WrappedLine(paragraph) : paragraph + "\n");
+    start = end + 2;
+  }
+  return wrapped;
+}
+
+std::string HelpText(const CLI::App& app, const std::string& program) {
+  std::string help;
+  ForEachLine(app.help(program), [&](const std::string& line) { help += WrappedLine(line); });
+  return help;
+}
+
+constexpr const char* kExample = "\nExample: plddb identify 0x59604093\n";
+
+std::string HelpOfProgramItself(const CLI::App& program) {
+  // App::help() would answer for the subcommand that was given.
+  std::string help;
+  ForEachLine(program.get_formatter()->make_help(&program, program.get_name(), CLI::AppFormatMode::Normal),
+              [&](const std::string& line) { help += WrappedLine(line); });
+  return help + kExample;
+}
+
+// --- Words that make no sense -----------------------------------------------------------------------------------------------
+
+/// The option that `word` is written as: "--db" of "--db=FILE"; empty for other words.
+std::string OptionIn(const std::string& word) {
+  return word.size() > 2 && word.compare(0, 2, "--") == 0 ? word.substr(0, word.find('=')) : "";
+}
+
+std::vector<std::string> LongOptions(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
+/// Throws WrongUsage for an option that `app` does not have, with what may have been meant.
+void RefuseUnknownOptions(const CLI::App& app, const std::vector<std::string>& words) {
+  const std::vector<std::string> known = LongOptions(app);
+  for (std::size_t i = 1; i < words.size() && words[i] != "--"; ++i) {
+    const std::string option = OptionIn(words[i]);
+    if (option.empty() || std::find(known.begin(), known.end(), option) != known.end()) continue;
+    throw WrongUsage(app.get_name() + " has no option " + Printable(option) +
+                     DidYouMean(Suggestions(option, {known.begin(), known.end()})));
+  }
+}
+
+/// Throws WrongUsage for options before the subcommand, which belong after it.
+void RefuseOptionsInFront(const CLI::App& program, const std::vector<std::string>& words) {
+  const std::vector<std::string> known = LongOptions(program);
+  if (words.empty() || OptionIn(words.front()).empty()) return;
+  if (std::find(known.begin(), known.end(), OptionIn(words.front())) != known.end()) return;
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    const auto subcommands = SubcommandsOf(program);
+    const auto isNamed = [&](const CLI::App* subcommand) { return subcommand->get_name() == words[i]; };
+    if (std::none_of(subcommands.begin(), subcommands.end(), isNamed)) continue;
+    std::string line = "plddb " + words[i];
+    for (std::size_t j = 0; j < words.size(); ++j) line += j == i ? "" : " " + words[j];
+    throw WrongUsage("options come after the subcommand: " + Printable(line));
+  }
 }
 
 }  // namespace
@@ -95,17 +201,19 @@ Option Subcommand::AddFlag(const std::string& name, bool& value, const std::stri
 
 Option Subcommand::Get(const std::string& name) const { return Option(app_->get_option(name)); }
 
-void Subcommand::Footer(const std::string& text) const { app_->footer(text); }
-
-std::string Subcommand::HelpOfProgram() const {
-  // App::help() would answer for the subcommand that was given, which is this one.
-  const CLI::App& program = *app_->get_parent();
-  return program.get_formatter()->make_help(&program, program.get_name(), CLI::AppFormatMode::Normal);
+void Subcommand::Footer(const std::string& text, const std::vector<std::string>& examples) const {
+  std::string footer = WrappedParagraphs(text);
+  if (!examples.empty()) footer += (footer.empty() ? "Examples:\n" : "\nExamples:\n");
+  for (const std::string& example : examples) footer += "  " + example + "\n";
+  footer.erase(footer.find_last_not_of('\n') + 1);
+  app_->footer(footer);
 }
+
+std::string Subcommand::HelpOfProgram() const { return HelpOfProgramItself(*app_->get_parent()); }
 
 std::string Subcommand::HelpOf(const std::string& name) const {
   const CLI::App& program = *app_->get_parent();
-  return FindApp(program, name).help(program.get_name());
+  return HelpText(FindApp(program, name), program.get_name());
 }
 
 Program::Program(const std::string& name, const std::string& description, const std::string& version)
@@ -122,11 +230,16 @@ void Program::Add(const std::string& name, const std::string& description, Run (
 }
 
 std::optional<ExitCode> Program::Parse(const std::vector<std::string>& words) {
-  if (!words.empty() && words.front().substr(0, 1) != "-") FindApp(*app_, words.front());  // for its message
+  RefuseOptionsInFront(*app_, words);
+  if (!words.empty() && words.front().substr(0, 1) != "-") RefuseUnknownOptions(FindApp(*app_, words.front()), words);
   try {
     app_->parse(std::vector<std::string>(words.rbegin(), words.rend()));  // the parser takes them last first
-  } catch (const CLI::Success& answer) {                                  // --help and --version
-    app_->exit(answer);
+  } catch (const CLI::CallForHelp&) {
+    const auto given = app_->get_subcommands();
+    WriteOutput(given.empty() ? HelpOfProgramItself(*app_) : HelpText(*given.front(), app_->get_name()));
+    return ExitCode::kFound;
+  } catch (const CLI::CallForVersion& version) {
+    WriteOutput(std::string(version.what()) + "\n");
     return ExitCode::kFound;
   } catch (const CLI::ParseError& error) {
     throw WrongUsage(error.what());
@@ -138,7 +251,7 @@ ExitCode Program::RunSubcommand() const {
   for (const auto& [app, run] : runs_) {
     if (app->parsed()) return run();
   }
-  throw WrongUsage("a subcommand is required");
+  throw Failure("plddb: error: a subcommand is required\n\n" + HelpOfProgramItself(*app_));
 }
 
 SubcommandShape Program::Shape() const { return ShapeOf(*app_); }

@@ -48,8 +48,9 @@ class Subcommand {
   Option Add(const std::string& name, std::string& value, const std::string& help) const;
   Option Add(const std::string& name, std::vector<std::string>& values, const std::string& help) const;
   Option AddFlag(const std::string& name, bool& value, const std::string& help) const;
-  Option Get(const std::string& name) const;   ///< One that was added.
-  void Footer(const std::string& text) const;  ///< What --help shows last.
+  Option Get(const std::string& name) const;  ///< One that was added.
+  /// What --help shows last: `text`, its paragraphs wrapped, and `examples`, each a whole command.
+  void Footer(const std::string& text, const std::vector<std::string>& examples = {}) const;
 
   std::string HelpOfProgram() const;
   /// The help of the subcommand `name`. Throws WrongUsage, with what may have been meant, when there is none.
@@ -88,7 +89,7 @@ class Program {
   /// written then. Throws WrongUsage.
   std::optional<ExitCode> Parse(const std::vector<std::string>& words);
 
-  /// Runs the subcommand that Parse found. Throws WrongUsage when there was none.
+  /// Runs the subcommand that Parse found. Throws WrongUsage, with all subcommands and an example, when there was none.
   ExitCode RunSubcommand() const;
 
   SubcommandShape Shape() const;                     ///< The options of the program itself.

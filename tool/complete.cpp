@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "Check.h"
 #include "databases.h"
 #include "device_lookup.h"
 #include "device_text.h"
@@ -33,16 +34,25 @@ using Names = std::vector<std::string>;
 
 Names Copies(const std::vector<std::string_view>& views) { return Names(views.begin(), views.end()); }
 
-Names PackageNames(const std::vector<Database>& databases, char* (Package::*name)() const) {
+using plddb::find::Key;
+
+/// The texts of several keys.
+Names Texts(const std::vector<Database>& databases, std::initializer_list<Key> keys) {
   Names names;
-  for (const Database& database : databases) {
-    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      for (int i = 0; const Package* const package = device.GetDevicePackage()->GetPackage(i); ++i) {
-        if (const char* const text = (package->*name)()) names.emplace_back(text);
-      }
-    });
+  for (const Key key : keys) {
+    for (const std::string_view text : plddb::find::TextsOf(ToSearch(databases), key)) names.emplace_back(text);
   }
   return names;
+}
+
+Names Makers(const std::vector<Database>& databases) {
+  Names makers;
+  for (const Database& database : databases) {
+    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
+      if (device.GetVendor() != nullptr) makers.emplace_back(device.GetVendor());
+    });
+  }
+  return makers;
 }
 
 /// The options and arguments whose values come from the descriptions, by the names that they have in every subcommand.
@@ -50,16 +60,27 @@ constexpr struct {
   std::string_view option;
   Names (*values)(const std::vector<Database>& databases);
 } kValues[] = {
-    {"TEXT", [](const auto& databases) { return Copies(AllNames(databases)); }},
-    {"--name", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[0])); }},
-    {"--code-name", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[1])); }},
-    {"--alias", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[2])); }},
-    {"--full-name", [](const auto& databases) { return Copies(NamesByKey(databases, kKeys[1])); }},
+    {"TEXT",
+     [](const auto& databases) {
+       return Texts(databases, {Key::kName, Key::kCodeName, Key::kAlias});
+     }},
+    {"FAMILY", [](const auto& databases) { return Copies(FamilyNames(databases)); }},
+    {"--name", [](const auto& databases) { return Texts(databases, {Key::kName}); }},
+    {"--code-name", [](const auto& databases) { return Texts(databases, {Key::kCodeName}); }},
+    {"--alias", [](const auto& databases) { return Texts(databases, {Key::kAlias}); }},
+    {"--full-name", [](const auto& databases) { return Texts(databases, {Key::kCodeName}); }},
     {"--family", [](const auto& databases) { return Copies(FamilyNames(databases)); }},
-    {"--pon", [](const auto& databases) { return PackageNames(databases, &Package::GetPON); }},
-    {"--jdf", [](const auto& databases) { return PackageNames(databases, &Package::GetJDF); }},
-    {"--package", [](const auto& databases) { return PackageNames(databases, &Package::GetType); }},
+    {"--pon", [](const auto& databases) { return Texts(databases, {Key::kPon}); }},
+    {"--jdf", [](const auto& databases) { return Texts(databases, {Key::kJdf}); }},
+    {"--package", [](const auto& databases) { return Texts(databases, {Key::kPackage}); }},
+    {"--maker", [](const auto& databases) { return Makers(databases); }},
 };
+
+Names FindingCodes() {
+  Names names;
+  for (const plddb::check::Code& code : plddb::check::Codes()) names.emplace_back(code.name);
+  return names;
+}
 
 /// The options and arguments that are files.
 constexpr std::string_view kFiles[] = {"--db", "--output", "--scan", "FILE"};
@@ -84,7 +105,7 @@ Names ValuesOf(const OptionShape& option, const std::vector<std::string>& databa
   for (const auto& [name, values] : kValues) {
     if (name == option.name) return values(LoadDatabases(databases));
   }
-  return Choices(option.type);
+  return option.name == "--allow" ? FindingCodes() : Choices(option.type);
 }
 
 // --- Where the cursor stands ------------------------------------------------------------------------------------------------

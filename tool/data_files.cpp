@@ -50,8 +50,10 @@ Paths DescriptionsIn(const fs::path& folder) {
   return files;
 }
 
-/// The loader reports a path that does not exist.
-Paths DescriptionsOf(const std::string& path) { return IsFolder(path) ? DescriptionsIn(path) : Paths{path}; }
+/// The loader reports a path that does not exist. "-" is standard input, also beside a folder of that name.
+Paths DescriptionsOf(const std::string& path) {
+  return path != kStandardStream && IsFolder(path) ? DescriptionsIn(path) : Paths{path};
+}
 
 Paths ShippedFiles() {
   const std::string folder = plddb::DataFolder();

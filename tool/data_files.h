@@ -1,12 +1,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// \file
 /// Which description files a command reads, and where they come from.
 
 namespace tool {
+
+/// In place of a file: standard input, or where files are written, standard output.
+constexpr std::string_view kStandardStream = "-";
 
 /// Who names a description file. Files are searched in this order.
 enum class Origin { kCommandLine, kEnvironment, kUser, kShipped };
@@ -27,7 +31,7 @@ std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths)
 /// left out where they came before. Throws Failure when there are no files, or a folder cannot be read.
 ///
 ///   +PATH                a file or folder that comes before all others
-///   PATH                 one in place of the environment's, the user's and the shipped ones
+///   PATH                 one in place of the environment's, the user's and the shipped ones; "-": standard input
 ///   $PLDDB_PATH          files and folders, ':' between them
 ///   the user's folder    $XDG_CONFIG_HOME/plddb, or ~/.config/plddb
 ///   the shipped files    beside the running program, or where they were installed

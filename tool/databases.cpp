@@ -11,6 +11,12 @@
 namespace tool {
 namespace {
 
+/// Standard input gives its text once; when it is named again it is empty, which is a fault of that file.
+plddb::LoadResult LoadFile(const std::string& path, plddb::Outline* outline) {
+  if (path != kStandardStream) return plddb::LoadDescriptions(path, outline);
+  return plddb::ParseDescriptions(ReadInput(), path, outline);
+}
+
 const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines outlines) {
   static auto& databases = *new std::vector<Database>();
   databases.clear();
@@ -19,7 +25,7 @@ const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines o
   for (const DataFile& file : files) {
     progress.Next(file.path);
     Database& database = databases.emplace_back();
-    plddb::LoadResult loaded = plddb::LoadDescriptions(file.path, outlines == Outlines::kYes ? &database.outline : nullptr);
+    plddb::LoadResult loaded = LoadFile(file.path, outlines == Outlines::kYes ? &database.outline : nullptr);
     for (const plddb::Fault& fault : loaded.faults) faults += (faults.empty() ? "" : "\n") + plddb::ToString(fault);
     database.file = file.path;
     database.origin = file.origin;

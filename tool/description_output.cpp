@@ -15,6 +15,7 @@
 
 #include "Descriptions.h"
 #include "command.h"
+#include "data_files.h"
 #include "device_text.h"
 #include "standard_streams.h"
 
@@ -213,10 +214,13 @@ std::string LoadableText(const Sources& sources) {
 
 void WriteSources(const Sources& sources, const std::string& path) {
   const std::string text = LoadableText(sources);
-  if (path.empty()) return WriteOutput(text);
+  if (path.empty() || path == kStandardStream) return WriteOutput(text);
   const std::string target = Target(path);
   std::error_code unknown;
   const fs::file_type kind = fs::status(target, unknown).type();
+  if (kind == fs::file_type::none) {
+    throw Failure("plddb: error: cannot write " + Printable(path) + ": " + unknown.message());
+  }
   if (kind != fs::file_type::regular && kind != fs::file_type::not_found) {
     throw Failure("plddb: error: cannot write " + Printable(path) + ": it is not a regular file");
   }

@@ -1,91 +1,93 @@
 #include "device_lookup.h"
 
+#include <unordered_set>
+
+#include "device_text.h"
+#include "text_table.h"
+
 namespace tool {
+
+using plddb::find::Key;
+using plddb::find::Kind;
+using plddb::find::Mark;
+using plddb::find::Match;
+
+extern constexpr std::array<KeyOption, 6> kKeys = {{
+    {Key::kName, "The device's name"},
+    {Key::kCodeName, "Its code name"},
+    {Key::kAlias, "Its alias name"},
+    {Key::kPon, "The ordering name of one of its packages; failing that, one without what follows its last '-'"},
+    {Key::kJdf, "The JEDEC device file of one of its packages"},
+    {Key::kEntity, "The entity name of one of its packages"},
+}};
+
+plddb::find::Databases ToSearch(const std::vector<Database>& databases) {
+  plddb::find::Databases searched;
+  searched.reserve(databases.size());
+  for (const Database& database : databases) searched.push_back(database.devices.get());
+  return searched;
+}
+
+Places PlacesOf(const std::vector<Database>& databases) {
+  Places places;
+  for (const Database& database : databases) {
+    int f = 0;
+    for (const plddb::Element& family : database.outline.root.children) {
+      int d = 0;
+      for (const plddb::Element& child : family.children) {
+        if (child.name == "Device") places[database.devices->GetFamily(f)->GetDevice(d++)] = {&database, &family, &child};
+      }
+      ++f;
+    }
+  }
+  return places;
+}
+
+std::string MatchedBy(const Match& match) {
+  const std::string key = NameOf(match.keys.front());
+  switch (match.kind) {
+    case Kind::kBegins:
+      return "beginning of " + key;
+    case Kind::kContains:
+      return "part of " + key;
+    case Kind::kPattern:
+      return "pattern of " + key;
+    case Kind::kMark:
+      return "begins with";
+    case Kind::kExact:
+      break;
+  }
+  std::string keys;
+  for (const Key one : match.keys) keys += (keys.empty() ? "" : ", ") + std::string(NameOf(one));
+  return keys;
+}
+
 namespace {
 
-bool EqualTexts(const char* a, const char* b) {
-  std::string left = a == nullptr ? "" : a;
-  std::string right = b == nullptr ? "" : b;
-  strupr(left);
-  strupr(right);
-  return a != nullptr && left == right;
-}
-
-/// The lookup by code name also knows alias names, behind all code names: `device` is what it found for `text`.
-const DeviceInfo* OnlyByCodeName(const DeviceInfo* device, const char* text) {
-  return device != nullptr && EqualTexts(device->GetCodeName(), text) ? device : nullptr;
-}
-
-const DeviceInfo* OnlyByAlias(const DeviceInfo* device, const char* text) {
-  return device != nullptr && !EqualTexts(device->GetCodeName(), text) ? device : nullptr;
+std::string WrappedLines(const std::string& text) {
+  std::string lines;
+  for (const std::string& line : Wrapped(text, kLineWidth - 2)) lines += (lines.empty() ? "" : "  ") + line + "\n";
+  return lines;
 }
 
 }  // namespace
 
-// clang-format off
-extern constexpr std::array<Key, 6> kKeys = {{
-    {"name", "The device's name",
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithName(text); },
-     [](const FamilyList& family, const char* text) -> const DeviceInfo* { return family.GetDevice(text); },
-     nullptr, [](const DeviceInfo& device) -> const char* { return device.GetName(); }},
-    {"code-name", "Its code name",
-     [](const DeviceList& database, const char* text) { return OnlyByCodeName(database.GetDeviceWithCodeName(text), text); },
-     [](const FamilyList& family, const char* text) { return OnlyByCodeName(family.GetDeviceWithCodeName(text), text); },
-     nullptr, [](const DeviceInfo& device) -> const char* { return device.GetCodeName(); }},
-    {"alias", "Its alias name, unless a device has it as its code name",
-     [](const DeviceList& database, const char* text) { return OnlyByAlias(database.GetDeviceWithCodeName(text), text); },
-     [](const FamilyList& family, const char* text) { return OnlyByAlias(family.GetDeviceWithCodeName(text), text); },
-     nullptr, [](const DeviceInfo& device) -> const char* { return device.GetAliasName(); }},
-    {"pon", "The ordering name of one of its packages; failing that, one without what follows its last '-'",
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithPON(text, false); },
-     nullptr,
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithPON(text, true); }},
-    {"jdf", "The JEDEC device file of one of its packages",
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* { return database.GetDeviceWithJDFFileName(text); },
-     nullptr},
-    {"entity", "The entity name of one of its packages, whether or not the device has a user signature",
-     [](const DeviceList& database, const char* text) -> const DeviceInfo* {
-       return database.GetDeviceWithEntityNameDisregardUES(text);
-     },
-     nullptr},
-}};
-// clang-format on
-
-const DeviceInfo* FirstOf(const std::vector<Database>& databases, const Lookup& lookup) {
-  for (const Database& database : databases) {
-    if (const DeviceInfo* const device = lookup(*database.devices)) return device;
+std::string RestOfMark(const Match& match) {
+  const Mark& mark = *match.mark;
+  std::string text;
+  const auto add = [&text](const std::string& part) { text += (text.empty() ? "" : "; ") + part; };
+  if (!mark.package.empty()) {
+    add("package " + Printable(mark.package) + (mark.isLeadFree ? ", lead-free" : "") +
+        (mark.isPackageDescribed ? "" : " (not described for " + DeviceName(*match.device) + ")"));
   }
-  return nullptr;
-}
-
-const DeviceInfo* FindByKey(const std::vector<Database>& databases, const Key& key, const char* text, bool in_family) {
-  const DeviceInfo* const device = FirstOf(databases, [&](DeviceList& database) -> const DeviceInfo* {
-    if (!in_family || key.inFamily == nullptr) return key.inDatabase(database, text);
-    const FamilyList* const family = database.GetFamily(0);
-    return family == nullptr ? nullptr : key.inFamily(*family, text);
-  });
-  if (device != nullptr || key.otherwise == nullptr) return device;
-  return FirstOf(databases, [&](DeviceList& database) { return key.otherwise(database, text); });
-}
-
-std::vector<std::string_view> NamesByKey(const std::vector<Database>& databases, const Key& key) {
-  std::vector<std::string_view> names;
-  if (key.nameOf == nullptr) return names;
-  for (const Database& database : databases) {
-    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      if (const char* const name = key.nameOf(device)) names.emplace_back(name);
-    });
+  if (!mark.speed.empty()) add("speed grade " + mark.speed);
+  if (mark.temperature != '\0') {
+    add(std::string("temperature grade ") + mark.temperature + " (" + plddb::find::TemperatureName(mark.temperature) + ")");
   }
-  return names;
-}
-
-std::vector<std::string_view> AllNames(const std::vector<Database>& databases) {
-  std::vector<std::string_view> all;
-  for (const Key& key : kKeys) {
-    const auto names = NamesByKey(databases, key);
-    all.insert(all.end(), names.begin(), names.end());
-  }
-  return all;
+  std::string unknown;
+  for (const std::string& part : mark.unknown) unknown += (unknown.empty() ? "" : ", ") + Printable(part);
+  if (!unknown.empty()) add("unknown: " + unknown);
+  return WrappedLines("Begins with " + Printable(mark.name) + (text.empty() ? "" : "; after it: " + text));
 }
 
 std::vector<std::string_view> FamilyNames(const std::vector<Database>& databases) {
@@ -98,6 +100,15 @@ std::vector<std::string_view> FamilyNames(const std::vector<Database>& databases
     }
   }
   return names;
+}
+
+std::vector<std::string_view> EachOnce(const std::vector<std::string_view>& texts) {
+  std::unordered_set<std::string_view> seen;
+  std::vector<std::string_view> once;
+  for (const std::string_view text : texts) {
+    if (seen.insert(text).second) once.push_back(text);
+  }
+  return once;
 }
 
 }  // namespace tool

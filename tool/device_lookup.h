@@ -1,48 +1,52 @@
 #pragma once
 
 #include <array>
-#include <functional>
-#include <memory>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Find.h"
 #include "databases.h"
 
 /// \file
-/// The keys by which devices are looked up, and how several databases are asked.
+/// What find, show and list share: the keys, and where devices are described.
 
 namespace tool {
 
-/// A key by which devices are looked up: in a whole database, or in one family where there is a lookup for that; a family
-/// without one is asked as a database of its own.
-struct Key {
-  const char* name;
+/// A key that is an option of find.
+struct KeyOption {
+  plddb::find::Key key;  ///< Its NameOf is the option's name.
   const char* help;
-  const DeviceInfo* (*inDatabase)(const DeviceList& database, const char* text);
-  const DeviceInfo* (*inFamily)(const FamilyList& family, const char* text);               ///< May be null.
-  const DeviceInfo* (*otherwise)(const DeviceList& database, const char* text) = nullptr;  ///< When no database answered.
-  const char* (*nameOf)(const DeviceInfo& device) = nullptr;  ///< Null for a key that is no name of the device.
 };
 
-/// In the order in which a text that may be any of them is tried.
-extern const std::array<Key, 6> kKeys;
+extern const std::array<KeyOption, 6> kKeys;
 
-using Lookup = std::function<const DeviceInfo*(DeviceList& database)>;
+/// What the library searches.
+plddb::find::Databases ToSearch(const std::vector<Database>& databases);
 
-/// The first answer of `lookup`, in the order of the databases; null when there is none.
-const DeviceInfo* FirstOf(const std::vector<Database>& databases, const Lookup& lookup);
+/// Where a device is described.
+struct Place {
+  const Database* database;
+  const plddb::Element* family;
+  const plddb::Element* device;
+};
 
-/// The first device that has `text` as its `key`. With `in_family`, of the first family of each database, the only one there.
-const DeviceInfo* FindByKey(const std::vector<Database>& databases, const Key& key, const char* text, bool in_family = false);
+using Places = std::map<const DeviceInfo*, Place>;
 
-/// The names of all devices by which `key` finds them; none for a key that is no name. Lent by the devices.
-std::vector<std::string_view> NamesByKey(const std::vector<Database>& databases, const Key& key);
+/// The places of all devices of `databases`, which were loaded with their outlines.
+Places PlacesOf(const std::vector<Database>& databases);
 
-/// The names by which any key finds a device.
-std::vector<std::string_view> AllNames(const std::vector<Database>& databases);
+/// The keys by which a device was found, or how it was: "name, code-name", "beginning of family", "begins with".
+std::string MatchedBy(const plddb::find::Match& match);
+
+/// "Begins with XC9572XL; after it: package VQ44, lead-free; speed grade -10": what a mark on a chip tells. In lines.
+std::string RestOfMark(const plddb::find::Match& match);
 
 /// The names and alias names of all families. Lent by the families.
 std::vector<std::string_view> FamilyNames(const std::vector<Database>& databases);
+
+/// Each of `texts` once, at its first place.
+std::vector<std::string_view> EachOnce(const std::vector<std::string_view>& texts);
 
 }  // namespace tool

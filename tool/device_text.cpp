@@ -62,4 +62,14 @@ std::string PackageTypes(const DeviceInfo& device) {
   return TextOrDash(text.c_str());
 }
 
+bool EqualIgnoringCase(std::string_view a, std::string_view b) { return a.size() == b.size() && ContainsIgnoringCase(a, b); }
+
+bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
+  std::string upperText(text);
+  std::string upperPart(part);
+  strupr(upperText);
+  strupr(upperPart);
+  return upperText.find(upperPart) != upperText.npos;
+}
+
 }  // namespace tool

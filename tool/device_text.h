@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Chain.h"
@@ -25,5 +26,8 @@ std::string IdCodeInstruction(const DeviceInfo& device);  ///< The device's, or 
 std::string BypassInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.
 std::string PackageTypes(const DeviceInfo& device);       ///< Each type once, in the order of the packages.
 std::vector<std::string> PackageTypeList(const DeviceInfo& device);
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b);  ///< ASCII letters.
+bool ContainsIgnoringCase(std::string_view text, std::string_view part);
 
 }  // namespace tool

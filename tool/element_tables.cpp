@@ -22,10 +22,12 @@ struct Record {
 
 std::string ValueText(const Attribute& field) { return TextOrDash(std::string(field.value).c_str()); }
 
-std::string FieldTable(const Element& element, const std::string& file) {
+std::string Line(int line) { return line == 0 ? "-" : ":" + std::to_string(line); }
+
+std::string FieldTable(const Element& element) {
   std::vector<Row> rows = {{"field", "value", "where"}};
   for (const Attribute& field : element.attributes) {
-    rows.push_back({std::string(field.name), ValueText(field), Where(file, field.line)});
+    rows.push_back({std::string(field.name), ValueText(field), Line(field.line)});
   }
   return AlignedTable(rows, "  ");
 }
@@ -52,7 +54,7 @@ std::string ValueOf(const Element& element, std::string_view field) {
 }
 
 /// `around` is the name of the records that `records` stand in, empty for the described record itself.
-std::string RecordTable(const std::vector<Record>& records, std::string_view around, const std::string& file) {
+std::string RecordTable(const std::vector<Record>& records, std::string_view around) {
   const std::vector<std::string_view> fields = FieldsOf(records);
   Row head = {"#"};
   if (!around.empty()) head.insert(head.begin(), std::string(around));
@@ -63,7 +65,7 @@ std::string RecordTable(const std::vector<Record>& records, std::string_view aro
     Row row = {std::to_string(record.number)};
     if (!around.empty()) row.insert(row.begin(), std::to_string(record.around));
     for (const std::string_view field : fields) row.push_back(ValueOf(*record.element, field));
-    row.push_back(Where(file, record.element->line));
+    row.push_back(Line(record.element->line));
     rows.push_back(std::move(row));
   }
   return AlignedTable(rows, "    ");
@@ -80,7 +82,7 @@ std::vector<std::string_view> ChildNames(const std::vector<Record>& records) {
 }
 
 /// Descriptions are a few levels deep, and so is the recursion.
-std::string TablesIn(const std::vector<Record>& parents, std::string_view around, const std::string& file) {
+std::string TablesIn(const std::vector<Record>& parents, std::string_view around) {
   std::string text;
   for (const std::string_view name : ChildNames(parents)) {
     std::vector<Record> records;
@@ -90,7 +92,7 @@ std::string TablesIn(const std::vector<Record>& parents, std::string_view around
         if (child.name == name) records.push_back({&child, ++number, parent.number});
       }
     }
-    text += "\n  " + std::string(name) + "\n" + RecordTable(records, around, file) + TablesIn(records, name, file);
+    text += "\n  " + std::string(name) + "\n" + RecordTable(records, around) + TablesIn(records, name);
   }
   return text;
 }
@@ -99,8 +101,6 @@ std::string TablesIn(const std::vector<Record>& parents, std::string_view around
 
 std::string Where(const std::string& file, int line) { return line == 0 ? "-" : Printable(file) + ":" + std::to_string(line); }
 
-std::string ElementTables(const Element& element, const std::string& file) {
-  return FieldTable(element, file) + TablesIn({{&element, 1, 1}}, "", file);
-}
+std::string ElementTables(const Element& element) { return FieldTable(element) + TablesIn({{&element, 1, 1}}, ""); }
 
 }  // namespace tool

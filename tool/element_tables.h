@@ -9,8 +9,8 @@ namespace tool {
 /// "FILE:LINE"; "-" for a line of 0.
 std::string Where(const std::string& file, int line);
 
-/// The fields of `element`, which describes a record of `file`, as a table; then each kind of record in it as one, and those
-/// in these. Each line says where in the file it is said.
-std::string ElementTables(const plddb::Element& element, const std::string& file);
+/// The fields of `element`, which describes a record of a file, as a table; then each kind of record in it as one, and those
+/// in these. Each line ends with that of the file: ":LINE".
+std::string ElementTables(const plddb::Element& element);
 
 }  // namespace tool

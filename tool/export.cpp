@@ -13,9 +13,7 @@ constexpr const char* kFooter =
     R"(The canonical form has families and devices in their order, attributes in a fixed order, and leaves out what has its default
 or what is derived on loading. Comments stay at their elements; start tags are wrapped at 100 columns. Exporting it again gives the same bytes. What lookups will not find is told on standard error.
 
-Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.
-
-Example: plddb export my_devices.xml --output my_devices.xml)";
+Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.)";
 
 struct Options {
   std::string file;
@@ -37,7 +35,7 @@ Run AddExport(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   subcommand.Add("FILE", options->file, "The description file").Type("").Required();
   AddOutputOption(subcommand, options->output);
-  subcommand.Footer(kFooter);
+  subcommand.Footer(kFooter, {"plddb export my_devices.xml --output my_devices.xml", "plddb export - < my_devices.xml"});
   return [options] { return RunExport(*options); };
 }
 

@@ -1,13 +1,13 @@
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <memory>
-#include <string_view>
-#include <system_error>
 
+#include "colour.h"
 #include "command.h"
 #include "databases.h"
 #include "device_lookup.h"
 #include "device_text.h"
+#include "element_tables.h"
 #include "json_text.h"
 #include "shared_options.h"
 #include "standard_streams.h"
@@ -17,215 +17,237 @@
 namespace tool {
 namespace {
 
+using plddb::find::Key;
+using plddb::find::Kind;
+using plddb::find::Match;
+using plddb::find::Matches;
+
 constexpr const char* kFooter =
-    R"(A TEXT without an option is tried as every key, and the answer says which of them matched; when none does, near names are offered.
+    R"(A TEXT without an option is a name, code name, alias name, ordering name, JEDEC device file, entity name, id (8 hex digits, or 0x and 1 to 8 of them) or fuse count; failing that, a family or a package type; failing that, a pattern with * and ?, the beginning of one of these, or a part of one; failing that, a mark on a chip, which begins with a name and goes on with package, speed and temperature grade.
 
-Names, code names, alias names, ordering names and entity names are compared ignoring case; package types exactly; names of
-JEDEC device files by their first six characters and their length. The first device that matches is the answer, in the order
-of the databases and of their devices. --fuses alone lists all candidates for a fuse count.
+Letter case does not count, but for package types after --package and for JEDEC device files, which agree in their first six characters and their length. All devices that match are listed, in the order of the databases; where a lookup takes the first of several, it is marked.
 
-Exit code: 0 when something is found, 1 when nothing is, 2 for wrong usage or data that cannot be read.
-
-Examples: plddb find XC9572XL        plddb find --pon XC9572XL-7VQ44C        plddb find --package VQ44 --name xc9572xl)";
+Exit code: 0 when something is found, 1 when nothing is, or several with --unique; 2 for wrong usage or data that cannot be read.)";
 
 struct Options {
   std::vector<std::string> databases;
   std::array<std::string, kKeys.size()> keys;  // in the order of kKeys
   std::string fuses, fullName, package, family, text;
+  bool all = false;
+  bool unique = false;
   bool json = false;
 };
 
-/// What one key finds.
-struct Found {
-  std::string key;
-  const DeviceInfo* device;
+/// An answer, and all that is needed to show it.
+struct Answer {
+  Matches matches;
+  std::vector<std::string> suggestions;  // when there are no matches
+  std::string reason;                    // why there are none, where that is known
 };
 
-/// The fuse count that `text` says in decimal digits; 0, which is no count, when it does not.
-unsigned long FuseCount(const std::string& text) {
-  unsigned long count = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-  return error == std::errc() && end == text.data() + text.size() ? count : 0;
+unsigned long Fuses(const Options& options) { return plddb::find::ParseFuses(options.fuses); }
+
+/// The keys that --NAME asks for, at most one.
+std::size_t KeyAsked(const Options& options) {
+  const auto given = std::find_if(options.keys.begin(), options.keys.end(), [](const auto& key) { return !key.empty(); });
+  return static_cast<std::size_t>(given - options.keys.begin());
 }
 
 // --- The lookups ------------------------------------------------------------------------------------------------------------
 
-/// Leaves `database` with the family `name` (or alias name) alone; false, and no family, when it has none.
-bool KeepOnlyFamily(DeviceList& database, const std::string& name) {
-  const FamilyList* const kept = database.GetFamily(name.c_str());
-  for (int i = 0; FamilyList* const family = database.GetFamily(i);) {
-    if (family == kept) {
-      ++i;
-    } else {
-      ReleaseDevices(*family);
-      database.DeleteFamily(i);
-    }
-  }
-  return kept != nullptr;
-}
-
-/// What was asked by the key at `i`: by its option, or by a TEXT that may be any key.
-const std::string& Asked(const Options& options, std::size_t i) {
-  return options.text.empty() ? options.keys[i] : options.text;
-}
-
-const DeviceInfo* FindInPackage(const std::vector<Database>& databases, const Options& options, const char* name) {
-  return FirstOf(databases, [&](DeviceList& database) -> const DeviceInfo* {
-    const char* const type = options.package.c_str();
-    const FamilyList* const family = options.family.empty() ? nullptr : database.GetFamily(0);
-    if (options.family.empty()) return database.GetDeviceWithPackage(type, name);
-    return family == nullptr ? nullptr : family->GetDeviceWithPackage(type, name);
-  });
-}
-
-std::vector<Found> FindDevices(const std::vector<Database>& databases, const Options& options) {
-  std::vector<Found> found;
-  const auto add = [&](const char* key, const DeviceInfo* device) {
-    if (device != nullptr) found.push_back({key, device});
-  };
+Matches FindMatches(const plddb::find::Databases& databases, const Options& options) {
+  if (!options.text.empty()) return plddb::find::Find(databases, options.text, options.family);
+  const std::size_t key = KeyAsked(options);
   if (!options.package.empty()) {
-    add("package and name", FindInPackage(databases, options, options.keys.front().c_str()));
-  } else if (!options.fullName.empty()) {
-    add("full name", FirstOf(databases, [&](DeviceList& database) {
-          return database.GetDeviceWithFuseMapAndFullNameEx(FuseCount(options.fuses), options.fullName.c_str());
-        }));
-  } else {
-    for (std::size_t i = 0; i < kKeys.size(); ++i) {
-      const char* const text = Asked(options, i).c_str();
-      if (*text != '\0') add(kKeys[i].name, FindByKey(databases, kKeys[i], text, !options.family.empty()));
-    }
+    return plddb::find::FindPackage(databases, options.package, options.keys[key], options.family);
   }
-  return found;
+  if (!options.fullName.empty()) {
+    return plddb::find::FindFullName(databases, Fuses(options), options.fullName, options.family);
+  }
+  if (!options.fuses.empty()) return plddb::find::FindByKey(databases, Key::kFuses, options.fuses, options.family);
+  return plddb::find::FindByKey(databases, kKeys[key].key, options.keys[key], options.family);
 }
 
-// --- What is near -----------------------------------------------------------------------------------------------------------
-
-/// What was looked for as a name; empty when something else was.
-std::string WantedName(const Options& options) {
-  for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    if (kKeys[i].nameOf != nullptr && !Asked(options, i).empty()) return Asked(options, i);
-  }
-  return options.fullName;
+std::vector<std::string> WhatIsNear(const plddb::find::Databases& databases, const Options& options) {
+  if (!options.text.empty()) return plddb::find::NearNames(databases, options.text);
+  if (!options.fullName.empty()) return plddb::find::NearNames(databases, options.fullName, Key::kFullName);
+  const std::size_t key = KeyAsked(options);
+  if (key == kKeys.size() || kKeys[key].key > Key::kAlias) return {};  // numbers that differ in a digit are others
+  return plddb::find::NearNames(databases, options.keys[key], kKeys[key].key);
 }
 
-/// Names of the kinds that were asked for. A full name is compared with code names.
-std::vector<std::string_view> KnownNames(const std::vector<Database>& databases, const Options& options) {
-  if (!options.text.empty()) return AllNames(databases);
-  for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    if (!options.keys[i].empty()) return NamesByKey(databases, kKeys[i]);
+std::string WhyNothing(const plddb::find::Databases& databases, const Options& options) {
+  if (!options.fullName.empty()) return plddb::find::WhyNoFullName(databases, Fuses(options), options.fullName);
+  if (!options.package.empty()) return plddb::find::WhyNoPackage(databases, options.package, options.keys.front());
+  return "";
+}
+
+bool HasFamily(const std::vector<Database>& databases, const std::string& name) {
+  const auto names = FamilyNames(databases);
+  return std::any_of(names.begin(), names.end(), [&](std::string_view known) { return EqualIgnoringCase(known, name); });
+}
+
+Answer FindAnswer(const std::vector<Database>& databases, const Options& options) {
+  if (!options.family.empty() && !HasFamily(databases, options.family)) {
+    return {{}, Suggestions(options.family, FamilyNames(databases)), "no family is named " + Printable(options.family)};
   }
-  return NamesByKey(databases, kKeys[1]);
+  const plddb::find::Databases searched = ToSearch(databases);
+  Answer answer;
+  answer.matches = FindMatches(searched, options);
+  if (!answer.matches.empty()) return answer;
+  answer.reason = WhyNothing(searched, options);
+  if (answer.reason.empty()) answer.suggestions = WhatIsNear(searched, options);
+  return answer;
 }
 
 // --- Output -----------------------------------------------------------------------------------------------------------------
 
-std::string JsonReport(const std::vector<Found>& found, const std::vector<std::string>& suggestions) {
-  Json matches = Json::array();
-  for (const auto& [key, device] : found) {
-    matches.push_back({{"key", key},
-                       {"name", TextOrNull(device->GetName())},
-                       {"family", TextOrNull(FamilyNameOrNull(*device))},
-                       {"codeName", TextOrNull(device->GetCodeName())},
-                       {"packages", PackageTypeList(*device)}});
-  }
-  return ToText({{"matches", matches}, {"suggestions", suggestions}});
+constexpr std::size_t kMostShown = 20;
+
+/// How many of `matches` are shown.
+std::size_t Shown(const Matches& matches, const Options& options) {
+  return options.all ? matches.size() : std::min(matches.size(), kMostShown);
 }
 
-std::string Table(const std::vector<Found>& found) {
-  std::vector<Row> rows = {{"matched by", "device", "family", "code name", "packages"}};
-  for (const auto& [key, device] : found) {
-    rows.push_back({key, DeviceName(*device), FamilyName(*device), TextOrDash(device->GetCodeName()), PackageTypes(*device)});
+Json MarkOrNull(const Match& match) {
+  if (!match.mark) return nullptr;
+  const plddb::find::Mark& mark = *match.mark;
+  const auto orNull = [](const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); };
+  return {{"name", mark.name},
+          {"package", orNull(mark.package)},
+          {"packageDescribed", mark.isPackageDescribed},
+          {"leadFree", mark.isLeadFree},
+          {"speed", orNull(mark.speed)},
+          {"temperature", orNull(mark.temperature == '\0' ? "" : plddb::find::TemperatureName(mark.temperature))},
+          {"unknown", mark.unknown}};
+}
+
+Json KeyNames(const Match& match) {
+  Json names = Json::array();
+  for (const Key key : match.keys) names.push_back(NameOf(key));
+  return names;
+}
+
+Json ToJson(const Match& match, const Place& place) {
+  const DeviceInfo& device = *match.device;
+  return {{"key", NameOf(match.keys.front())},
+          {"matchedBy", KeyNames(match)},
+          {"match", NameOf(match.kind)},
+          {"name", TextOrNull(device.GetName())},
+          {"family", TextOrNull(FamilyNameOrNull(device))},
+          {"codeName", TextOrNull(device.GetCodeName())},
+          {"packages", PackageTypeList(device)},
+          {"file", place.database->file},
+          {"line", place.device->line},
+          {"mark", MarkOrNull(match)}};
+}
+
+/// The candidates of a fuse count, with the markers of devices that have two access modes.
+void AddCandidates(const std::vector<Database>& databases, const Options& options, Json& report) {
+  std::vector<std::string> all;
+  std::vector<std::string> names;
+  for (const Database& database : databases) {
+    std::vector<std::string> codeNames;
+    database.devices->GetDeviceCodeNameWithFuseMap(Fuses(options), codeNames);
+    all.insert(all.end(), codeNames.begin(), codeNames.end());
+    database.devices->GetDeviceWithFuseMap(Fuses(options), names);  // appends
+  }
+  report["fuses"] = Fuses(options);
+  report["codeNames"] = all;
+  report["names"] = names;
+}
+
+std::string JsonReport(const std::vector<Database>& databases, const Answer& answer, const Options& options) {
+  const Places places = PlacesOf(databases);
+  const std::size_t shown = Shown(answer.matches, options);
+  Json report = Json::object();
+  if (!options.fuses.empty() && options.fullName.empty()) AddCandidates(databases, options, report);
+  Json matches = Json::array();
+  for (std::size_t i = 0; i < shown; ++i) {
+    matches.push_back(ToJson(answer.matches[i], places.at(answer.matches[i].device)));
+  }
+  report["matches"] = std::move(matches);
+  report["ambiguous"] = IsAmbiguous(answer.matches);
+  report["more"] = answer.matches.size() - shown;
+  report["suggestions"] = answer.suggestions;
+  report["reason"] = answer.reason.empty() ? Json(nullptr) : Json(answer.reason);
+  return ToText(report);
+}
+
+/// A code name is shown where any device has another one than its name.
+bool HasOwnCodeNames(const Matches& matches) {
+  return std::any_of(matches.begin(), matches.end(),
+                     [](const Match& match) { return TextOrDash(match.device->GetCodeName()) != DeviceName(*match.device); });
+}
+
+std::string Table(const std::vector<Database>& databases, const Answer& answer, std::size_t shown) {
+  const Places places = PlacesOf(databases);
+  const bool withCodeName = HasOwnCodeNames(answer.matches);
+  std::vector<Row> rows = {{"matched by", "device", "family", "packages", "where"}};
+  if (withCodeName) rows.front().insert(rows.front().begin() + 3, "code name");
+  for (std::size_t i = 0; i < shown; ++i) {
+    const Match& match = answer.matches[i];
+    const Place& place = places.at(match.device);
+    const bool isMarked = i == 0 && IsAmbiguous(answer.matches);
+    rows.push_back({MatchedBy(match), DeviceName(*match.device) + (isMarked ? Painted(Paint::kMark, " *") : ""),
+                    FamilyName(*match.device), PackageTypes(*match.device), Where(place.database->file, place.device->line)});
+    if (withCodeName) rows.back().insert(rows.back().begin() + 3, TextOrDash(match.device->GetCodeName()));
   }
   return AlignedTable(rows);
 }
 
-// --- Fuse counts ------------------------------------------------------------------------------------------------------------
-
-std::string Lines(const char* title, const std::vector<std::string>& texts) {
-  std::string lines = texts.empty() ? "" : std::string(title) + "\n";
-  for (const std::string& text : texts) lines += "  " + Printable(text) + "\n";
-  return lines;
+/// What marks tell beyond their devices; equal for most of them, and said once then.
+std::string RestsOfMarks(const Answer& answer, std::size_t shown) {
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < shown; ++i) {
+    if (!answer.matches[i].mark) continue;
+    std::string line = RestOfMark(answer.matches[i]);
+    if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(std::move(line));
+  }
+  std::string text;
+  for (const std::string& line : lines) text += line;
+  return text.empty() ? "" : "\n" + text;
 }
 
-struct Candidates {
-  std::vector<std::string> codeNames;
-  std::vector<std::string> names;
-};
-
-Candidates FindCandidates(const std::vector<Database>& databases, unsigned long fuses) {
-  Candidates found;
-  if (fuses == 0) return found;
-  for (const Database& database : databases) {
-    std::vector<std::string> codeNames;
-    database.devices->GetDeviceCodeNameWithFuseMap(fuses, codeNames);
-    found.codeNames.insert(found.codeNames.end(), codeNames.begin(), codeNames.end());
-    database.devices->GetDeviceWithFuseMap(fuses, found.names);  // appends
-  }
-  return found;
-}
-
-ExitCode ListCandidates(const Candidates& found, const Options& options) {
-  const bool isFound = !found.codeNames.empty() || !found.names.empty();
-  if (options.json) {
-    const std::string& fuses = options.fuses.empty() ? options.text : options.fuses;
-    WriteOutput(ToText({{"fuses", FuseCount(fuses)}, {"codeNames", found.codeNames}, {"names", found.names}}));
-  } else if (isFound) {
-    WriteOutput(Lines("Code names for this fuse count:", found.codeNames) +
-                Lines("Names for it, of devices with a user signature:", found.names));
-  } else {
-    return ReportNothing({});
-  }
-  return isFound ? ExitCode::kFound : ExitCode::kNotFound;
+std::string Report(const std::vector<Database>& databases, const Answer& answer, const Options& options) {
+  const std::size_t shown = Shown(answer.matches, options);
+  const std::size_t rest = answer.matches.size() - shown;
+  return Table(databases, answer, shown) + (rest == 0 ? "" : "and " + std::to_string(rest) + " more; --all lists them\n") +
+         RestsOfMarks(answer, shown) +
+         (IsAmbiguous(answer.matches) ? "\n* More than one device matches; lookups take the first.\n" : "");
 }
 
 // --- The command ------------------------------------------------------------------------------------------------------------
 
 /// Refuses questions that no lookup answers.
 void CheckKeys(const Options& options, Option fuses) {
-  int keys = options.text.empty() ? 0 : 1;
-  for (const std::string& key : options.keys) keys += key.empty() ? 0 : 1;
-  keys += fuses.IsGiven() ? 1 : 0;
+  auto keys = std::count_if(options.keys.begin(), options.keys.end(), [](const auto& key) { return !key.empty(); });
+  keys += (options.text.empty() ? 0 : 1) + (fuses.IsGiven() ? 1 : 0);
   if (keys != 1) throw WrongUsage("give one TEXT, or one key to look for");
-  if (fuses.IsGiven() && FuseCount(options.fuses) == 0) {
+  if (fuses.IsGiven() && Fuses(options) == 0) {
     throw WrongUsage("--fuses is " + Printable(options.fuses) + ": expected a decimal number above 0");
   }
 }
 
-/// Leaves the databases with the family that was asked for; false when none of them has it.
-bool KeepFamily(const std::vector<Database>& databases, const std::string& name) {
-  bool isKnown = name.empty();
-  for (const Database& database : databases) {
-    if (!name.empty()) isKnown = KeepOnlyFamily(*database.devices, name) || isKnown;
-  }
-  return isKnown;
-}
-
-ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& options) {
-  const std::vector<Found> found = FindDevices(databases, options);
-  const Candidates candidates = FindCandidates(databases, FuseCount(options.text));  // a TEXT may be a fuse count, too
-  if (found.empty() && !candidates.codeNames.empty()) return ListCandidates(candidates, options);
-  const auto suggestions =
-      found.empty() ? Suggestions(WantedName(options), KnownNames(databases, options)) : std::vector<std::string>();
-  if (options.json) {
-    WriteOutput(JsonReport(found, suggestions));
-    return found.empty() ? ExitCode::kNotFound : ExitCode::kFound;
-  }
-  if (found.empty()) return ReportNothing(suggestions);
-  WriteOutput(Table(found));
-  return ExitCode::kFound;
+ExitCode ReportNoMatch(const Answer& answer) {
+  const bool isAboutFamily = answer.reason.rfind("no family ", 0) == 0;
+  if (isAboutFamily) return ReportNothing(answer.suggestions, answer.reason);
+  return ReportNothing(answer.suggestions, "nothing found" + (answer.reason.empty() ? "" : ": " + answer.reason));
 }
 
 ExitCode RunFind(const Options& options, Option fuses) {
   CheckKeys(options, fuses);
-  const std::vector<Database>& databases = LoadDatabases(options.databases);
-  const auto families_near =
-      options.family.empty() ? std::vector<std::string>() : Suggestions(options.family, FamilyNames(databases));
-  if (!KeepFamily(databases, options.family)) {
-    return ReportNothing(families_near, "no family is named " + Printable(options.family));
+  const std::vector<Database>& databases = LoadDatabases(options.databases, Outlines::kYes);
+  const Answer answer = FindAnswer(databases, options);
+  if (options.json) {
+    WriteOutput(JsonReport(databases, answer, options));
+  } else if (answer.matches.empty()) {
+    return ReportNoMatch(answer);
+  } else {
+    WriteOutput(Report(databases, answer, options));
   }
-  const bool listsCandidates = !options.fuses.empty() && options.fullName.empty();
-  if (listsCandidates) return ListCandidates(FindCandidates(databases, FuseCount(options.fuses)), options);
-  return AnswerDevices(databases, options);
+  if (options.unique && answer.matches.size() > 1) return ReportSeveral(answer.matches.size());
+  return answer.matches.empty() ? ExitCode::kNotFound : ExitCode::kFound;
 }
 
 }  // namespace
@@ -234,25 +256,28 @@ Run AddFind(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   AddDatabaseOption(subcommand, options->databases);
   for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    subcommand.Add("--" + std::string(kKeys[i].name), options->keys[i], kKeys[i].help).Type("TEXT").NotEmpty();
+    subcommand.Add("--" + std::string(NameOf(kKeys[i].key)), options->keys[i], kKeys[i].help).Type("TEXT").NotEmpty();
   }
-  const Option fuses = subcommand.Add("--fuses", options->fuses, "The fuse count of a fuse-map file").Type("N");
+  const Option fuses =
+      subcommand.Add("--fuses", options->fuses, "The fuse count of a fuse-map file: all devices that have it").Type("N");
   subcommand
       .Add("--full-name", options->fullName,
-           "The device's full name in that file: blanks and what follows its last '-' do not count")
+           "The device's full name in that file: blanks, a speed grade and what follows the last '-' do not count")
       .Type("TEXT")
       .NotEmpty()
       .Needs(fuses);
-  subcommand.Add("--package", options->package, "A package type that the device of that name has")
+  subcommand.Add("--package", options->package, "A package type that the device of that name has; letter case counts")
       .Type("TYPE")
       .NotEmpty()
       .Needs(subcommand.Get("--name"));
-  subcommand.Add("--family", options->family, "Only devices of the family of this name or alias name (letter case counts)")
-      .Type("NAME")
-      .NotEmpty();
-  subcommand.AddFlag("--json", options->json, "Write a JSON object: {matches, suggestions}, or the candidates of --fuses");
+  subcommand.Add("--family", options->family, "Only devices of families of this name or alias name").Type("NAME").NotEmpty();
+  subcommand.AddFlag("--unique", options->unique, "Several devices are an error: exit code 1");
+  subcommand.AddFlag("--all", options->all, "List all devices that match; without it the first 20");
+  subcommand.AddFlag("--json", options->json, "Write a JSON object: {matches, ambiguous, more, suggestions, reason}");
   subcommand.Add("TEXT", options->text, "What to look for by every key").Type("").NotEmpty();
-  subcommand.Footer(kFooter);
+  subcommand.Footer(kFooter,
+                    {"plddb find XC9572XL-10VQG44C", "plddb find 'XC95*XL'", "plddb find --package VQ44 --name xc9572xl",
+                     "plddb find --fuses 46656 --full-name XC9572XL-10-VQ44"});
   return [options, fuses] { return RunFind(*options, fuses); };
 }
 

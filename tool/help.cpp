@@ -9,7 +9,8 @@ namespace tool {
 
 Run AddHelp(Subcommand subcommand) {
   const auto wanted = std::make_shared<std::string>();
-  subcommand.Add("COMMAND", *wanted, "The subcommand; without it, what plddb --help says").Type("");
+  subcommand.Add("COMMAND", *wanted, "The subcommand; without it, what plddb --help shows").Type("");
+  subcommand.Footer("", {"plddb help find", "plddb help"});
   return [subcommand, wanted] {
     WriteOutput(wanted->empty() ? subcommand.HelpOfProgram() : subcommand.HelpOf(*wanted));
     return ExitCode::kFound;

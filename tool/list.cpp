@@ -1,4 +1,5 @@
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "command.h"
@@ -15,46 +16,97 @@ namespace tool {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Without --family all families are listed, with it the devices of all families of that name. Hidden families are listed like any
-other, and marked: lookups find their devices. The id is the one for JTAG, or else the one for ISP; where the scan mask has a 0,
-the bit of the id does not count.
+    R"(Without a FAMILY all families are listed, with it the devices of all families of that name or alias name, in any letter case; failing that, of those whose names contain it. Hidden families, whose devices are no programmable logic, are left out unless they are named, or with --all: lookups find their devices. The id is the one for JTAG, or else the one for ISP; where the scan mask has a 0, the bit of the id does not count.
 
-Exit code: 0 when the family is known, 1 when it is not, 2 for wrong usage or data that cannot be read.
-
-Examples: plddb list        plddb list --family XC9500XL --json)";
+Exit code: 0 when something is listed, 1 when nothing is; 2 for wrong usage or data that cannot be read.)";
 
 struct Options {
   std::vector<std::string> databases;
   std::string family;
+  std::string maker;
+  std::string package;
+  std::string irLength;
+  std::string format = "text";
+  bool devices = false;
+  bool all = false;
   bool files = false;
   bool json = false;
+
+  bool HasFilter() const { return !maker.empty() || !package.empty() || !irLength.empty(); }
+  bool WantsDevices() const { return devices || !family.empty() || HasFilter(); }
 };
 
-/// A family, and the database in which it stands.
-struct Listed {
+/// A family, and the database that has it.
+struct ListedFamily {
   const FamilyList* family;
   const Database* database;
 };
 
-bool Equal(const char* text, const std::string& name) { return text != nullptr && text == name; }
+struct ListedDevice {
+  const DeviceInfo* device;
+  const FamilyList* family;
+  const Database* database;
+};
 
-/// The families of this name or alias name, all of them: what a lookup does not reach is listed as well. Without a name, all.
-std::vector<Listed> Families(const std::vector<Database>& databases, const std::string& name) {
-  std::vector<Listed> families;
+/// All families for which `isMeant(const FamilyList&)`: what a lookup does not reach is listed as well.
+template <typename Rule>
+std::vector<ListedFamily> FamiliesWhere(const std::vector<Database>& databases, Rule isMeant) {
+  std::vector<ListedFamily> families;
   for (const Database& database : databases) {
     for (int i = 0; const FamilyList* const family = database.devices->GetFamily(i); ++i) {
-      const bool isMeant = name.empty() || Equal(family->GetName(), name) || Equal(family->GetAliasName(), name);
-      if (isMeant) families.push_back({family, &database});
+      if (isMeant(*family)) families.push_back({family, &database});
     }
   }
   return families;
 }
 
-template <typename Visit>
-void ForEachDevice(const std::vector<Listed>& families, Visit visit) {
-  for (const auto& [family, database] : families) {
-    for (int d = 0; const DeviceInfo* const device = family->GetDevice(d); ++d) visit(*device, database->file);
+template <typename Rule>
+bool AnyName(const FamilyList& family, Rule agrees) {
+  for (const char* const name : {family.GetName(), family.GetAliasName()}) {
+    if (name != nullptr && agrees(std::string_view(name))) return true;
   }
+  return false;
+}
+
+bool IsHidden(const FamilyList& family) { return IsHidenFamily(&family); }
+
+/// The families that `options` ask for.
+std::vector<ListedFamily> Families(const std::vector<Database>& databases, const Options& options) {
+  if (options.family.empty()) {
+    return FamiliesWhere(databases, [&](const FamilyList& family) { return options.all || !IsHidden(family); });
+  }
+  const auto isName = [&](std::string_view name) { return EqualIgnoringCase(name, options.family); };
+  const auto hasPart = [&](std::string_view name) { return ContainsIgnoringCase(name, options.family); };
+  auto families = FamiliesWhere(databases, [&](const FamilyList& family) { return AnyName(family, isName); });
+  if (!families.empty()) return families;
+  families = FamiliesWhere(
+      databases, [&](const FamilyList& family) { return AnyName(family, hasPart) && (options.all || !IsHidden(family)); });
+  if (!families.empty()) return families;
+  return FamiliesWhere(databases, [&](const FamilyList& family) { return AnyName(family, hasPart); });
+}
+
+bool HasPackage(const DeviceInfo& device, const std::string& wanted) {
+  for (const std::string& type : PackageTypeList(device)) {
+    if (EqualIgnoringCase(type, wanted)) return true;
+  }
+  return false;
+}
+
+bool PassesFilters(const DeviceInfo& device, const Options& options) {
+  const char* const maker = device.GetVendor();
+  if (!options.maker.empty() && !ContainsIgnoringCase(maker == nullptr ? "" : maker, options.maker)) return false;
+  if (!options.package.empty() && !HasPackage(device, options.package)) return false;
+  return options.irLength.empty() || std::to_string(device.GetIRLength()) == options.irLength;
+}
+
+std::vector<ListedDevice> Devices(const std::vector<ListedFamily>& families, const Options& options) {
+  std::vector<ListedDevice> devices;
+  for (const auto& [family, database] : families) {
+    for (int d = 0; const DeviceInfo* const device = family->GetDevice(d); ++d) {
+      if (PassesFilters(*device, options)) devices.push_back({device, family, database});
+    }
+  }
+  return devices;
 }
 
 // --- Tables -----------------------------------------------------------------------------------------------------------------
@@ -62,25 +114,38 @@ void ForEachDevice(const std::vector<Listed>& families, Visit visit) {
 std::string Notes(const FamilyList& family) {
   const std::string alias = TextOrDash(family.GetAliasName());
   std::string notes = alias == "-" ? "" : "also named " + alias;
-  if (IsHidenFamily(&family)) notes += notes.empty() ? "hidden" : ", hidden";
+  if (IsHidden(family)) notes += notes.empty() ? "hidden" : ", hidden";
   return notes;
 }
 
-/// `rows` without their last cells, the files, where all is of one file.
-std::string Table(std::vector<Row> rows, const std::vector<Database>& databases) {
+/// `rows` without their last cells, the files, where all is of one file; in the form that was asked for.
+std::string Table(std::vector<Row> rows, const std::vector<Database>& databases, const Options& options) {
+  if (options.format == "tsv") return TabbedTable(rows);
   if (databases.size() < 2) {
     for (Row& row : rows) row.pop_back();
   }
   return AlignedTable(rows);
 }
 
-std::string FamilyTable(const std::vector<Listed>& families, const std::vector<Database>& databases) {
+std::string FamilyTable(const std::vector<ListedFamily>& families, const std::vector<Database>& databases,
+                        const Options& options) {
   std::vector<Row> rows = {{"family", "devices", "notes", "file"}};
   for (const auto& [family, database] : families) {
     rows.push_back(
         {TextOrDash(family->GetName()), std::to_string(family->GetDeviceCount()), Notes(*family), Printable(database->file)});
   }
-  return Table(std::move(rows), databases);
+  return Table(std::move(rows), databases, options);
+}
+
+/// "375 devices of 37 hidden families are left out", for people; empty when there are none.
+std::string LeftOut(const std::vector<Database>& databases, const Options& options) {
+  if (options.all || options.format != "text") return "";
+  const auto hidden = FamiliesWhere(databases, IsHidden);
+  unsigned int devices = 0;
+  for (const auto& [family, database] : hidden) devices += family->GetDeviceCount();
+  if (hidden.empty()) return "";
+  return "\n" + std::to_string(hidden.size()) + " hidden " + (hidden.size() == 1 ? "family" : "families") + " with " +
+         std::to_string(devices) + (devices == 1 ? " device is" : " devices are") + " left out; --all lists all\n";
 }
 
 /// The identifier by which a scan finds the device; the ISP one where there is no other.
@@ -89,25 +154,38 @@ std::string Identifier(const DeviceInfo& device) {
   return device.GetispDeviceID() == 0 ? "-" : IdText(device.GetispDeviceID()) + " (ISP)";
 }
 
-std::string DeviceTable(const std::vector<Listed>& families, const std::vector<Database>& databases) {
-  std::vector<Row> rows = {{"device", "id", "scan mask", "IR length", "packages", "file"}};
-  ForEachDevice(families, [&](const DeviceInfo& device, const std::string& file) {
-    const unsigned int mask = device.GetDeviceIDScanMask();
-    rows.push_back({DeviceName(device), Identifier(device), mask == 0 ? "-" : IdText(mask), IrLengthText(device),
-                    PackageTypes(device), Printable(file)});
-  });
-  return Table(std::move(rows), databases);
+/// One family's devices need no column for it.
+bool AreOfOneFamily(const std::vector<ListedDevice>& devices) {
+  for (const ListedDevice& listed : devices) {
+    if (listed.family != devices.front().family) return false;
+  }
+  return true;
+}
+
+std::string DeviceTable(const std::vector<ListedDevice>& devices, const std::vector<Database>& databases,
+                        const Options& options) {
+  const bool withFamily = options.format == "tsv" || !AreOfOneFamily(devices);
+  std::vector<Row> rows = {{"device", "family", "id", "scan mask", "IR length", "packages", "file"}};
+  for (const auto& [device, family, database] : devices) {
+    const unsigned int mask = device->GetDeviceIDScanMask();
+    rows.push_back({DeviceName(*device), TextOrDash(family->GetName()), Identifier(*device), mask == 0 ? "-" : IdText(mask),
+                    IrLengthText(*device), PackageTypes(*device), Printable(database->file)});
+  }
+  if (!withFamily) {
+    for (Row& row : rows) row.erase(row.begin() + 1);
+  }
+  return Table(std::move(rows), databases, options);
 }
 
 // --- JSON -------------------------------------------------------------------------------------------------------------------
 
-std::string FamilyJson(const std::vector<Listed>& families) {
+std::string FamilyJson(const std::vector<ListedFamily>& families) {
   Json list = Json::array();
   for (const auto& [family, database] : families) {
     list.push_back({{"name", TextOrNull(family->GetName())},
                     {"aliasName", TextOrNull(family->GetAliasName())},
                     {"devices", family->GetDeviceCount()},
-                    {"hidden", IsHidenFamily(family)},
+                    {"hidden", IsHidden(*family)},
                     {"file", database->file}});
   }
   return ToText({{"families", list}});
@@ -115,31 +193,32 @@ std::string FamilyJson(const std::vector<Listed>& families) {
 
 Json IdOrNull(unsigned int id) { return id == 0 ? Json(nullptr) : Json(IdText(id)); }
 
-std::string DeviceJson(const std::vector<Listed>& families, const std::vector<std::string>& suggestions) {
+std::string DeviceJson(const std::vector<ListedDevice>& devices, const std::vector<std::string>& suggestions) {
   Json list = Json::array();
-  ForEachDevice(families, [&](const DeviceInfo& device, const std::string& file) {
-    list.push_back({{"family", TextOrNull(FamilyNameOrNull(device))},
-                    {"name", TextOrNull(device.GetName())},
-                    {"codeName", TextOrNull(device.GetCodeName())},
-                    {"jtagId", IdOrNull(device.GetjtagDeviceID())},
-                    {"ispId", IdOrNull(device.GetispDeviceID())},
-                    {"scanMask", IdOrNull(device.GetDeviceIDScanMask())},
-                    {"irLength", NumberOrNull(device.GetIRLength())},
-                    {"packages", PackageTypeList(device)},
-                    {"file", file}});
-  });
+  for (const auto& [device, family, database] : devices) {
+    list.push_back({{"family", TextOrNull(family->GetName())},
+                    {"name", TextOrNull(device->GetName())},
+                    {"codeName", TextOrNull(device->GetCodeName())},
+                    {"maker", TextOrNull(device->GetVendor())},
+                    {"jtagId", IdOrNull(device->GetjtagDeviceID())},
+                    {"ispId", IdOrNull(device->GetispDeviceID())},
+                    {"scanMask", IdOrNull(device->GetDeviceIDScanMask())},
+                    {"irLength", NumberOrNull(device->GetIRLength())},
+                    {"packages", PackageTypeList(*device)},
+                    {"file", database->file}});
+  }
   return ToText({{"devices", list}, {"suggestions", suggestions}});
 }
 
 // --- Files -------------------------------------------------------------------------------------------------------------------
 
-std::string FileTable(const std::vector<Database>& databases) {
+std::string FileTable(const std::vector<Database>& databases, const Options& options) {
   std::vector<Row> rows = {{"order", "from", "families", "devices", "file"}};
   for (const Database& database : databases) {
     rows.push_back({std::to_string(rows.size()), NameOf(database.origin), std::to_string(database.devices->GetFamilyCount()),
                     std::to_string(database.devices->GetDeviceCount()), Printable(database.file)});
   }
-  return AlignedTable(rows);
+  return options.format == "tsv" ? TabbedTable(rows) : AlignedTable(rows);
 }
 
 std::string FileJson(const std::vector<Database>& databases) {
@@ -155,29 +234,87 @@ std::string FileJson(const std::vector<Database>& databases) {
 
 // --- The command ------------------------------------------------------------------------------------------------------------
 
-ExitCode ListDevices(const std::vector<Database>& databases, const Options& options) {
-  const std::vector<Listed> families = Families(databases, options.family);
-  const auto suggestions = families.empty() ? Suggestions(options.family, FamilyNames(databases)) : std::vector<std::string>();
-  if (options.json) {
-    WriteOutput(DeviceJson(families, suggestions));
-  } else if (families.empty()) {
-    return ReportNothing(suggestions, "no family is named " + Printable(options.family));
-  } else {
-    WriteOutput(DeviceTable(families, databases));
+/// The makers and package types of all devices.
+std::vector<std::string_view> Makers(const std::vector<Database>& databases) {
+  std::vector<std::string_view> makers;
+  for (const Database& database : databases) {
+    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
+      if (device.GetVendor() != nullptr) makers.emplace_back(device.GetVendor());
+    });
   }
-  return families.empty() ? ExitCode::kNotFound : ExitCode::kFound;
+  return EachOnce(makers);
 }
 
-ExitCode RunList(const Options& options) {
+/// Why nothing is listed.
+struct Nothing {
+  std::string message;
+  std::vector<std::string> suggestions;
+};
+
+Nothing WhyNothing(const std::vector<Database>& databases, const Options& options, bool hasFamily) {
+  if (!hasFamily) {
+    return {"no family is named " + Printable(options.family), Suggestions(options.family, FamilyNames(databases))};
+  }
+  Nothing nothing = {"no such device", {}};
+  if (!options.maker.empty()) nothing.suggestions = Suggestions(options.maker, Makers(databases));
+  if (!options.package.empty() && nothing.suggestions.empty()) {
+    const auto types = plddb::find::TextsOf(ToSearch(databases), plddb::find::Key::kPackage);
+    nothing.suggestions = Suggestions(options.package, EachOnce(types));
+  }
+  return nothing;
+}
+
+ExitCode ListDevices(const std::vector<Database>& databases, const Options& options) {
+  const std::vector<ListedFamily> families = Families(databases, options);
+  const std::vector<ListedDevice> devices = Devices(families, options);
+  const bool isNothing = families.empty() || (devices.empty() && (options.HasFilter() || options.family.empty()));
+  const Nothing nothing = isNothing ? WhyNothing(databases, options, !families.empty() || options.family.empty()) : Nothing();
+  if (options.format == "json") {
+    WriteOutput(DeviceJson(devices, nothing.suggestions));
+  } else if (isNothing) {
+    return ReportNothing(nothing.suggestions, nothing.message);
+  } else {
+    WriteOutput(DeviceTable(devices, databases, options));
+  }
+  return isNothing ? ExitCode::kNotFound : ExitCode::kFound;
+}
+
+ExitCode RunList(Options options) {
+  if (options.json) options.format = "json";
+  const bool asJson = options.format == "json";
   const std::vector<Database>& databases = LoadDatabases(options.databases);
   if (options.files) {
-    WriteOutput(options.json ? FileJson(databases) : FileTable(databases));
+    WriteOutput(asJson ? FileJson(databases) : FileTable(databases, options));
     return ExitCode::kFound;
   }
-  if (!options.family.empty()) return ListDevices(databases, options);
-  const std::vector<Listed> families = Families(databases, "");
-  WriteOutput(options.json ? FamilyJson(families) : FamilyTable(families, databases));
+  if (options.WantsDevices()) return ListDevices(databases, options);
+  const std::vector<ListedFamily> families = Families(databases, options);
+  WriteOutput(asJson ? FamilyJson(families) : FamilyTable(families, databases, options) + LeftOut(databases, options));
   return ExitCode::kFound;
+}
+
+std::string ComplaintAboutLength(const std::string& text) {
+  const bool isNumber = !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == text.npos;
+  return isNumber && text.front() != '0' ? "" : "expected a number of bits above 0, not " + Printable(text);
+}
+
+void AddChoice(Subcommand subcommand, Options& options) {
+  const Option family =
+      subcommand.Add("FAMILY", options.family, "List the devices of the families of this name").Type("").NotEmpty();
+  const Option named =
+      subcommand.Add("--family", options.family, "The same as FAMILY").Type("NAME").NotEmpty().Excludes(family);
+  const Option devices = subcommand.AddFlag("--devices", options.devices, "List the devices of all families");
+  const Option maker =
+      subcommand.Add("--maker", options.maker, "Only devices whose maker's name contains this").Type("NAME").NotEmpty();
+  const Option package =
+      subcommand.Add("--package", options.package, "Only devices with this package type").Type("TYPE").NotEmpty();
+  const Option length = subcommand.Add("--ir", options.irLength, "Only devices with an IR of so many bits")
+                            .Type("LENGTH")
+                            .Check(ComplaintAboutLength);
+  const Option all = subcommand.AddFlag("--all", options.all, "With hidden families");
+  const Option files = subcommand.AddFlag("--files", options.files,
+                                          "List the description files that are read, in the order in which they are searched");
+  for (const Option& other : {family, named, devices, maker, package, length, all}) files.Excludes(other);
 }
 
 }  // namespace
@@ -185,17 +322,14 @@ ExitCode RunList(const Options& options) {
 Run AddList(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   AddDatabaseOption(subcommand, options->databases);
-  const Option family =
-      subcommand
-          .Add("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
-          .Type("NAME")
-          .NotEmpty();
+  AddChoice(subcommand, *options);
+  const Option format = subcommand.Add("--format", options->format, "What to write (default text)");
+  format.Type("text|tsv|json").OneOf({"text", "tsv", "json"});
   subcommand
-      .AddFlag("--files", options->files, "List the description files that are read, in the order in which they are searched")
-      .Excludes(family);
-  subcommand.AddFlag("--json", options->json,
-                     "Write a JSON object: {families}, {devices, suggestions} with --family, {files} with --files");
-  subcommand.Footer(kFooter);
+      .AddFlag("--json", options->json,
+               "The same as --format json: {families}; {devices, suggestions} of devices; {files} of --files")
+      .Excludes(format);
+  subcommand.Footer(kFooter, {"plddb list", "plddb list artix", "plddb list --devices --maker xilinx --package VQ44"});
   return [options] { return RunList(*options); };
 }
 

@@ -13,9 +13,7 @@ constexpr const char* kFooter =
 of two with one name the first answers for it. What lookups will not find is told on standard error. The file that is written
 has the form that plddb export gives.
 
-Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.
-
-Example: plddb merge first.xml second.xml --output all.xml)";
+Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.)";
 
 struct Options {
   std::vector<std::string> files;
@@ -38,7 +36,7 @@ Run AddMerge(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("").Required();
   AddOutputOption(subcommand, options->output);
-  subcommand.Footer(kFooter);
+  subcommand.Footer(kFooter, {"plddb merge first.xml second.xml --output all.xml", "plddb merge descriptions"});
   return [options] { return RunMerge(*options); };
 }
 

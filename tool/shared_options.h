@@ -13,13 +13,15 @@ namespace tool {
 inline void AddDatabaseOption(Subcommand subcommand, std::vector<std::string>& databases) {
   subcommand
       .Add("--db", databases,
-           "A description file, or a folder of *.xml, in place of all others; +FILE: before them; may be given several times")
+           "A description file, a folder of *.xml, or - for standard input, in place of all others; +FILE: before them; may be "
+           "given several times")
       .Type("[+]FILE")
       .OneValueEach();
 }
 
 inline void AddOutputOption(Subcommand subcommand, std::string& output) {
-  subcommand.Add("--output", output, "Where to write, instead of standard output; replaced only as a whole").Type("OUT");
+  subcommand.Add("--output", output, "Where to write; replaced only as a whole. Without it, or with -, standard output")
+      .Type("OUT");
 }
 
 }  // namespace tool

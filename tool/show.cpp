@@ -1,9 +1,7 @@
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <vector>
 
-#include "Chain.h"
 #include "colour.h"
 #include "command.h"
 #include "databases.h"
@@ -19,100 +17,31 @@
 namespace tool {
 namespace {
 
+using plddb::find::Match;
+using plddb::find::Matches;
+
 constexpr const char* kFooter =
-    R"(TEXT is a name, code name, alias name, ordering name or any other key that plddb find knows, or an id of 8 hex digits (0x and 1
-to 8 of them): the identifier for JTAG, failing that the one for ISP. The first device that matches is shown, in the order of the
-databases and of their devices; the others are listed at the end.
+    R"(TEXT is all that plddb find knows: a name, ordering name, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; where there are others, it is marked, and they are listed at the end.
 
-Shown is what is set, as a description file writes it, and where it is said. What has its default is left out, and so is what a
-reader derives. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
+Shown is what is set, as a description file writes it, and in which line. What has its default is left out, and so is what is derived on loading. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
 
-Exit code: 0 when a device is found, 1 when none is, 2 for wrong usage or data that cannot be read.
-
-Examples: plddb show XC9572XL        plddb show --json 0x59604093)";
+Exit code: 0 when a device is found, 1 when none is, or several with --unique; 2 for wrong usage or data that cannot be read.)";
 
 constexpr int kModes = 7;  // of chain processing
 
 struct Options {
   std::vector<std::string> databases;
   std::string text;
+  bool all = false;
+  bool unique = false;
   bool json = false;
 };
 
-/// Where a device is described.
-struct Origin {
-  const Database* database;
-  const plddb::Element* family;
-  const plddb::Element* device;
-};
+constexpr std::size_t kMostOthers = 20;
 
-using Origins = std::map<const DeviceInfo*, Origin>;
-
-/// A device that matches, and the keys by which it does.
-struct Match {
-  DeviceInfo* device;
-  std::vector<std::string> keys;
-};
-
-Origins OriginsOf(const std::vector<Database>& databases) {
-  Origins origins;
-  for (const Database& database : databases) {
-    int f = 0;
-    for (const plddb::Element& family : database.outline.root.children) {
-      int d = 0;
-      for (const plddb::Element& child : family.children) {
-        if (child.name == "Device") origins[database.devices->GetFamily(f)->GetDevice(d++)] = {&database, &family, &child};
-      }
-      ++f;
-    }
-  }
-  return origins;
-}
-
-// --- The devices that match -------------------------------------------------------------------------------------------------
-
-/// What the lookups find for `text` first, key by key; a device that several keys find once.
-std::vector<Match> FirstMatches(const std::vector<Database>& databases, const std::string& text) {
-  std::vector<Match> matches;
-  const auto add = [&](const char* key, const DeviceInfo* found) {
-    if (found == nullptr) return;
-    const auto known = std::find_if(matches.begin(), matches.end(), [&](const Match& m) { return m.device == found; });
-    if (known == matches.end()) {
-      matches.push_back({const_cast<DeviceInfo*>(found), {key}});
-    } else {
-      known->keys.emplace_back(key);
-    }
-  };
-  for (const Key& key : kKeys) add(key.name, FindByKey(databases, key, text.c_str()));
-  if (const auto id = plddb::chain::ParseId(text)) {
-    const auto with_id = [&](const char* comm) {
-      return FirstOf(databases, [&](DeviceList& database) { return database.GetDeviceWithCommAndID(comm, *id); });
-    };
-    const DeviceInfo* const jtag = with_id("JTAG");
-    add(jtag == nullptr ? "id for ISP" : "id", jtag == nullptr ? with_id("ISP") : jtag);
-  }
-  return matches;
-}
-
-/// Takes a device out of its family, so that lookups find the next one.
-std::unique_ptr<DeviceInfo> TakeOut(DeviceInfo& device) {
-  FamilyList& family = *device.GetFamilyObject();
-  int position = 1;
-  while (family.GetDevice(position - 1) != &device) ++position;
-  return std::unique_ptr<DeviceInfo>(family.DeleteDevice(position));
-}
-
-/// All that match, in the order in which lookups find them when those that were found are not there. They are in `taken_out`
-/// then, and no longer in their databases: lookups alone know what matches, and they answer with the first only.
-std::vector<Match> AllMatches(const std::vector<Database>& databases, const std::string& text,
-                              std::vector<std::unique_ptr<DeviceInfo>>& taken_out) {
-  std::vector<Match> all;
-  for (;;) {
-    const std::vector<Match> matches = FirstMatches(databases, text);
-    if (matches.empty()) return all;
-    for (const Match& match : matches) taken_out.push_back(TakeOut(*match.device));
-    all.insert(all.end(), matches.begin(), matches.end());
-  }
+/// How many of the other devices are shown.
+std::size_t OthersShown(const Matches& matches, const Options& options) {
+  return options.all ? matches.size() - 1 : std::min(matches.size() - 1, kMostOthers);
 }
 
 std::vector<int> BypassModes(const DeviceInfo& device) {
@@ -122,6 +51,9 @@ std::vector<int> BypassModes(const DeviceInfo& device) {
   }
   return modes;
 }
+
+/// Describing takes a device that may be changed, and changes nothing.
+DeviceInfo& Writable(const DeviceInfo& device) { return const_cast<DeviceInfo&>(device); }
 
 std::string Listing(const std::vector<std::string>& texts) {
   std::string listing;
@@ -137,26 +69,33 @@ std::string BypassText(const DeviceInfo& device) {
   return "\nBypass device in modes: " + (modes.empty() ? "none" : Listing(modes)) + "\n";
 }
 
-std::string OtherMatches(const std::vector<Match>& matches, const Origins& origins) {
+std::string OtherMatches(const Matches& matches, const Places& places, const Options& options) {
   if (matches.size() < 2) return "";
   std::vector<Row> rows = {{"matched by", "device", "family", "code name", "where"}};
-  for (auto match = matches.begin() + 1; match != matches.end(); ++match) {
-    const Origin& origin = origins.at(match->device);
-    rows.push_back({Listing(match->keys), DeviceName(*match->device), FamilyName(*match->device),
-                    TextOrDash(match->device->GetCodeName()), Where(origin.database->file, origin.device->line)});
+  const std::size_t shown = OthersShown(matches, options);
+  for (std::size_t i = 1; i <= shown; ++i) {
+    const Place& place = places.at(matches[i].device);
+    rows.push_back({MatchedBy(matches[i]), DeviceName(*matches[i].device), FamilyName(*matches[i].device),
+                    TextOrDash(matches[i].device->GetCodeName()), Where(place.database->file, place.device->line)});
   }
-  return "\n" + Painted(Paint::kMark, "More than one device matches, and the first was taken.") + " The others:\n" +
-         AlignedTable(rows, "  ");
+  const std::size_t rest = matches.size() - 1 - shown;
+  return "\n" + Painted(Paint::kMark, "* More than one device matches, and the first was taken.") + " The others:\n" +
+         AlignedTable(rows, "  ") + (rest == 0 ? "" : "  and " + std::to_string(rest) + " more; --all lists them\n");
 }
 
-std::string Report(const std::vector<Match>& matches, const Origins& origins) {
-  DeviceInfo& device = *matches.front().device;
-  const Origin& origin = origins.at(&device);
-  const std::string& file = origin.database->file;
-  return "Device " + DeviceName(device) + ", matched by " + Listing(matches.front().keys) + "\n" +
-         ElementTables(Located(plddb::Describe(device).root, *origin.device), file) + "\nFamily " + FamilyName(device) + "\n" +
-         ElementTables(Located(plddb::Describe(*device.GetFamilyObject()).root, *origin.family), file) + BypassText(device) +
-         OtherMatches(matches, origins);
+std::string Heading(const Matches& matches) {
+  const Match& match = matches.front();
+  return "Device " + DeviceName(*match.device) + (matches.size() > 1 ? Painted(Paint::kMark, " *") : "") + ", matched by " +
+         MatchedBy(match) + "\n" + (match.mark ? RestOfMark(match) : "");
+}
+
+std::string Report(const Matches& matches, const Places& places, const Options& options) {
+  const DeviceInfo& device = *matches.front().device;
+  const Place& place = places.at(&device);
+  return Heading(matches) + "File " + Printable(place.database->file) + "\n" +
+         ElementTables(Located(plddb::Describe(Writable(device)).root, *place.device)) + "\nFamily " + FamilyName(device) +
+         "\n" + ElementTables(Located(plddb::Describe(*device.GetFamilyObject()).root, *place.family)) + BypassText(device) +
+         OtherMatches(matches, places, options);
 }
 
 // --- JSON -------------------------------------------------------------------------------------------------------------------
@@ -175,36 +114,45 @@ Json ToJson(const plddb::Element& element) {
           {"lists", std::move(lists)}};
 }
 
-Json OthersJson(const std::vector<Match>& matches, const Origins& origins) {
+Json KeyNames(const Match& match) {
+  Json names = Json::array();
+  for (const plddb::find::Key key : match.keys) names.push_back(NameOf(key));
+  return names;
+}
+
+Json OthersJson(const Matches& matches, const Places& places, const Options& options) {
   Json others = Json::array();
-  for (auto match = matches.begin() + 1; match < matches.end(); ++match) {
-    const Origin& origin = origins.at(match->device);
-    others.push_back({{"matchedBy", match->keys},
-                      {"name", TextOrNull(match->device->GetName())},
-                      {"codeName", TextOrNull(match->device->GetCodeName())},
-                      {"family", TextOrNull(FamilyNameOrNull(*match->device))},
-                      {"file", origin.database->file},
-                      {"line", origin.device->line}});
+  for (std::size_t i = 1; i <= OthersShown(matches, options); ++i) {
+    const Place& place = places.at(matches[i].device);
+    others.push_back({{"matchedBy", KeyNames(matches[i])},
+                      {"name", TextOrNull(matches[i].device->GetName())},
+                      {"codeName", TextOrNull(matches[i].device->GetCodeName())},
+                      {"family", TextOrNull(FamilyNameOrNull(*matches[i].device))},
+                      {"file", place.database->file},
+                      {"line", place.device->line}});
   }
   return others;
 }
 
-std::string JsonReport(const std::vector<Match>& matches, const Origins& origins) {
-  DeviceInfo& device = *matches.front().device;
-  const Origin& origin = origins.at(&device);
-  return ToText({{"matchedBy", matches.front().keys},
-                 {"file", origin.database->file},
-                 {"device", ToJson(Located(plddb::Describe(device).root, *origin.device))},
-                 {"family", ToJson(Located(plddb::Describe(*device.GetFamilyObject()).root, *origin.family))},
+std::string JsonReport(const Matches& matches, const Places& places, const Options& options) {
+  const DeviceInfo& device = *matches.front().device;
+  const Place& place = places.at(&device);
+  return ToText({{"matchedBy", KeyNames(matches.front())},
+                 {"match", NameOf(matches.front().kind)},
+                 {"file", place.database->file},
+                 {"device", ToJson(Located(plddb::Describe(Writable(device)).root, *place.device))},
+                 {"family", ToJson(Located(plddb::Describe(*device.GetFamilyObject()).root, *place.family))},
                  {"bypassModes", BypassModes(device)},
-                 {"others", OthersJson(matches, origins)},
+                 {"ambiguous", matches.size() > 1},
+                 {"others", OthersJson(matches, places, options)},
+                 {"more", matches.size() - 1 - OthersShown(matches, options)},
                  {"suggestions", Json::array()}});
 }
 
 // --- The command ------------------------------------------------------------------------------------------------------------
 
 ExitCode AnswerNothing(const std::vector<Database>& databases, const Options& options) {
-  const std::vector<std::string> suggestions = Suggestions(options.text, AllNames(databases));
+  const std::vector<std::string> suggestions = plddb::find::NearNames(ToSearch(databases), options.text);
   if (!options.json) return ReportNothing(suggestions);
   WriteOutput(ToText({{"device", nullptr}, {"suggestions", suggestions}}));
   return ExitCode::kNotFound;
@@ -212,12 +160,11 @@ ExitCode AnswerNothing(const std::vector<Database>& databases, const Options& op
 
 ExitCode RunShow(const Options& options) {
   const std::vector<Database>& databases = LoadDatabases(options.databases, Outlines::kYes);
-  const Origins origins = OriginsOf(databases);
-  std::vector<std::unique_ptr<DeviceInfo>> taken_out;
-  const std::vector<Match> matches = AllMatches(databases, options.text, taken_out);
+  const Places places = PlacesOf(databases);
+  const Matches matches = plddb::find::Find(ToSearch(databases), options.text);
   if (matches.empty()) return AnswerNothing(databases, options);
-  WriteOutput(options.json ? JsonReport(matches, origins) : Report(matches, origins));
-  return ExitCode::kFound;
+  WriteOutput(options.json ? JsonReport(matches, places, options) : Report(matches, places, options));
+  return options.unique && matches.size() > 1 ? ReportSeveral(matches.size()) : ExitCode::kFound;
 }
 
 }  // namespace
@@ -225,10 +172,12 @@ ExitCode RunShow(const Options& options) {
 Run AddShow(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   AddDatabaseOption(subcommand, options->databases);
+  subcommand.AddFlag("--unique", options->unique, "Several devices are an error: exit code 1");
+  subcommand.AddFlag("--all", options->all, "List all other devices that match; without it the first 20");
   subcommand.AddFlag("--json", options->json,
                      "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
-  subcommand.Add("TEXT", options->text, "The name or id of the device").Type("").NotEmpty().Required();
-  subcommand.Footer(kFooter);
+  subcommand.Add("TEXT", options->text, "What plddb find knows").Type("").NotEmpty().Required();
+  subcommand.Footer(kFooter, {"plddb show XC9572XL", "plddb show --json 0x59604093"});
   return [options] { return RunShow(*options); };
 }
 

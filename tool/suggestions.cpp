@@ -1,18 +1,13 @@
 #include "suggestions.h"
 
-#include <algorithm>
-
-#include "NearNames.h"
+#include "Find.h"
 #include "device_text.h"
 #include "standard_streams.h"
 
 namespace tool {
 
 std::vector<std::string> Suggestions(const std::string& wanted, const std::vector<std::string_view>& known) {
-  const auto near = plddb::NearNames(wanted, known, 5);
-  std::vector<std::string> suggestions(near.begin(), near.end());
-  suggestions.erase(std::remove(suggestions.begin(), suggestions.end(), wanted), suggestions.end());
-  return suggestions;
+  return plddb::find::Near(wanted, known);
 }
 
 std::string DidYouMean(const std::vector<std::string>& suggestions) {
@@ -23,6 +18,11 @@ std::string DidYouMean(const std::vector<std::string>& suggestions) {
 
 ExitCode ReportNothing(const std::vector<std::string>& suggestions, const std::string& message) {
   WriteMessage("plddb: " + message + DidYouMean(suggestions) + "\n");
+  return ExitCode::kNotFound;
+}
+
+ExitCode ReportSeveral(std::size_t count) {
+  WriteMessage("plddb: " + std::to_string(count) + " devices match, and --unique wants one\n");
   return ExitCode::kNotFound;
 }
 

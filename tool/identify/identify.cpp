@@ -47,11 +47,7 @@ line and a line for each position. Notes go to standard error with tsv, json and
 --expect compares the chain with names, ordering numbers or families, position by position.
 
 Exit code: 0 when every id is identified, 1 when some id is unknown, or when the chain is not the expected
-one, 2 for wrong usage or data that cannot be read.
-
-Example: plddb identify 0x59604093 0x4BA00477 0x0362D093
-         openocd -f board.cfg 2>&1 | plddb identify --scan - --format openocd
-         plddb identify --scan log.txt --expect XC9572XL,"Arm debug ports",Artix-7)";
+one, 2 for wrong usage or data that cannot be read.)";
 
 constexpr struct {
   const char* name;
@@ -243,7 +239,9 @@ Run AddIdentify(Subcommand subcommand) {
       .OneOf({"JTAG", "ISP", "DUAL"});
   AddForm(subcommand, *options);
   AddInput(subcommand, *options);
-  subcommand.Footer(kFooter);
+  subcommand.Footer(kFooter, {"plddb identify 0x59604093 0x4BA00477 0x0362D093",
+                              R"(plddb identify --scan log.txt --expect XC9572XL,"Arm debug ports",Artix-7)",
+                              "openocd -f board.cfg 2>&1 | plddb identify --scan - --format openocd"});
   return [options] { return RunIdentify(*options); };
 }
 
