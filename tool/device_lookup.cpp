@@ -28,19 +28,17 @@ plddb::find::Databases ToSearch(const std::vector<Database>& databases) {
   return searched;
 }
 
-Places PlacesOf(const std::vector<Database>& databases) {
-  Places places;
-  for (const Database& database : databases) {
-    int f = 0;
-    for (const plddb::Element& family : database.outline.root.children) {
-      int d = 0;
-      for (const plddb::Element& child : family.children) {
-        if (child.name == "Device") places[database.devices->GetFamily(f)->GetDevice(d++)] = {&database, &family, &child};
-      }
-      ++f;
+Place PlaceOf(const std::vector<Database>& databases, const Match& match) {
+  const Database& database = databases[match.database];
+  int f = 0;
+  for (const plddb::Element& family : database.outline.root.children) {
+    const FamilyList& list = *database.devices->GetFamily(f++);
+    int d = 0;
+    for (const plddb::Element& child : family.children) {
+      if (child.name == "Device" && list.GetDevice(d++) == match.device) return {&database, &family, &child};
     }
   }
-  return places;
+  return {&database, nullptr, nullptr};  // never: every device is described
 }
 
 std::string MatchedBy(const Match& match) {

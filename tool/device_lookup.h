@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,10 +31,8 @@ struct Place {
   const plddb::Element* device;
 };
 
-using Places = std::map<const DeviceInfo*, Place>;
-
-/// The places of all devices of `databases`, which were loaded with their outlines.
-Places PlacesOf(const std::vector<Database>& databases);
+/// The place of `match` among `databases`, which were searched, and loaded with their outlines.
+Place PlaceOf(const std::vector<Database>& databases, const plddb::find::Match& match);
 
 /// The keys by which a device was found, or how it was: "name, code-name", "beginning of family", "begins with".
 std::string MatchedBy(const plddb::find::Match& match);

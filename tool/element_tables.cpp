@@ -29,7 +29,7 @@ std::string FieldTable(const Element& element) {
   for (const Attribute& field : element.attributes) {
     rows.push_back({std::string(field.name), ValueText(field), Line(field.line)});
   }
-  return AlignedTable(rows, "  ");
+  return WrappedTable(rows, "  ");
 }
 
 /// The fields that any of `records` has, in the order in which records have them.
@@ -68,7 +68,7 @@ std::string RecordTable(const std::vector<Record>& records, std::string_view aro
     row.push_back(Line(record.element->line));
     rows.push_back(std::move(row));
   }
-  return AlignedTable(rows, "    ");
+  return WrappedTable(rows, "    ");
 }
 
 std::vector<std::string_view> ChildNames(const std::vector<Record>& records) {

@@ -158,13 +158,12 @@ void AddCandidates(const std::vector<Database>& databases, const Options& option
 }
 
 std::string JsonReport(const std::vector<Database>& databases, const Answer& answer, const Options& options) {
-  const Places places = PlacesOf(databases);
   const std::size_t shown = Shown(answer.matches, options);
   Json report = Json::object();
   if (!options.fuses.empty() && options.fullName.empty()) AddCandidates(databases, options, report);
   Json matches = Json::array();
   for (std::size_t i = 0; i < shown; ++i) {
-    matches.push_back(ToJson(answer.matches[i], places.at(answer.matches[i].device)));
+    matches.push_back(ToJson(answer.matches[i], PlaceOf(databases, answer.matches[i])));
   }
   report["matches"] = std::move(matches);
   report["ambiguous"] = IsAmbiguous(answer.matches);
@@ -181,19 +180,18 @@ bool HasOwnCodeNames(const Matches& matches) {
 }
 
 std::string Table(const std::vector<Database>& databases, const Answer& answer, std::size_t shown) {
-  const Places places = PlacesOf(databases);
   const bool withCodeName = HasOwnCodeNames(answer.matches);
   std::vector<Row> rows = {{"matched by", "device", "family", "packages", "where"}};
   if (withCodeName) rows.front().insert(rows.front().begin() + 3, "code name");
   for (std::size_t i = 0; i < shown; ++i) {
     const Match& match = answer.matches[i];
-    const Place& place = places.at(match.device);
+    const Place place = PlaceOf(databases, match);
     const bool isMarked = i == 0 && IsAmbiguous(answer.matches);
     rows.push_back({MatchedBy(match), DeviceName(*match.device) + (isMarked ? Painted(Paint::kMark, " *") : ""),
                     FamilyName(*match.device), PackageTypes(*match.device), Where(place.database->file, place.device->line)});
     if (withCodeName) rows.back().insert(rows.back().begin() + 3, TextOrDash(match.device->GetCodeName()));
   }
-  return AlignedTable(rows);
+  return WrappedTable(rows);
 }
 
 /// What marks tell beyond their devices; equal for most of them, and said once then.

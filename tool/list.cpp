@@ -124,7 +124,7 @@ std::string Table(std::vector<Row> rows, const std::vector<Database>& databases,
   if (databases.size() < 2) {
     for (Row& row : rows) row.pop_back();
   }
-  return AlignedTable(rows);
+  return WrappedTable(rows);
 }
 
 std::string FamilyTable(const std::vector<ListedFamily>& families, const std::vector<Database>& databases,
@@ -218,7 +218,7 @@ std::string FileTable(const std::vector<Database>& databases, const Options& opt
     rows.push_back({std::to_string(rows.size()), NameOf(database.origin), std::to_string(database.devices->GetFamilyCount()),
                     std::to_string(database.devices->GetDeviceCount()), Printable(database.file)});
   }
-  return options.format == "tsv" ? TabbedTable(rows) : AlignedTable(rows);
+  return options.format == "tsv" ? TabbedTable(rows) : WrappedTable(rows);
 }
 
 std::string FileJson(const std::vector<Database>& databases) {

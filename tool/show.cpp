@@ -69,18 +69,18 @@ std::string BypassText(const DeviceInfo& device) {
   return "\nBypass device in modes: " + (modes.empty() ? "none" : Listing(modes)) + "\n";
 }
 
-std::string OtherMatches(const Matches& matches, const Places& places, const Options& options) {
+std::string OtherMatches(const Matches& matches, const std::vector<Database>& databases, const Options& options) {
   if (matches.size() < 2) return "";
   std::vector<Row> rows = {{"matched by", "device", "family", "code name", "where"}};
   const std::size_t shown = OthersShown(matches, options);
   for (std::size_t i = 1; i <= shown; ++i) {
-    const Place& place = places.at(matches[i].device);
+    const Place place = PlaceOf(databases, matches[i]);
     rows.push_back({MatchedBy(matches[i]), DeviceName(*matches[i].device), FamilyName(*matches[i].device),
                     TextOrDash(matches[i].device->GetCodeName()), Where(place.database->file, place.device->line)});
   }
   const std::size_t rest = matches.size() - 1 - shown;
   return "\n" + Painted(Paint::kMark, "* More than one device matches, and the first was taken.") + " The others:\n" +
-         AlignedTable(rows, "  ") + (rest == 0 ? "" : "  and " + std::to_string(rest) + " more; --all lists them\n");
+         WrappedTable(rows, "  ") + (rest == 0 ? "" : "  and " + std::to_string(rest) + " more; --all lists them\n");
 }
 
 std::string Heading(const Matches& matches) {
@@ -89,13 +89,13 @@ std::string Heading(const Matches& matches) {
          MatchedBy(match) + "\n" + (match.mark ? RestOfMark(match) : "");
 }
 
-std::string Report(const Matches& matches, const Places& places, const Options& options) {
+std::string Report(const Matches& matches, const std::vector<Database>& databases, const Options& options) {
   const DeviceInfo& device = *matches.front().device;
-  const Place& place = places.at(&device);
+  const Place place = PlaceOf(databases, matches.front());
   return Heading(matches) + "File " + Printable(place.database->file) + "\n" +
          ElementTables(Located(plddb::Describe(Writable(device)).root, *place.device)) + "\nFamily " + FamilyName(device) +
          "\n" + ElementTables(Located(plddb::Describe(*device.GetFamilyObject()).root, *place.family)) + BypassText(device) +
-         OtherMatches(matches, places, options);
+         OtherMatches(matches, databases, options);
 }
 
 // --- JSON -------------------------------------------------------------------------------------------------------------------
@@ -120,10 +120,10 @@ Json KeyNames(const Match& match) {
   return names;
 }
 
-Json OthersJson(const Matches& matches, const Places& places, const Options& options) {
+Json OthersJson(const Matches& matches, const std::vector<Database>& databases, const Options& options) {
   Json others = Json::array();
   for (std::size_t i = 1; i <= OthersShown(matches, options); ++i) {
-    const Place& place = places.at(matches[i].device);
+    const Place place = PlaceOf(databases, matches[i]);
     others.push_back({{"matchedBy", KeyNames(matches[i])},
                       {"name", TextOrNull(matches[i].device->GetName())},
                       {"codeName", TextOrNull(matches[i].device->GetCodeName())},
@@ -134,9 +134,9 @@ Json OthersJson(const Matches& matches, const Places& places, const Options& opt
   return others;
 }
 
-std::string JsonReport(const Matches& matches, const Places& places, const Options& options) {
+std::string JsonReport(const Matches& matches, const std::vector<Database>& databases, const Options& options) {
   const DeviceInfo& device = *matches.front().device;
-  const Place& place = places.at(&device);
+  const Place place = PlaceOf(databases, matches.front());
   return ToText({{"matchedBy", KeyNames(matches.front())},
                  {"match", NameOf(matches.front().kind)},
                  {"file", place.database->file},
@@ -144,7 +144,7 @@ std::string JsonReport(const Matches& matches, const Places& places, const Optio
                  {"family", ToJson(Located(plddb::Describe(*device.GetFamilyObject()).root, *place.family))},
                  {"bypassModes", BypassModes(device)},
                  {"ambiguous", matches.size() > 1},
-                 {"others", OthersJson(matches, places, options)},
+                 {"others", OthersJson(matches, databases, options)},
                  {"more", matches.size() - 1 - OthersShown(matches, options)},
                  {"suggestions", Json::array()}});
 }
@@ -160,10 +160,9 @@ ExitCode AnswerNothing(const std::vector<Database>& databases, const Options& op
 
 ExitCode RunShow(const Options& options) {
   const std::vector<Database>& databases = LoadDatabases(options.databases, Outlines::kYes);
-  const Places places = PlacesOf(databases);
   const Matches matches = plddb::find::Find(ToSearch(databases), options.text);
   if (matches.empty()) return AnswerNothing(databases, options);
-  WriteOutput(options.json ? JsonReport(matches, places, options) : Report(matches, places, options));
+  WriteOutput(options.json ? JsonReport(matches, databases, options) : Report(matches, databases, options));
   return options.unique && matches.size() > 1 ? ReportSeveral(matches.size()) : ExitCode::kFound;
 }
 

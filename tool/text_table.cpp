@@ -63,7 +63,7 @@ std::vector<std::size_t> ColumnWidths(const std::vector<Row>& rows) {
 }
 
 std::size_t LongestWord(const std::vector<Row>& rows, std::size_t column) {
-  std::size_t longest = 1;
+  std::size_t longest = rows.empty() || column >= rows.front().size() ? 1 : Width(rows.front()[column]);  // a head stays whole
   for (const Row& row : rows) {
     if (column >= row.size()) continue;
     for (const std::string& word : Wrapped(row[column], 1)) longest = std::max(longest, Width(word));
@@ -131,18 +131,25 @@ std::vector<std::string> Wrapped(const std::string& text, std::size_t width) {
   return lines;
 }
 
-std::vector<std::string> AlignedLines(const std::vector<Row>& rows, const std::string& indent) {
-  std::vector<std::size_t> widths = ColumnWidths(rows);
-  Narrow(widths, rows, indent.size());
+std::vector<std::string> AlignedLines(const std::vector<Row>& rows) {
+  const std::vector<std::size_t> widths = ColumnWidths(rows);
   std::vector<std::string> lines;
   lines.reserve(rows.size());
-  for (const Row& row : rows) lines.push_back(LinesOf(row, widths, indent));
+  for (const Row& row : rows) lines.push_back(LinesOf(row, widths, ""));
   return lines;
 }
 
 std::string AlignedTable(const std::vector<Row>& rows, const std::string& indent) {
   std::string table;
-  for (const std::string& line : AlignedLines(rows, indent)) table += line + '\n';
+  for (const std::string& line : AlignedLines(rows)) table += indent + line + '\n';
+  return table;
+}
+
+std::string WrappedTable(const std::vector<Row>& rows, const std::string& indent) {
+  std::vector<std::size_t> widths = ColumnWidths(rows);
+  Narrow(widths, rows, indent.size());
+  std::string table;
+  for (const Row& row : rows) table += LinesOf(row, widths, indent) + '\n';
   return table;
 }
 

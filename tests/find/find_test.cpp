@@ -61,8 +61,9 @@ TEST(Find, AnswersWithAllDevicesThatATextMeans) {
       {"sec", "begins: C3 (family), C4 (family)"},
       {"1264", "contains: C1 (name, pon), C3 (name, pon)"},
       {"eit", "contains: C3 (family), C4 (family)"},
-      {"*", "pattern: C1 (name, code-name, alias, pon, family, package), C2 (name, code-name, alias, family), "
-            "C3 (name, code-name, pon, family, package), C4 (name, code-name, pon, family, package)"},
+      {"*",
+       "pattern: C1 (name, code-name, alias, pon, family, package), C2 (name, code-name, alias, family), "
+       "C3 (name, code-name, pon, family, package), C4 (name, code-name, pon, family, package)"},
       {"PLD*A", "pattern: C1 (name), C3 (name)"},
       {"?th?r", "pattern: C2 (name)"},
       {"*5tq*c", "pattern: C1 (pon), C3 (pon)"},

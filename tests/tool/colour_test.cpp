@@ -99,7 +99,7 @@ TEST(Colour, MarksThatThereIsMoreThanOneAnswer) {
   const std::string file = PLDDB_TEST_DIR "/tool/data/keys.xml";
   const std::vector<std::string> show = {"show", "--db", file, "SAME"};
   const std::string sent = ToolAtTerminal({"TERM=xterm"}, show, AtTerminal::kOutput);
-  EXPECT_NE(sent.find("\n\033[1mMore than one device matches, and the first was taken.\033[0m The others:\n"), sent.npos)
+  EXPECT_NE(sent.find("\n\033[1m* More than one device matches, and the first was taken.\033[0m The others:\n"), sent.npos)
       << sent;
   EXPECT_EQ(RunTool(show).out.find('\033'), std::string::npos);
 }

@@ -50,7 +50,7 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{}, "check|export|find|help|identify|list|merge|show"},
       {{"help", "me"}, "merge"},
       {{"help", "list", ""}, ""},
-      {{"list", "--"}, "--db|--family|--files|--help|--json"},
+      {{"list", "--"}, "--all|--db|--devices|--family|--files|--format|--help|--ir|--json|--maker|--package"},
       {{"list", "--fam"}, "--family"},
       {{"identify", "--comm", ""}, "DUAL|ISP|JTAG"},
       {{"identify", "--comm", "i"}, "ISP"},
@@ -61,9 +61,12 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{"list", "--db=" + kKeys, "--family=f"}, "--family=First"},
       {{"list", "--db", "=", kKeys, "--family", "=", "f"}, "First"},  // from a shell that cuts words at '='
       {{"list", "--db", "=", kKeys, "--family", "="}, "First|Second|Zweite"},
-      {{"list", "--db", kKeys, ""}, ""},  // takes no argument
+      {{"list", "--db", kKeys, ""}, "First|Second|Zweite"},
       {{"list", "=", ""}, ""},
-      {{"list", "--family", "First", "--d"}, "--db"},
+      {{"list", "--family", "First", "--d"}, "--db|--devices"},
+      {{"check", "--allow", "name-e"}, "name-empty"},
+      {{"list", "--db", kKeys, "--package", "b"}, "BG256"},
+      {{"list", "--format", ""}, "json|text|tsv"},
       {{"list", "-x", "--j"}, "--json"},  // no option, and no argument either
       {{"show", "--db", kKeys, "--json", "pld"}, "PLD1234A|PLD5678"},
       {{"show", "--db", kKeys, "PLD5678", ""}, ""},  // takes one
@@ -124,7 +127,8 @@ TEST(Complete, HasNothingToSayWhereTheLineIsWrong) {
 
 TEST(Complete, DescribesSubcommandsAndOptions) {
   EXPECT_EQ(Complete({"mer"}).out, "merge\tWrite several description files as one.\n");
-  EXPECT_EQ(Complete({"merge", "--o"}).out, "--output\tWhere to write, instead of standard output; replaced only as a whole\n");
+  EXPECT_EQ(Complete({"merge", "--o"}).out,
+            "--output\tWhere to write; replaced only as a whole. Without it, or with -, standard output\n");
 }
 
 TEST(Complete, IsNoSubcommandForPeople) { EXPECT_EQ(RunTool({"--help"}).out.find("complete"), std::string::npos); }

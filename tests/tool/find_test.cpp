@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "json_schema.h"
 #include "run_tool.h"
 #include "tests/support/temporary_folder.h"
 
@@ -39,22 +40,22 @@ TEST(Find, AnswersByEveryKey) {
     const char* arguments;
     const char* matches;
   } rows[] = {
-      {"--name pld1234a", "name=CODE1"},
+      {"--name pld1234a", "name=CODE1 name=CODE4"},
       {"--name PLD1234", ""},
       {"--code-name code2", "code-name=CODE2"},
       {"--code-name OLD1", ""},  // an alias name
       {"--alias old1", "alias=CODE1"},
       {"--alias CODE1", ""},  // a code name
       {"--alias OLDQ", ""},   // of the one vendor whose devices are not found by alias names
-      {"--pon pld1234a-5tq100c", "pon=CODE1"},
-      {"--pon PLD1234A", "pon=CODE1"},  // without what follows the last '-'
+      {"--pon pld1234a-5tq100c", "pon=CODE1 pon=CODE4"},
+      {"--pon PLD1234A", "pon=CODE1 pon=CODE4"},  // without what follows the last '-'
       {"--jdf PLD123xx.jdf", "jdf=CODE1"},
       {"--jdf PLD123x.jdf", ""},
-      {"--entity PLD1234A_5TQ100C", "entity=CODE1"},
+      {"--entity PLD1234A_5TQ100C", "entity=CODE1 entity=CODE4"},
       {"--fuses 5828 --full-name code2-7", "full name=CODE2"},
       {"--fuses 5892 --full-name CODE2", "full name=CODE2"},  // 5892 also stands for 5828
       {"--fuses 5829 --full-name CODE2", ""},
-      {"--package TQ100 --name pld1234a", "package and name=CODE1"},
+      {"--package TQ100 --name pld1234a", "name=CODE1 name=CODE4"},
       {"--package tq100 --name pld1234a", ""},
       {"CODE1", "code-name=CODE1"},
       {"OLD1", "alias=CODE1"},
@@ -64,7 +65,8 @@ TEST(Find, AnswersByEveryKey) {
       {"--family First --alias old1", "alias=CODE1"},
       {"--family Zweite --code-name CODE4", "code-name=CODE4"},  // an alias name of the family
       {"--family Second --pon PLD1234A-5TQ100C", "pon=CODE4"},
-      {"--family Second --package TQ100 --name PLD1234A", "package and name=CODE4"},
+      {"--family second --name PLD1234A", "name=CODE4"},  // letter case does not count
+      {"--family Second --package TQ100 --name PLD1234A", "name=CODE4"},
       {"--family Second --fuses 100 --full-name CODE4", "full name=CODE4"},
   };
   for (const auto& row : rows) {
@@ -80,37 +82,43 @@ TEST(Find, AnswersByTheAliasNameOfADeviceWithoutCodeName) {
   const std::string file = (folder.path() / "alias.xml").string();
   std::ofstream(file) << "<DeviceDatabase><Family Name='F'><Device Name='N' AliasName='OLD'/></Family></DeviceDatabase>";
   EXPECT_EQ(Find("--alias old", {file}).out,
-            "matched by  device  family  code name  packages\n"
-            "alias       N       F       -          -\n");
+            "matched by  device  family  code name  packages  where\n"
+            "alias       N       F       -          -         " +
+                file + ":1\n");
   EXPECT_EQ(Find("--code-name OLD", {file}).exit_code, 1);
 }
 
 TEST(Find, PrintsATableOfWhatMatched) {
   const ToolRun run = Find("SAME");
   EXPECT_EQ(run.out,
-            "matched by  device   family  code name  packages\n"
-            "name        SAME     First   CODE3      -\n"
-            "code-name   PLD5678  Second  SAME       BG256\n");
+            "matched by  device   family  code name  packages  where\n"
+            "name        SAME *   First   CODE3      -         " +
+                std::string(kMadeUp) +
+                ":9\n"
+                "code-name   PLD5678  Second  SAME       BG256     " +
+                kMadeUp +
+                ":15\n\n"
+                "* More than one device matches; lookups take the first.\n");
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.exit_code, 0);
 }
 
-TEST(Find, ListsTheCandidatesOfAFuseCountWithTheirMarkers) {
+TEST(Find, ListsAllDevicesOfAFuseCountAndInJsonTheCandidatesWithTheirMarkers) {
   const ToolRun run = Find("--fuses 5828");
   EXPECT_EQ(run.out,
-            "Code names for this fuse count:\n"
-            "  CODE2\n"
-            "  CODE3<ISP>\n"
-            "  CODE3<JTAG>\n"
-            "Names for it, of devices with a user signature:\n"
-            "  SAME<ISP>\n"
-            "  SAME<JTAG>\n");
+            "matched by  device  family  code name  packages  where\n"
+            "fuses       OTHER2  First   CODE2      -         " +
+                std::string(kMadeUp) +
+                ":8\n"
+                "fuses       SAME    First   CODE3      -         " +
+                kMadeUp + ":9\n");
   EXPECT_EQ(run.exit_code, 0);
   const Json json = Json::parse(Find("--fuses 5892 --json").out);
   EXPECT_EQ(json["fuses"], 5892);
   EXPECT_EQ(json["codeNames"], Json({"CODE2", "CODE3"}));
   EXPECT_EQ(json["names"], Json({"SAME"}));
-  EXPECT_EQ(Json::parse(Find("05828 --json").out), Json::parse(Find("--fuses 5828 --json").out));  // tried as a TEXT, too
+  EXPECT_EQ(Json::parse(Find("--fuses 5828 --json").out)["codeNames"], Json({"CODE2", "CODE3<ISP>", "CODE3<JTAG>"}));
+  EXPECT_EQ(Json::parse(Find("05828 --json").out)["matches"], Json::parse(Find("--fuses 5828 --json").out)["matches"]);
   EXPECT_EQ(Find("--fuses 1").exit_code, 1);
 }
 
@@ -143,11 +151,10 @@ TEST(Find, SuggestsOnlyWhatTheKeyCouldMean) {
 
 TEST(Find, AsksSeveralDatabasesInTheirOrder) {
   const std::string other = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
-  EXPECT_EQ(Matches(Find("--name PLD1234A --json", {kMadeUp, other})), "name=CODE1");
-  EXPECT_EQ(Matches(Find("--name PLD1234A --json", {other, kMadeUp})), "name=OTHER1");
+  EXPECT_EQ(Matches(Find("--name PLD1234A --json", {kMadeUp, other})), "name=CODE1 name=CODE4 name=OTHER1");
+  EXPECT_EQ(Matches(Find("--name PLD1234A --json", {other, kMadeUp})), "name=OTHER1 name=CODE1 name=CODE4");
   EXPECT_EQ(Matches(Find("--family Second --name PLD1234A --json", {other, kMadeUp})), "name=CODE4");
-  EXPECT_EQ(Matches(Find("--family Second --package TQ100 --name PLD1234A --json", {other, kMadeUp})),
-            "package and name=CODE4");
+  EXPECT_EQ(Matches(Find("--family Second --package TQ100 --name PLD1234A --json", {other, kMadeUp})), "name=CODE4");
 }
 
 TEST(Find, RefusesQuestionsThatMakeNoSense) {
@@ -165,6 +172,89 @@ TEST(Find, EndsWithTheFaultsOfABadFile) {
   const ToolRun run = Find("--name A", {PLDDB_TEST_DIR "/tool/data/missing.xml"});
   EXPECT_EQ(run.exit_code, 2);
   EXPECT_NE(run.err.find("missing.xml:1:1: error: "), std::string::npos) << run.err;
+}
+
+TEST(Find, MarksSeveralAnswersAndMakesThemAnErrorWhenOneIsWanted) {
+  const ToolRun run = Find("--name PLD1234A --unique");
+  EXPECT_EQ(run.err, "plddb: 2 devices match, and --unique wants one\n");
+  EXPECT_NE(run.out.find("PLD1234A *"), std::string::npos) << run.out;
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(Find("--unique CODE1").exit_code, 0);
+  EXPECT_EQ(Find("--unique QQQQ").exit_code, 1);
+  const Json json = Json::parse(Find("--json --name PLD1234A").out);
+  EXPECT_EQ(json["ambiguous"], true);
+  EXPECT_EQ(json["matches"][1]["file"], kMadeUp);
+  EXPECT_EQ(json["matches"][1]["line"], 12);
+  EXPECT_EQ(Json::parse(Find("--json First").out)["ambiguous"], false);  // a family has several devices
+}
+
+TEST(Find, ListsTwentyUnlessAllAreWanted) {
+  const ToolRun some = Find("'XC95*'", {PLDDB_DATA_DIR});
+  const ToolRun run = RunTool({"find", "--db", PLDDB_DATA_DIR, "--json", "XC7*"});
+  EXPECT_EQ(some.exit_code, 1);  // quotes are for shells
+  EXPECT_EQ(Json::parse(run.out)["matches"].size(), 20U);
+  EXPECT_GT(Json::parse(run.out)["more"], 20);
+  const Json all = Json::parse(RunTool({"find", "--db", PLDDB_DATA_DIR, "--json", "--all", "XC7*"}).out);
+  EXPECT_EQ(all["matches"].size(), 20U + Json::parse(run.out)["more"].get<std::size_t>());
+  EXPECT_EQ(all["more"], 0);
+  EXPECT_NE(RunTool({"find", "--db", PLDDB_DATA_DIR, "XC7*"}).out.find(" more; --all lists them\n"), std::string::npos);
+}
+
+TEST(Find, TellsWhyNothingIsFoundWhereItIsKnown) {
+  const support::TemporaryFolder folder;
+  const std::string file = (folder.path() / "isp.xml").string();
+  std::ofstream(file)
+      << "<DeviceDatabase><Family Name='F'><Device Name='ISP512' CodeName='ISP512' Comm='ISP' FuseNumber='7600'>"
+         "<Package Type='TQ100'/></Device></Family></DeviceDatabase>";
+  const struct {
+    const char* arguments;
+    const char* message;
+  } rows[] = {
+      {"--fuses 7600 --full-name ISP512",
+       "plddb: nothing found: ISP512 is a device for ISP; full names are those of devices for JTAG or DUAL\n"},
+      {"--fuses 7601 --full-name ISP512", "plddb: nothing found: ISP512 has 7600 fuses\n"},
+      {"--name isp512 --package tq100", "plddb: nothing found: the case of letters counts in package types: TQ100\n"},
+      {"--name isp512 --package BG100", "plddb: nothing found\n"},
+      {"--pon ISP513", "plddb: nothing found\n"},
+  };
+  for (const auto& row : rows) {
+    const ToolRun run = Find(row.arguments, {file});
+    EXPECT_EQ(run.err, row.message) << "row: " << row.arguments;
+    EXPECT_EQ(run.exit_code, 1) << "row: " << row.arguments;
+  }
+}
+
+TEST(Find, ShowsWhatAMarkTells) {
+  const ToolRun run = RunTool({"find", "--db", PLDDB_DATA_DIR, "XC9572XL-10VQG44C"});
+  EXPECT_NE(run.out.find("begins with  XC9572XL"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("\nBegins with XC9572XL; after it: package VQ44, lead-free; speed grade -10;\n"
+                         "  temperature grade C (commercial)\n"),
+            std::string::npos)
+      << run.out;
+  const Json mark =
+      Json::parse(RunTool({"find", "--db", PLDDB_DATA_DIR, "--json", "XC9572XL-10VQG44C"}).out)["matches"][0]["mark"];
+  EXPECT_EQ(mark, Json({{"name", "XC9572XL"},
+                        {"package", "VQ44"},
+                        {"packageDescribed", true},
+                        {"leadFree", true},
+                        {"speed", "-10"},
+                        {"temperature", "commercial"},
+                        {"unknown", Json::array()}}));
+}
+
+TEST(Find, WritesJsonThatKeepsToItsSchema) {
+  for (const char* const arguments :
+       {"XC9572XL", "XC9572XL-10VQG44C", "XC7*", "QQQQ", "--fuses 46656", "--family frist --name A"}) {
+    EXPECT_EQ(SchemaFaults("find.json", Find(std::string(arguments) + " --json", {PLDDB_DATA_DIR}).out), "")
+        << "row: " << arguments;
+  }
+}
+
+TEST(Find, ReadsADatabaseFromStandardInput) {
+  const ToolRun run =
+      RunTool({"find", "--db", "-", "N"}, "<DeviceDatabase><Family Name='F'><Device Name='N'/></Family></DeviceDatabase>");
+  EXPECT_NE(run.out.find("  -:1\n"), std::string::npos) << run.out;
+  EXPECT_EQ(run.exit_code, 0);
 }
 
 }  // namespace

@@ -509,7 +509,7 @@ TEST(Identify, ExitsWith2AndSaysWhyWhenTheUsageIsWrong) {
 
 TEST(Identify, HelpTellsTheFormOfAnIdTheExitCodesAndAnExample) {
   const ToolRun run = RunTool(Words("identify --help"));
-  for (const char* part : {"8 hex digits", "Exit code: 0", "1 when some id is unknown", "2 for wrong usage", "Example:"}) {
+  for (const char* part : {"8 hex digits", "Exit code: 0", "1 when some id is unknown", "2 for wrong usage", "Examples:"}) {
     EXPECT_TRUE(Contains(run.out, part)) << "row: " << part;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -25,7 +26,7 @@ ToolRun List(const std::vector<std::string>& databases, const std::vector<std::s
 }
 
 TEST(List, SaysWhichFamiliesThereAreAndHowManyDevicesTheyHave) {
-  const ToolRun run = List({kLists});
+  const ToolRun run = List({kLists}, {"--all"});
   EXPECT_EQ(run.out,
             "family        devices  notes\n"
             "Hidden & old  0        hidden\n"
@@ -48,15 +49,15 @@ TEST(List, SaysWhichDevicesAFamilyHas) {
 
 TEST(List, HasTheDevicesOfAllFamiliesOfThatNameOrAliasName) {
   EXPECT_EQ(List({kLists}, {"--family", "Own"}).out,
-            "device  id                scan mask   IR length  packages\n"
-            "PLAIN   -                 -           -          -\n"
-            "LISTS   0x12345678 (ISP)  0xFFFFFFFF  -          TQ100 BG256\n"
-            "IEEE    0x12345678        0x0FFFFFFF  10         -\n"
-            "lists   -                 -           -          -\n");
+            "device  family  id                scan mask   IR length  packages\n"
+            "PLAIN   Custom  -                 -           -          -\n"
+            "LISTS   Custom  0x12345678 (ISP)  0xFFFFFFFF  -          TQ100 BG256\n"
+            "IEEE    Own     0x12345678        0x0FFFFFFF  10         -\n"
+            "lists   Own     -                 -           -          -\n");
 }
 
 TEST(List, SaysAllThatIsToBeNotedOfAFamily) {
-  EXPECT_EQ(List({kFolder + "long_texts.xml"}).out,
+  EXPECT_EQ(List({kFolder + "long_texts.xml"}, {"--all"}).out,
             "family                       devices  notes\n"
             "family of the first devices  2        also named alias of the first family, hidden\n"
             "alias of the first family    1\n"
@@ -64,7 +65,7 @@ TEST(List, SaysAllThatIsToBeNotedOfAFamily) {
 }
 
 TEST(List, NamesTheFilesWhereThereAreSeveral) {
-  EXPECT_EQ(List({kLists, kKeys}).out,
+  EXPECT_EQ(List({kLists, kKeys}, {"--all"}).out,
             "family        devices  notes              file\n"
             "Hidden & old  0        hidden             " +
                 kLists + "\n" + "Custom        2        also named Own     " + kLists + "\n" +
@@ -74,8 +75,8 @@ TEST(List, NamesTheFilesWhereThereAreSeveral) {
 }
 
 TEST(List, OffersNearNamesOfFamilies) {
-  const ToolRun run = List({kKeys}, {"--family", "first"});
-  EXPECT_EQ(run.err, "plddb: no family is named first; did you mean First?\n");
+  const ToolRun run = List({kKeys}, {"--family", "frist"});
+  EXPECT_EQ(run.err, "plddb: no family is named frist; did you mean First?\n");
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_EQ(List({kKeys}, {"--family", "Qqqqqqqq"}).err, "plddb: no family is named Qqqqqqqq\n");
@@ -84,7 +85,7 @@ TEST(List, OffersNearNamesOfFamilies) {
 TEST(List, WritesJsonThatKeepsToItsSchema) {
   for (const std::string& database : {kLists, kKeys, std::string(PLDDB_DATA_DIR)}) {
     EXPECT_EQ(SchemaFaults("list_families.json", List({database}, {"--json"}).out), "") << "row: " << database;
-    const std::string family = Json::parse(List({database}, {"--json"}).out)["families"].back()["name"];
+    const std::string family = Json::parse(List({database}, {"--json", "--all"}).out)["families"].back()["name"];
     const std::string devices = List({database}, {"--json", "--family", family}).out;
     EXPECT_EQ(SchemaFaults("list_devices.json", devices), "") << "row: " << database;
     EXPECT_GE(Json::parse(devices)["devices"].size(), 1U) << "row: " << database;
@@ -92,7 +93,7 @@ TEST(List, WritesJsonThatKeepsToItsSchema) {
 }
 
 TEST(List, SaysInJsonWhatTheTablesSay) {
-  EXPECT_EQ(Json::parse(List({kLists}, {"--json"}).out)["families"],
+  EXPECT_EQ(Json::parse(List({kLists}, {"--json", "--all"}).out)["families"],
             Json({{{"name", "Hidden & old"}, {"aliasName", nullptr}, {"devices", 0}, {"hidden", true}, {"file", kLists}},
                   {{"name", "Custom"}, {"aliasName", "Own"}, {"devices", 2}, {"hidden", false}, {"file", kLists}},
                   {{"name", "Own"}, {"aliasName", nullptr}, {"devices", 2}, {"hidden", false}, {"file", kLists}}}));
@@ -100,6 +101,7 @@ TEST(List, SaysInJsonWhatTheTablesSay) {
             Json({{"family", "Custom"},
                   {"name", "LISTS"},
                   {"codeName", "LISTS1"},
+                  {"maker", nullptr},
                   {"jtagId", nullptr},
                   {"ispId", "0x12345678"},
                   {"scanMask", "0xFFFFFFFF"},
@@ -109,7 +111,7 @@ TEST(List, SaysInJsonWhatTheTablesSay) {
 }
 
 TEST(List, OffersNearNamesInJsonAsWell) {
-  const ToolRun run = List({kKeys}, {"--json", "--family", "first"});
+  const ToolRun run = List({kKeys}, {"--json", "--family", "frist"});
   EXPECT_EQ(SchemaFaults("list_devices.json", run.out), "");
   EXPECT_EQ(Json::parse(run.out), Json({{"devices", Json::array()}, {"suggestions", {"First"}}}));
   EXPECT_EQ(run.err, "");
@@ -117,12 +119,67 @@ TEST(List, OffersNearNamesInJsonAsWell) {
 }
 
 TEST(List, RefusesWhatMakesNoSense) {
-  for (const char* const arguments : {"--family", "--family=", "First", "--names"}) {
+  for (const char* const arguments :
+       {"--family", "--family=", "First Second", "First --family First", "--names", "--ir", "--ir 0", "--ir x", "--files First",
+        "--files --all", "--format xml", "--format tsv --json"}) {
     const ToolRun run = List({kKeys}, Words(arguments));
     EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
     EXPECT_EQ(run.err.rfind("plddb: error: ", 0), 0U) << "row: " << arguments << ", message: " << run.err;
   }
   EXPECT_EQ(List({kKeys}, {"--family", ""}).exit_code, 2);
+}
+
+TEST(List, LeavesOutHiddenFamiliesUnlessTheyAreWanted) {
+  EXPECT_EQ(List({kLists}).out,
+            "family  devices  notes\n"
+            "Custom  2        also named Own\n"
+            "Own     2\n"
+            "\n1 hidden family with 0 devices is left out; --all lists all\n");
+  const std::string neighbours = PLDDB_DATA_DIR "/neighbours.xml";
+  EXPECT_EQ(List({neighbours}, {"--devices"}).exit_code, 1);
+  EXPECT_EQ(List({neighbours}, {"--devices", "--all"}).exit_code, 0);
+  EXPECT_EQ(List({neighbours}, {"arm debug ports"}).exit_code, 0);  // named
+}
+
+TEST(List, FindsDevicesByFamilyMakerPackageAndLength) {
+  const struct {
+    std::vector<std::string> arguments;
+    std::vector<std::string> devices;
+  } rows[] = {
+      {{"xc9500xv"}, {"XC9536XV", "XC9572XV", "XC95144XV", "XC95288XV"}},
+      {{"--family", "9500XV"}, {"XC9536XV", "XC9572XV", "XC95144XV", "XC95288XV"}},
+      {{"xc9500XV", "--package", "vq44"}, {"XC9536XV", "XC9572XV"}},
+      {{"--maker", "cologne"}, {"CCGM1A1"}},
+      {{"--package", "CP132", "--ir", "8", "--maker", "xilinx"}, {"XC2C128", "XC2C256"}},
+      {{"--ir", "38"}, {"XC7VX1140T"}},
+  };
+  for (const auto& row : rows) {
+    std::vector<std::string> arguments = row.arguments;
+    arguments.emplace_back("--json");
+    std::vector<std::string> names;
+    const Json listed = Json::parse(List({PLDDB_DATA_DIR}, arguments).out);
+    for (const Json& device : listed["devices"]) names.push_back(device["name"]);
+    EXPECT_EQ(names, row.devices) << "row: " << row.arguments.front() << " " << row.arguments.back();
+  }
+}
+
+TEST(List, SaysThatNothingPassesTheFilters) {
+  EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--maker", "Xilnx"}).err, "plddb: no such device; did you mean Xilinx?\n");
+  EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--ir", "999"}).err, "plddb: no such device\n");
+  EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--ir", "999"}).exit_code, 1);
+}
+
+TEST(List, WritesTabsForScripts) {
+  EXPECT_EQ(List({kKeys}, {"--format", "tsv", "First"}).out,
+            "device\tfamily\tid\tscan mask\tIR length\tpackages\tfile\n"
+            "PLD1234A\tFirst\t\t\t\tTQ100\t" +
+                kKeys + "\nOTHER2\tFirst\t\t\t\t\t" + kKeys + "\nSAME\tFirst\t\t\t\t\t" + kKeys + "\n");
+}
+
+TEST(List, HasOneLineForEachDeviceOfAll) {
+  const ToolRun run = List({PLDDB_DATA_DIR}, {"--devices", "--format", "tsv"});
+  EXPECT_EQ(static_cast<std::size_t>(std::count(run.out.begin(), run.out.end(), '\n')),
+            Json::parse(List({PLDDB_DATA_DIR}, {"--devices", "--json"}).out)["devices"].size() + 1);
 }
 
 }  // namespace

@@ -47,18 +47,20 @@ TEST(Show, TakesTheFirstDeviceThatMatchesAndNamesTheOthers) {
     const char* device;  // its name, and the keys by which it matches
     std::vector<std::string> others;
   } rows[] = {
-      {"--db keys.xml pld1234a", "PLD1234A by name, pon", {"PLD1234A by name, pon"}},
+      {"--db keys.xml pld1234a", "PLD1234A by name", {"PLD1234A by name"}},
       {"--db keys.xml CODE2", "OTHER2 by code-name", {}},
       {"--db keys.xml OLD1", "PLD1234A by alias", {}},
       {"--db keys.xml PLD123xx.jdf", "PLD1234A by jdf", {}},
       {"--db keys.xml PLD1234A_5TQ100C", "PLD1234A by entity", {"PLD1234A by entity"}},
       {"--db keys.xml SAME", "SAME by name", {"PLD5678 by code-name"}},
+      {"--db keys.xml PLD56", "PLD5678 by name", {}},
+      {"--db keys.xml PLD5678-5BG256", "PLD5678 by name", {}},
       {"--db lists.xml 12345678", "IEEE by id", {"LISTS by id for ISP"}},
       {"--db lists.xml 0xF2345678", "IEEE by id", {}},  // what the mask leaves out does not count
       {"--db lists.xml --db keys.xml LISTS1", "LISTS by code-name", {}},
       {"--db other_keys.xml --db keys.xml --db keys.xml PLD1234A",
        "PLD1234A by name",
-       {"PLD1234A by pon", "PLD1234A by name, pon", "PLD1234A by name, pon", "PLD1234A by name, pon"}},
+       {"PLD1234A by name", "PLD1234A by name", "PLD1234A by name", "PLD1234A by name"}},
   };
   const auto text = [](const Json& name, const Json& keys) {
     std::string listed;
@@ -142,6 +144,14 @@ TEST(Show, OffersNearNamesWhenNothingMatches) {
   EXPECT_EQ(ShowJson("--db keys.xml PLD1243A"), Json({{"device", nullptr}, {"suggestions", {"PLD1234A"}}}));
   EXPECT_EQ(Show("--db keys.xml --json PLD1243A").exit_code, 1);
   EXPECT_EQ(Show("--db keys.xml 0x00000000").err, "plddb: nothing found\n");
+}
+
+TEST(Show, MakesSeveralAnErrorWhenOneIsWanted) {
+  const ToolRun run = Show("--db keys.xml --unique SAME");
+  EXPECT_EQ(run.err, "plddb: 2 devices match, and --unique wants one\n");
+  EXPECT_EQ(run.out.rfind("Device SAME *, matched by name\nFile keys.xml\n", 0), 0U) << run.out;
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(Show("--db keys.xml --unique CODE1").exit_code, 0);
 }
 
 TEST(Show, RefusesWhatMakesNoSense) {
