@@ -207,7 +207,11 @@ class RestReader {
 
   void ReadUnknown() {
     const std::size_t start = at_;
-    while (!EndsAt(at_)) ++at_;
+    if (IsDigit(rest_[at_])) {
+      at_ = EndOf(IsDigit, at_);  // a package may follow
+    } else {
+      while (!EndsAt(at_)) ++at_;
+    }
     mark_.unknown.push_back(UpperCase(rest_.substr(start, at_ - start)));
   }
 

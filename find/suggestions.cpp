@@ -25,6 +25,8 @@ bool BeginsWith(std::string_view text, const std::string& beginning) {
   return internal::AfterPrefix(std::string(text).c_str(), beginning.c_str()) != nullptr;
 }
 
+bool IsSame(std::string_view a, std::string_view b) { return a.size() == b.size() && BeginsWith(a, std::string(b)); }
+
 std::string NameOrCodeName(const DeviceInfo& device) {
   const char* const codeName = internal::OrEmpty(device.GetCodeName());
   return internal::Printable(*codeName == '\0' ? internal::OrEmpty(device.GetName()) : codeName);
@@ -37,11 +39,11 @@ std::vector<std::string> Near(std::string_view wanted, const std::vector<std::st
   const std::string beginning(wanted);
   for (const std::string_view text : known) {
     if (beginning.empty() || near.size() == kMost) break;
-    if (text != wanted && BeginsWith(text, beginning) && !IsKnown(near, text)) near.emplace_back(text);
+    if (!IsSame(text, wanted) && BeginsWith(text, beginning) && !IsKnown(near, text)) near.emplace_back(text);
   }
   if (!near.empty()) return near;
   for (const std::string_view text : plddb::NearNames(wanted, known, kMost + 1)) {
-    if (text != wanted && near.size() < kMost) near.emplace_back(text);
+    if (!IsSame(text, wanted) && near.size() < kMost) near.emplace_back(text);
   }
   return near;
 }

@@ -145,7 +145,8 @@ std::string LeftOut(const std::vector<Database>& databases, const Options& optio
   for (const auto& [family, database] : hidden) devices += family->GetDeviceCount();
   if (hidden.empty()) return "";
   return "\n" + std::to_string(hidden.size()) + " hidden " + (hidden.size() == 1 ? "family" : "families") + " with " +
-         std::to_string(devices) + (devices == 1 ? " device is" : " devices are") + " left out; --all lists all\n";
+         std::to_string(devices) + (devices == 1 ? " device" : " devices") + (hidden.size() == 1 ? " is" : " are") +
+         " left out; --all lists all\n";
 }
 
 /// The identifier by which a scan finds the device; the ISP one where there is no other.

@@ -77,7 +77,12 @@ void Narrow(std::vector<std::size_t>& widths, const std::vector<Row>& rows, std:
   for (const std::size_t column : widths) width += column;
   if (width <= kLineWidth) return;
   std::vector<std::size_t> least;
-  for (std::size_t i = 0; i < widths.size(); ++i) least.push_back(std::min(LongestWord(rows, i), widths[i]));
+  std::size_t leastWidth = width;
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    least.push_back(std::min(LongestWord(rows, i), widths[i]));
+    leastWidth -= widths[i] - least[i];
+  }
+  if (leastWidth > kLineWidth) return;  // a long word, such as the path of a file, exceeds the line anyway
   while (width > kLineWidth) {
     std::size_t widest = widths.size();
     for (std::size_t i = 0; i < widths.size(); ++i) {
@@ -118,7 +123,8 @@ std::vector<std::string> Wrapped(const std::string& text, std::size_t width) {
     const std::size_t end = std::min(text.find(' ', start), text.size());
     const std::string word = text.substr(start, end - start);
     const std::size_t columns = Width(word);
-    if (lines.empty() || taken + 1 + columns > width) {
+    const bool isMark = word.front() == '*';  // stays beside what it marks
+    if (lines.empty() || (taken + 1 + columns > width && !isMark)) {
       lines.push_back(word);
       taken = columns;
     } else {
