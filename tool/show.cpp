@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "chain_ids.h"
+#include "Chain.h"
 #include "colour.h"
 #include "command.h"
 #include "databases.h"
@@ -86,7 +86,7 @@ std::vector<Match> FirstMatches(const std::vector<Database>& databases, const st
     }
   };
   for (const Key& key : kKeys) add(key.name, FindByKey(databases, key, text.c_str()));
-  if (const auto id = ParseId(text)) {
+  if (const auto id = plddb::chain::ParseId(text)) {
     const auto with_id = [&](const char* comm) {
       return FirstOf(databases, [&](DeviceList& database) { return database.GetDeviceWithCommAndID(comm, *id); });
     };
