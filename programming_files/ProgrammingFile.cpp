@@ -44,7 +44,7 @@ const auto& RowOf(Format format) {
 
 void ReadUnknown(Input& input, const KnownDevices& known, File& file) {
   RecogniseOther(input.Window(), input.Window().size() < Input::kWindow, file);
-  if (file.format != Format::kUnknown || IsText(input.Window())) return;
+  if (file.format != Format::kUnknown) return;
   File binary;
   ReadXilinxBin(input, known, binary);
   if (binary.format != Format::kUnknown) file = binary;
