@@ -46,12 +46,12 @@ void KeepDieOf(std::string_view text, Devices& devices) {
   devices.erase(std::remove_if(devices.begin(), devices.end(), isOther), devices.end());
 }
 
-/// Whether a text whose first part is `name` may go on with `rest`: a number is not cut, and no package starts with E or A, so
-/// that XC2S50E is not XC2S50.
+/// Whether a text whose first part is `name` may go on with `rest`: a number is not cut; and no package starts with E or A, so
+/// that the Spartan XC2S50E is not XC2S50.
 bool MayFollow(std::string_view name, std::string_view rest) {
-  if (rest.empty()) return true;
-  if (IsDigit(name.back())) return !IsDigit(rest.front()) && !(StartsWith(name, "XC") && (rest[0] == 'E' || rest[0] == 'A'));
-  return true;
+  if (rest.empty() || !IsDigit(name.back())) return true;
+  const bool isSpartan = StartsWith(name, "XC2S") || StartsWith(name, "XC3S");
+  return !IsDigit(rest.front()) && !(isSpartan && (rest[0] == 'E' || rest[0] == 'A'));
 }
 
 /// Other spellings of an ordering name, under which the descriptions may have its device.

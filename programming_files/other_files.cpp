@@ -46,10 +46,13 @@ bool IsSignalTap(std::string_view head) {
 }  // namespace
 
 bool IsText(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) {
+  std::size_t notAscii = 0;
+  for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    return byte >= ' ' ? byte != 0x7F : IsBlank(byte);
-  });
+    if (byte == 0x7F || (byte < ' ' && !IsBlank(byte))) return false;
+    if (byte > 0x7F) ++notAscii;
+  }
+  return 2 * notAscii <= text.size();
 }
 
 void RecogniseOther(std::string_view head, bool isWhole, File& file) {

@@ -69,7 +69,7 @@ void AddStatement(File& file, Statement statement);
 /// Adds a name of `kind`, with its devices by KnownDevices::WithNameIn, and what follows it as a package.
 void AddNameWithPackage(File& file, const KnownDevices& known, Kind kind, std::string_view text, const Place& place);
 
-/// Whether `text` may be that of a text file: no control characters but white space.
+/// Whether `text` may be that of a text file: no control characters but white space, and mostly ASCII.
 bool IsText(std::string_view text);
 ///@}
 

@@ -23,13 +23,12 @@ std::optional<std::uint32_t> ReadNumber(Input& input, std::size_t size) {
   return number;
 }
 
-/// The package in what follows the device's name: "tqg144", "eg-ffvb1156-2-e" (of XCZU9), "tffg1761-2" (of XC7VX485).
+/// The package in what follows the device's name: "tqg144", "eg-ffvb1156-2-e" (of XCZU9).
 std::string_view PackageIn(std::string_view rest) {
   if (const auto hyphen = rest.find('-');
       hyphen != rest.npos && !std::any_of(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(hyphen), IsDigit)) {
     rest.remove_prefix(hyphen + 1);
   }
-  if (rest.size() > 2 && Upper(rest[0]) == 'T' && Upper(rest[1]) != 'Q') rest.remove_prefix(1);
   return rest.substr(0, rest.find('-'));
 }
 

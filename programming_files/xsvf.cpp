@@ -214,7 +214,7 @@ class XsvfReader {
 }  // namespace
 
 bool LooksLikeXsvf(std::string_view head) {
-  // There is nothing to go by but that the start makes sense: instructions without a fault, one of them a scan.
+  // There is nothing to go by but that the start makes sense: a few instructions without a fault.
   if (head.empty() || head[0] == kComplete || IsText(head)) return false;
   std::string_view rest = head;
   const auto input = std::make_unique<Input>([&rest](char* buffer, std::size_t size) {
@@ -226,8 +226,7 @@ bool LooksLikeXsvf(std::string_view head) {
   XsvfReader reader(*input, nullptr, file);
   const std::size_t count = reader.Read();
   const bool isCut = file.faults.empty() || StartsWith(file.faults[0].text, "the file ends");
-  constexpr std::size_t enough = 3;
-  return isCut && reader.HasScan() && count >= enough;
+  return isCut && count >= (reader.HasScan() ? 3 : 5);
 }
 
 void ReadXsvf(Input& input, const KnownDevices& known, File& file) { XsvfReader(input, &known, file).Read(); }

@@ -34,7 +34,7 @@ TEST(XilinxBit, TellsPartAndIdOfEachFamily) {
       {"7a35tcpg236", WideStream(0x0362D093), {"0362D093/0FFFFFFF"}, {"cpg236"}, {"XC7A35T"}},
       {"7a50tcsg324", WideStream(0x0362C093), {"0362C093/0FFFFFFF"}, {"csg324"}, {"XC7A50T"}},
       {"7z007sclg225", WideStream(0x03723093), {"03723093/0FFFFFFF"}, {"clg225"}, {"XC7Z007S"}},
-      {"7vx485tffg1761", WideStream(0x03687093), {"03687093/0FFFFFFF"}, {"ffg1761"}, {"XC7VX485"}},
+      {"7vx485tffg1761", WideStream(0x03687093), {"03687093/0FFFFFFF"}, {"ffg1761"}, {"XC7VX485T"}},
       {"7v2000tflg1925", WideStream(0x036BF093), {"036BF093/0FFFFFFF"}, {"flg1925"}, {"XC7V2000T"}},
       {"xcku040-ffva1156-2-e", WideStream(0x03822093), {"03822093/0FFFFFFF"}, {"ffva1156"}, {"XCKU040"}},
       {"xczu9eg-ffvb1156-2-e", WideStream(0x04738093), {"04738093/0FFFFFFF"}, {"ffvb1156"}, {"XCZU9"}},
