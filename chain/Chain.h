@@ -27,19 +27,21 @@ struct Fault {
   std::string text;  ///< What is wrong, and what was expected; one line.
 };
 
-/// The end of a chain: TDO, where bits come out, or TDI.
-enum class End { kTdo, kTdi };
+/// The end of a chain: TDO, where bits come out, or TDI. kAsPrinted: it is not known which one a tool names first.
+enum class End { kTdo, kTdi, kAsPrinted };
 
 /// What a scanning tool prints about one TAP.
 struct ScannedTap {
   std::string name = {};                ///< As the tool calls it; empty when it gives no names.
   std::optional<unsigned int> id = {};  ///< None: the tool read no IDCODE there.
-  unsigned long irLength = 0;           ///< 0: the tool does not print it; others may be guesses.
+  unsigned long irLength = 0;           ///< 0: the tool does not print it.
+  bool irLengthIsGuess = false;         ///< The tool guessed the length, or has it from a table of its own.
 };
 
 /// A chain as it was read, and where it comes from.
 struct Scan {
   std::string format = {};              ///< Which text was recognised; empty for ids that were given one by one.
+  std::string tool = {};                ///< Whose text it is; empty for ids.
   std::vector<ScannedTap> taps = {};    ///< In the order of the text.
   End nearest = End::kTdo;              ///< The end at which `taps` starts.
   bool hasVersions = true;              ///< False: the tool may print an id with 0 for its version.
@@ -66,8 +68,9 @@ std::string NotAnId(std::string_view text);
 ScanResult ReadIds(std::string_view text);
 
 /// Reads what a scanning tool printed, or else ids as ReadIds does. Of several reports in one format the last is taken; of
-/// several formats the first that ScanFormats names. What precedes or follows a tool's words in a line does not matter, nor do
-/// colours, carriage returns and lines of other programs.
+/// several formats the first that ScanFormats names, and what another one of the same tool adds. What precedes or follows a
+/// tool's words in a line does not matter, nor do colours, carriage returns, lines that a terminal wrapped, and lines of other
+/// programs. The text is UTF-8 or UTF-16. A text that names devices but no ids is refused, with what to print instead.
 ScanResult ReadScan(std::string_view text);
 
 /// The formats that ReadScan knows, preferred ones first: "OpenOCD log".

@@ -43,7 +43,8 @@ function(plddb_install_library NAME)
   list(TRANSFORM NEEDS PREPEND "plddb-" OUTPUT_VARIABLE REQUIRES)
   list(TRANSFORM NEEDS PREPEND "plddb_")
   list(TRANSFORM REQUIRES APPEND " = ${PROJECT_VERSION}")
-  string(JOIN ", " REQUIRES "plddb = ${PROJECT_VERSION}" ${REQUIRES} ${PACKAGES})
+  string(TOLOWER "${PACKAGES}" PC_PACKAGES)
+  string(JOIN ", " REQUIRES "plddb = ${PROJECT_VERSION}" ${REQUIRES} ${PC_PACKAGES})
   plddb_install_pc(plddb-${NAME}.pc cmake/plddb-library.pc.in)
   set(PLDDB_LOAD "plddb_load(${NAME} \"${NEEDS}\" \"${PACKAGES}\")\n" PARENT_SCOPE)
 endfunction()
@@ -60,12 +61,15 @@ write_basic_package_version_file(plddb-config-version.cmake COMPATIBILITY SameMa
 install(FILES ${PROJECT_BINARY_DIR}/plddb-config.cmake ${PROJECT_BINARY_DIR}/plddb-config-version.cmake
   DESTINATION ${PLDDB_CONFIG_DIR} COMPONENT development)
 
+if(TARGET plddb_descriptions)
+  install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT data FILES_MATCHING PATTERN "*.xml")
+  install(FILES descriptions/plddb.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT data)
+endif()
+
 if(TARGET plddb_tool)
   file(RELATIVE_PATH PLDDB_LIB_FROM_BIN ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   set_target_properties(plddb_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${PLDDB_LIB_FROM_BIN}")
   install(TARGETS plddb_tool RUNTIME COMPONENT tool)
-  install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT tool FILES_MATCHING PATTERN "*.xml")
-  install(DIRECTORY descriptions/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT tool FILES_MATCHING PATTERN "*.xsd")
   install(DIRECTORY tool/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool OPTIONAL FILES_MATCHING PATTERN "*.1")
   install(FILES tool/completions/plddb.bash RENAME plddb OPTIONAL
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)

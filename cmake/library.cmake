@@ -1,17 +1,8 @@
-# plddb_need(PACKAGE DEBIAN_PACKAGE FOR OPTION): finds a package, or ends the configuration and says what to do.
-function(plddb_need PACKAGE DEBIAN_PACKAGE FOR OPTION)
-  find_package(${PACKAGE} QUIET GLOBAL)
-  if(NOT ${PACKAGE}_FOUND)
-    message(FATAL_ERROR "${PACKAGE} was not found, which ${FOR} need.\n"
-      "Install it (Debian: apt-get install ${DEBIAN_PACKAGE}), or leave them out with -D${OPTION}=OFF.")
-  endif()
-endfunction()
-
 # plddb_add_library(NAME DESCRIPTION
 #   SOURCES file...      relative to the folder, like all files here
 #   HEADERS file...      what clients include; the other headers are internal
 #   [NEEDS name...]      the libraries beside the core that this one uses, declared earlier
-#   [PACKAGES name...])  the packages that it links, found earlier; CMake's name, and pkg-config's, and that of the target NAME::NAME
+#   [PACKAGES name...])  the packages that it links, found earlier; CMake's name, that of the target NAME::NAME, in lower case pkg-config's
 #
 # Declares a library beside the core: plddb::NAME, static, the target plddb_NAME. install.cmake installs it with its headers,
 # makes it a component of the CMake package, and writes plddb-NAME.pc.

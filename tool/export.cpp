@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "command.h"
@@ -23,7 +22,7 @@ struct Options {
 };
 
 ExitCode RunExport(const Options& options) {
-  const std::vector<Database>& databases = LoadDatabases({options.file});
+  const std::vector<Database>& databases = LoadFiles({options.file});
   if (databases.size() > 1) throw WrongUsage(options.file + " is a folder; merge its files instead");
   const DeviceList& database = *databases.front().devices;
   ReportHidden(database);
@@ -33,11 +32,11 @@ ExitCode RunExport(const Options& options) {
 
 }  // namespace
 
-Run AddExport(CLI::App& app) {
+Run AddExport(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->file, "The description file")->type_name("")->required();
-  AddOutputOption(app, options->output);
-  app.footer(kFooter);
+  subcommand.Add("FILE", options->file, "The description file").Type("").Required();
+  AddOutputOption(subcommand, options->output);
+  subcommand.Footer(kFooter);
   return [options] { return RunExport(*options); };
 }
 

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "command.h"
@@ -24,7 +23,7 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  const std::vector<Database>& databases = LoadDatabases(options.files);
+  const std::vector<Database>& databases = LoadFiles(options.files);
   DeviceList& merged = *databases.front().devices;
   for (std::size_t i = 1; i < databases.size(); ++i) merged.AddNewDeviceList(databases[i].devices.get());
   ReportHidden(merged);
@@ -34,11 +33,11 @@ ExitCode RunMerge(const Options& options) {
 
 }  // namespace
 
-Run AddMerge(CLI::App& app) {
+Run AddMerge(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("")->required();
-  AddOutputOption(app, options->output);
-  app.footer(kFooter);
+  subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("").Required();
+  AddOutputOption(subcommand, options->output);
+  subcommand.Footer(kFooter);
   return [options] { return RunMerge(*options); };
 }
 

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -224,13 +223,13 @@ ExitCode RunShow(const Options& options) {
 
 }  // namespace
 
-Run AddShow(CLI::App& app) {
+Run AddShow(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  AddDatabaseOption(app, options->databases);
-  app.add_flag("--json", options->json,
-               "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
-  app.add_option("TEXT", options->text, "The name or id of the device")->type_name("")->check(NotEmpty())->required();
-  app.footer(kFooter);
+  AddDatabaseOption(subcommand, options->databases);
+  subcommand.AddFlag("--json", options->json,
+                     "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
+  subcommand.Add("TEXT", options->text, "The name or id of the device").Type("").NotEmpty().Required();
+  subcommand.Footer(kFooter);
   return [options] { return RunShow(*options); };
 }
 

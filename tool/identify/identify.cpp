@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -161,40 +160,39 @@ ExitCode RunIdentify(const Options& options) {
   return all_known ? ExitCode::kFound : ExitCode::kNotFound;
 }
 
-void AddInput(CLI::App& app, Options& options) {
-  CLI::Option* const ids =
-      app.add_option("ID", options.ids, "The ids of the chain, in its order; - reads them from standard input");
-  ids->type_name("or -");
-  app.add_option("--scan", options.scan, "The text of a scanning tool; - reads it from standard input")
-      ->type_name("FILE|-")
-      ->check(NotEmpty())
-      ->excludes(ids);
-  app.add_option("--ir", options.ir_lengths,
-                 "The IR length at a position, such as of an unknown TAP; may be given several times")
-      ->type_name("POSITION=LENGTH")
-      ->allow_extra_args(false);
+void AddInput(Subcommand subcommand, Options& options) {
+  const Option ids = subcommand.Add("ID", options.ids, "The ids of the chain, in its order; - reads them from standard input");
+  ids.Type("or -");
+  subcommand.Add("--scan", options.scan, "The text of a scanning tool; - reads it from standard input")
+      .Type("FILE|-")
+      .NotEmpty()
+      .Excludes(ids);
+  subcommand
+      .Add("--ir", options.ir_lengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
+      .Type("POSITION=LENGTH")
+      .OneValueEach();
 }
 
-void AddForm(CLI::App& app, Options& options) {
+void AddForm(Subcommand subcommand, Options& options) {
   std::vector<std::string> names;
   for (const auto& format : kFormats) names.emplace_back(format.name);
-  CLI::Option* const format = app.add_option("--format", options.format, "What to write (default text)");
-  format->type_name("text|tsv|json|openocd")->check(CLI::IsMember(names).description(""));
-  app.add_flag("--json", options.json, "The same as --format json: an array of {position, id, match, candidates, ...}")
-      ->excludes(format);
+  const Option format = subcommand.Add("--format", options.format, "What to write (default text)");
+  format.Type("text|tsv|json|openocd").OneOf(names);
+  subcommand.AddFlag("--json", options.json, "The same as --format json: an array of {position, id, match, candidates, ...}")
+      .Excludes(format);
 }
 
 }  // namespace
 
-Run AddIdentify(CLI::App& app) {
+Run AddIdentify(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  AddDatabaseOption(app, options->databases);
-  app.add_option("--comm", options->comm, "The access mode: which identifier of a device is compared (default JTAG)")
-      ->type_name("JTAG|ISP|DUAL")
-      ->check(CLI::IsMember({"JTAG", "ISP", "DUAL"}).description(""));
-  AddForm(app, *options);
-  AddInput(app, *options);
-  app.footer(kFooter);
+  AddDatabaseOption(subcommand, options->databases);
+  subcommand.Add("--comm", options->comm, "The access mode: which identifier of a device is compared (default JTAG)")
+      .Type("JTAG|ISP|DUAL")
+      .OneOf({"JTAG", "ISP", "DUAL"});
+  AddForm(subcommand, *options);
+  AddInput(subcommand, *options);
+  subcommand.Footer(kFooter);
   return [options] { return RunIdentify(*options); };
 }
 
