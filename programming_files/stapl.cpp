@@ -148,9 +148,13 @@ class StaplReader {
     const auto value = Value(*(compare + 1));
     const auto mask = Value(*(comma + 1));
     if (!value || !mask) return;
-    AddIdChecks(
-        {instruction_, 32, Bits::FromHex(HexText(*value).substr(2)), Bits::FromHex(HexText(*mask).substr(2)), {}, place_},
-        known_, file_);
+    AddIdChecks({instruction_,
+                 32,
+                 Bits::FromHex(chain::Hex(*value, 8).substr(2)),
+                 Bits::FromHex(chain::Hex(*mask, 8).substr(2)),
+                 {},
+                 place_},
+                known_, file_);
   }
 
   /// The pair of notes. On purpose: an id without a maker is left out, as it is that of an example and of real parts by chance.

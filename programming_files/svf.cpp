@@ -172,7 +172,7 @@ class SvfReader {
     if (!instruction_ || instruction_->length != 10) return;
     const std::uint32_t code = instruction_->bits.Get(0, 10);
     if (code != 0x203 && code != 0x205) return;
-    siliconId_ += (siliconId_.empty() ? "" : " ") + HexText(word, 4).substr(2);
+    siliconId_ += (siliconId_.empty() ? "" : " ") + chain::Hex(word, 4).substr(2);
     constexpr std::size_t fiveWords = 24;
     if (siliconId_.size() != fiveWords) return;
     Statement signature{Kind::kSignature, siliconId_};

@@ -68,11 +68,4 @@ inline std::optional<std::uint32_t> Number(std::string_view text, unsigned int b
   return static_cast<std::uint32_t>(value);
 }
 
-/// "0x0362D093".
-inline std::string HexText(std::uint32_t value, int digits = 8) {
-  std::string text = "0x";
-  for (int i = digits - 1; i >= 0; --i) text += "0123456789ABCDEF"[value >> (4 * i) & 0xF];
-  return text;
-}
-
 }  // namespace plddb::programming_files

@@ -188,7 +188,7 @@ struct JudgedChain {
   chain::End nearest;
 
   /// How many positions are nearer TDO.
-  std::size_t NearerTdo(std::size_t i) const { return nearest == chain::End::kTdo ? i : positions.size() - 1 - i; }
+  std::size_t NearerTdo(std::size_t i) const { return nearest == chain::End::kTdi ? positions.size() - 1 - i : i; }
 };
 
 /// The instruction bits of the positions nearer TDO (or TDI); nullopt where one is not known.
@@ -202,13 +202,19 @@ std::optional<unsigned long> InstructionBits(const JudgedChain& chain, std::size
   return bits;
 }
 
-bool PaddingFits(const Padding& padding, const JudgedChain& chain, std::size_t i) {
+bool PaddingFitsFrom(const Padding& padding, const JudgedChain& chain, std::size_t i) {
   const std::size_t nearer = chain.NearerTdo(i);
   if (padding.hdr != nearer || padding.tdr != chain.positions.size() - 1 - nearer) return false;
   if (!padding.hasIr) return true;
   const auto nearTdo = InstructionBits(chain, i, true);
   const auto nearTdi = InstructionBits(chain, i, false);
   return (!nearTdo || *nearTdo == padding.hir) && (!nearTdi || *nearTdi == padding.tir);
+}
+
+bool PaddingFits(const Padding& padding, const JudgedChain& chain, std::size_t i) {
+  if (chain.nearest != chain::End::kAsPrinted) return PaddingFitsFrom(padding, chain, i);
+  return PaddingFitsFrom(padding, {chain.positions, chain::End::kTdo}, i) ||
+         PaddingFitsFrom(padding, {chain.positions, chain::End::kTdi}, i);
 }
 
 unsigned int GivenIrLength(const chain::ChainPosition& position) {
@@ -283,7 +289,7 @@ std::string ReasonOf(const Statement& statement) {
   const std::string devices = statement.devices.empty() ? "no described device" : Names(statement.devices);
   switch (statement.kind) {
     case Kind::kId:
-      return statement.text + at + ": " + HexText(statement.value) + ", mask " + HexText(statement.mask) +
+      return statement.text + at + ": " + chain::Hex(statement.value, 8) + ", mask " + chain::Hex(statement.mask, 8) +
              ProofText(statement.proof) + ": " + devices;
     case Kind::kName:
       return "name '" + statement.text + "'" + at + ": " + devices;
@@ -338,7 +344,7 @@ class Reasons {
   void AddAnswer(Answer answer, const Target& target, const JudgedChain& chain, std::size_t i) {
     const chain::ChainPosition& position = chain.positions[i];
     const Devices chips = position.id ? known_.WithId(*position.id, 0xFFFFFFFF, GivenIrLength(position)) : Devices();
-    const std::string chip = position.id ? HexText(*position.id) + (chips.empty() ? "" : ", " + Names(chips)) : "no id";
+    const std::string chip = position.id ? chain::Hex(*position.id, 8) + (chips.empty() ? "" : ", " + Names(chips)) : "no id";
     Add("position " + std::to_string(i) + " (" + chip + "): " + AnswerText(answer, target, chain, i));
   }
 

@@ -70,7 +70,7 @@ class XsvfReader {
       return false;
     }
     if (code == 0x05 || code == 0x06 || code >= kCodes)
-      return Fail("no XSVF instruction has the code " + HexText(static_cast<std::uint32_t>(code), 2));
+      return Fail("no XSVF instruction has the code " + chain::Hex(static_cast<std::uint32_t>(code), 2));
     switch (code) {
       case kSir:
         return ReadInstructionRegister(1);
