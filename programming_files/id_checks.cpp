@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bitset>
+#include <iterator>
 
 #include "text.h"
 
@@ -85,22 +86,31 @@ Statement IdStatement(std::uint32_t value, std::uint32_t mask, const ComparedSca
   return id;
 }
 
+bool HasId(const File& file) {
+  return std::any_of(file.statements.begin(), file.statements.end(), [](const Statement& s) { return s.kind == Kind::kId; });
+}
+
+/// Those of `devices` whose IDCODE instruction was loaded.
+Devices Selected(const Devices& devices, const Instruction& instruction) {
+  Devices selected;
+  std::copy_if(devices.begin(), devices.end(), std::back_inserter(selected),
+               [&](const DeviceInfo* device) { return SelectsId(instruction, *device, 0); });
+  return selected;
+}
+
 void AddSingleId(const ComparedScan& scan, const KnownDevices& known, File& file) {
   const std::uint32_t value = scan.expected.Get(0, kIdBits);
   const std::uint32_t mask = scan.mask.Get(0, kIdBits);
   const std::size_t length = scan.instruction ? scan.instruction->length : 0;
   const auto irLength = static_cast<unsigned int>(length <= 0xFFFF ? length : 0);
   const bool hasMaker = (mask & kMaker) == kMaker && (value & 1) != 0 && known.HasMaker(value);
-  const bool isSelected = !scan.instruction || known.HasIdInstruction(length, scan.instruction->bits.Get(0, kIdBits));
-  if (!hasMaker && !isSelected) return;  // before the search: files compare data by the million
-  Devices devices = mask == 0 ? Devices() : known.WithId(value, mask, irLength);
-  Devices selected = devices;
-  const auto isNotSelected = [&](const DeviceInfo* device) {
-    return scan.instruction && !SelectsId(*scan.instruction, *device, 0);
-  };
-  selected.erase(std::remove_if(selected.begin(), selected.end(), isNotSelected), selected.end());
-  if (selected.empty() && !hasMaker) return;
+  const bool isIdInstruction = !scan.instruction || known.HasIdInstruction(length, scan.instruction->bits.Get(0, kIdBits));
+  // Before the search, as files compare data by the million, some of which look like ids: the id is compared before them.
+  if (mask == 0 || (!isIdInstruction && (!hasMaker || HasId(file)))) return;
+  Devices devices = known.WithId(value, mask, irLength);
   if (devices.empty()) devices = known.WithId(value, mask);
+  const Devices selected = scan.instruction ? Selected(devices, *scan.instruction) : devices;
+  if (selected.empty() && (!hasMaker || (!isIdInstruction && devices.empty()))) return;
   Statement id = IdStatement(value, mask, scan, selected.empty() ? devices : selected);
   id.irLength = irLength;
   AddStatement(file, std::move(id));

@@ -54,8 +54,9 @@ struct ComparedScan {
 };
 
 /// Adds the ids that `scan` compares. A scan of 32 bits is an id
-///  - after the IDCODE instruction of a device that the compared bits fit, or
-///  - when its maker is compared, is that of a known device, and bit 0 is 1;
+///  - after the IDCODE instruction of a device that the compared bits fit,
+///  - after that of another device, or a reset, when bit 0 is 1 and the maker is that of a known device,
+///  - after any other instruction, when it is a known device's and no id was compared before;
 /// a longer one when a device's id is in it, beside the BYPASS bits of other devices.
 void AddIdChecks(const ComparedScan& scan, const KnownDevices& known, File& file);
 

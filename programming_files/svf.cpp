@@ -130,6 +130,10 @@ class SvfReader {
     if (statement.words.empty()) return;
     const std::string& command = statement.words[0];
     if (!IsCommand(command)) return AddFault(file_, statement.place, "'" + command.substr(0, 20) + "' is no SVF command");
+    const auto has = [&](const char* word) {
+      return std::find(statement.words.begin() + 1, statement.words.end(), word) != statement.words.end();
+    };
+    if ((command == "STATE" && has("RESET")) || (command == "TRST" && has("ON"))) instruction_.reset();
     if (command.size() != 3 || command == "PIO") return;
     const auto length = statement.words.size() > 1 ? Number(statement.words[1]) : std::nullopt;
     if (!length) return AddFault(file_, statement.place, "expected a number of bits after " + command);

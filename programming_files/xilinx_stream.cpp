@@ -10,37 +10,37 @@ namespace {
 /// Where the bytes and bits of a stream are: a PROM for a parallel bus may hold each byte reversed, or the bytes of each word
 /// swapped.
 struct Order {
-  std::uint32_t sync;    ///< The last four bytes up to the end of the synchronisation word, as they are in the file.
   bool hasReversedBits;  ///< In each byte.
   unsigned int swapped;  ///< Byte i of the stream is byte i ^ swapped of the file, counted from the word.
   bool isShort;          ///< AA99 after FFFF: families with 16-bit words only.
 };
 
-constexpr std::array<Order, 10> kOrders = {{
-    {0xAA995566, false, 0, false},
-    {0x5599AA66, true, 0, false},
-    {0x99AA6655, false, 1, false},
-    {0x995566AA, true, 1, false},
-    {0x665599AA, false, 3, false},
-    {0x66AA9955, true, 3, false},
-    {0xFFFFAA99, false, 0, true},
-    {0xFFFF5599, true, 0, true},
-    {0xFFFF99AA, false, 1, true},
-    {0xFFFF9955, true, 1, true},
-}};
-
-const Order* OrderOf(std::uint32_t sync) {
-  switch (sync & 0xFF) {  // most bytes end here
-    case 0x66:
-    case 0x55:
-    case 0xAA:
-    case 0x99:
-      break;
+/// The order that the synchronisation word shows: it and what precedes it are the last four bytes of the file so far.
+std::optional<Order> OrderOf(std::uint32_t sync) {
+  switch (sync) {
+    case 0xAA995566:
+      return Order{false, 0, false};
+    case 0x5599AA66:
+      return Order{true, 0, false};
+    case 0x99AA6655:
+      return Order{false, 1, false};
+    case 0x995566AA:
+      return Order{true, 1, false};
+    case 0x665599AA:
+      return Order{false, 3, false};
+    case 0x66AA9955:
+      return Order{true, 3, false};
+    case 0xFFFFAA99:
+      return Order{false, 0, true};
+    case 0xFFFF5599:
+      return Order{true, 0, true};
+    case 0xFFFF99AA:
+      return Order{false, 1, true};
+    case 0xFFFF9955:
+      return Order{true, 1, true};
     default:
-      return nullptr;
+      return std::nullopt;
   }
-  const auto* const order = std::find_if(kOrders.begin(), kOrders.end(), [&](const Order& o) { return o.sync == sync; });
-  return order == kOrders.end() ? nullptr : order;
 }
 
 constexpr std::size_t kHeaderBytes = 4096;  // the id is written within the first 400
@@ -117,15 +117,15 @@ StreamId FindIdWrite(Input& input, std::uint64_t limit) {
     const std::string_view window = input.Window();
     if (window.empty()) return found;
     const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(window.size(), limit));
-    const Order* order = nullptr;
+    std::optional<Order> order;
     std::size_t i = 0;
-    while (i < size && order == nullptr) {
+    while (i < size && !order) {
       last = last << 8 | static_cast<unsigned char>(window[i++]);
       order = OrderOf(last);
     }
     input.Skip(i);
     limit -= i;
-    if (order == nullptr) continue;
+    if (!order) continue;
     found.hasSync = found.hasSync || !order->isShort;
     const std::uint64_t start = input.Offset();
     const auto write = FindWriteAfterSync(input.Window(kHeaderBytes), *order);

@@ -163,6 +163,7 @@ class XsvfReader {
     const Operands operands = kOperands[static_cast<std::size_t>(code)];
     if (code >= kState && code <= kEndDr && input_.Peek() > 15)
       return Fail("no TAP state has the number " + std::to_string(input_.Peek()));
+    if (code == kState && input_.Peek() == 0) instruction_.reset();  // Test-Logic-Reset
     if (!input_.Skip(operands.fixed)) return FailAtEnd();
     if (code == kTdoMask) return ReadMask();
     if (HasTdo(code)) return ReadComparedScan();

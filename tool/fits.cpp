@@ -212,7 +212,7 @@ Run AddFits(Subcommand subcommand) {
   subcommand
       .Add("FILE", options->arguments,
            "Programming files; then, if wanted, the ids of a chain; - reads these from standard input")
-      .Type("... [ID]...");
+      .Type("or ID");
   AddScanOption(subcommand, options->scan);
   AddIrLengthOption(subcommand, options->irLengths);
   subcommand.AddFlag("--json", options->json,
