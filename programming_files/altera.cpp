@@ -28,21 +28,42 @@ void ReadDevice(Input& input, std::uint32_t length, const KnownDevices& known, F
   if (!Trim(text).empty()) AddNameWithPackage(file, known, Kind::kName, Trim(text), place);
 }
 
-/// Reads a record. Returns false at the end of the file.
-bool ReadRecord(Input& input, const KnownDevices& known, File& file) {
-  constexpr std::size_t headBytes = 6;
-  const Place place = input.BytePlace();
-  const std::string_view head = input.Window(headBytes);
-  if (head.empty()) return false;
-  if (head.size() < headBytes) return AddFault(file, place, "the file ends in the head of a record"), false;
-  const std::uint32_t type = LittleEndian(head.substr(0, 2));
-  const std::uint32_t length = LittleEndian(head.substr(2, 4));
-  input.Skip(headBytes);
-  if (type == kDeviceRecord) ReadDevice(input, length, known, file);
-  if (input.Skip(length)) return true;
-  AddFault(file, place, "a record of " + std::to_string(length) + " bytes; the file ends before");
-  return false;
-}
+class Records {
+ public:
+  Records(Input& input, const KnownDevices& known, File& file) : input_(input), known_(known), file_(file) {}
+
+  void Read() {
+    while (ReadRecord()) {
+    }
+    if (!hasDevice_ && file_.faults.empty()) Fail(input_.BytePlace(), "the file ends before the record of its device");
+  }
+
+ private:
+  bool Fail(const Place& place, const std::string& text) {
+    AddFault(file_, place, text);
+    return false;
+  }
+
+  /// Returns false at the end of the file.
+  bool ReadRecord() {
+    constexpr std::size_t headBytes = 6;
+    const Place place = input_.BytePlace();
+    const std::string_view head = input_.Window(headBytes);
+    if (head.empty()) return false;
+    if (head.size() < headBytes) return Fail(place, "the file ends in the head of a record");
+    const std::uint32_t type = LittleEndian(head.substr(0, 2));
+    const std::uint32_t length = LittleEndian(head.substr(2, 4));
+    input_.Skip(headBytes);
+    if (type == kDeviceRecord) ReadDevice(input_, length, known_, file_);
+    hasDevice_ = hasDevice_ || type == kDeviceRecord;
+    return input_.Skip(length) || Fail(place, "a record of " + std::to_string(length) + " bytes; the file ends before");
+  }
+
+  Input& input_;
+  const KnownDevices& known_;
+  File& file_;
+  bool hasDevice_ = false;
+};
 
 }  // namespace
 
@@ -51,8 +72,7 @@ bool LooksLikeSof(std::string_view head) { return StartsWith(head, std::string_v
 
 void ReadPof(Input& input, const KnownDevices& known, File& file) {
   if (!input.Skip(kHeaderBytes)) return AddFault(file, input.BytePlace(), "the file ends in its header");
-  while (ReadRecord(input, known, file)) {
-  }
+  Records(input, known, file).Read();
 }
 
 bool LooksLikeRbf(std::string_view head) {

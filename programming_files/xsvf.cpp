@@ -227,7 +227,8 @@ bool LooksLikeXsvf(std::string_view head) {
   XsvfReader reader(*input, nullptr, file);
   const std::size_t count = reader.Read();
   const bool isCut = file.faults.empty() || StartsWith(file.faults[0].text, "the file ends");
-  return isCut && count >= (reader.HasScan() ? 3 : 5);
+  if (!reader.HasScan()) return isCut && count >= 5;
+  return count >= (isCut ? 3 : 8);
 }
 
 void ReadXsvf(Input& input, const KnownDevices& known, File& file) { XsvfReader(input, &known, file).Read(); }
