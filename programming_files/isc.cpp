@@ -13,17 +13,32 @@ struct Entity {
   std::size_t at = 0;
 };
 
-/// The name after the first word "Entity" of a line; empty where a BSDL file declares its own ("entity X is").
+/// `word` without quotes and marks around it.
+std::string_view WithoutMarks(std::string_view word) {
+  while (!word.empty() && !IsWord(static_cast<unsigned char>(word.front()))) word.remove_prefix(1);
+  while (!word.empty() && !IsWord(static_cast<unsigned char>(word.back()))) word.remove_suffix(1);
+  return word;
+}
+
+/// What `words` name after the word "Entity": "Entity X;", "Entity: X", "entity name = "X"". Not in a BSDL file: "entity X is".
+std::string_view NameIn(const std::vector<std::string_view>& words) {
+  std::size_t i = 0;
+  while (i < words.size() && Upper(WithoutMarks(words[i])) != "ENTITY") ++i;
+  for (++i; i < words.size(); ++i) {
+    const std::string_view name = WithoutMarks(words[i]);
+    if (name.empty() || Upper(name) == "NAME") continue;
+    return i + 1 < words.size() && Upper(words[i + 1]) == "IS" ? "" : name;
+  }
+  return {};
+}
+
+/// The first entity that `text` names.
 Entity FindEntity(std::string_view text) {
   std::size_t start = 0;
   while (start < text.size()) {
     const std::string_view line = text.substr(start, text.find('\n', start) - start);
-    const std::vector<std::string_view> words = Words(line.substr(0, kLongestText));
-    if (words.size() >= 2 && Upper(words[0]) == "ENTITY") {
-      const bool isDeclared = words.size() > 2 && Upper(words[2]) == "IS";
-      const std::string_view name = words[1].substr(0, words[1].find(';'));
-      return isDeclared ? Entity() : Entity{name, start + static_cast<std::size_t>(words[0].data() - line.data())};
-    }
+    const std::string_view name = NameIn(Words(line.substr(0, kLongestText)));
+    if (!name.empty()) return {name, start};
     start += line.size() + 1;
   }
   return {};

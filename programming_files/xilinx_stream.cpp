@@ -126,8 +126,9 @@ StreamId FindIdWrite(Input& input, std::uint64_t limit) {
     input.Skip(i);
     limit -= i;
     if (!order) continue;
-    found.hasSync = found.hasSync || !order->isShort;
+    constexpr std::uint64_t farthestStart = 1 << 16;  // farther, four bytes are found by chance
     const std::uint64_t start = input.Offset();
+    found.hasSync = found.hasSync || (!order->isShort && start <= farthestStart);
     const auto write = FindWriteAfterSync(input.Window(kHeaderBytes), *order);
     if (!write) continue;
     found.id = write->id;

@@ -11,7 +11,7 @@ namespace plddb::programming_files {
 struct StreamId {
   std::optional<std::uint32_t> id = {};
   std::uint64_t offset = 0;  ///< Of the packet that writes it.
-  bool hasSync = false;      ///< A synchronisation word was seen, whether or not an id follows.
+  bool hasSync = false;      ///< The stream starts near the start of the file, whether or not an id follows.
 };
 
 /// Searches the first `limit` bytes of `input` for a configuration stream, in any bit and byte order, and in that for the first

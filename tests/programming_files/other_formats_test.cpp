@@ -285,6 +285,8 @@ TEST(Isc, TellsTheEntity) {
   } cases[] = {
       {"Header\n  Entity xc2c64a_vq44_1532;\n  Data x;\n", {"xc2c64a_vq44"}, {"vq44"}, {"XC2C64A"}},
       {"ISC data\nENTITY XC9572XL_VQ64_1532\n", {"XC9572XL_VQ64"}, {"VQ64"}, {"XC9572XL"}},
+      {"# IEEE 1532\nEntity: \"xc2c64a_vq44_1532\"\n", {"xc2c64a_vq44"}, {"vq44"}, {"XC2C64A"}},
+      {"ISC\r\nentity name = xc95144xl_tq100_1532\r\n", {"xc95144xl_tq100"}, {"tq100"}, {"XC95144XL"}},
       {"Entity xyz99_1532\n", {"xyz99"}, {}, {}},
   };
   for (const auto& c : cases) {
