@@ -338,7 +338,7 @@ class Reasons {
     for (const Kind kind : {Kind::kId, Kind::kName, Kind::kEntity, Kind::kCommentName, Kind::kFuseCount, Kind::kSignature}) {
       for (const Statement* const statement : OfKind(file_, kind)) Add(ReasonOf(*statement));
     }
-    if (file_.statements.empty() && file_.remark.empty()) Add("the file states nothing about its device");
+    if (verdict_.reasons.empty()) Add("the file states nothing that tells its device");
   }
 
   void AddAnswer(Answer answer, const Target& target, const JudgedChain& chain, std::size_t i) {

@@ -204,6 +204,11 @@ TEST(Verdict, AGivenInstructionLengthTellsTwoPartsApart) {
   EXPECT_STREQ(ToText(KnownReader().Judge(cpld, chain).fit), "fits");
 }
 
+TEST(Verdict, HasAReasonEvenWhereAFileTellsOnlyItsPackage) {
+  const Verdict verdict = KnownReader().Judge(Read("//Part Number: GW1NR-LV9QN88PC6/I5\n"));
+  EXPECT_EQ(verdict.reasons, Names{"the file states nothing that tells its device"});
+}
+
 TEST(Verdict, WithoutDatabasesOnlyIdsDecide) {
   const Reader reader({});
   const File bit = reader.Read(Bit("7a35tcpg236", WideStream(0x0362D093)));
