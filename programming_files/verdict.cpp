@@ -46,10 +46,11 @@ Statements OfKind(const File& file, Kind kind) {
 /// A device that a file programs: most files have one, files for chains may have several.
 struct Target {
   Statements ids = {};
-  std::optional<Padding> padding = {};
-  Devices devices = {};       ///< That it can be, most likely first.
-  bool isAmbiguous = false;   ///< The devices differ in what the file is about.
-  std::string conflict = {};  ///< Which statements contradict each other; empty for none.
+  Statements comments = {};            ///< That name it.
+  std::vector<Padding> paddings = {};  ///< One of these is for it; empty for formats that have none.
+  Devices devices = {};                ///< That it can be, most likely first.
+  bool isAmbiguous = false;            ///< The devices differ in what the file is about.
+  std::string conflict = {};           ///< Which statements contradict each other; empty for none.
 };
 
 /// Whether a file for one of the devices is one for all of them: they answer to the same id, or have one fuse map.
@@ -121,7 +122,7 @@ class Finder {
 
   /// A comment decides where nothing else does; otherwise it only tells which of several devices is the likely one.
   void TakeComments() {
-    for (const Statement* const comment : OfKind(file_, Kind::kCommentName)) {
+    for (const Statement* const comment : target_.comments) {
       const auto isNamed = [&](const DeviceInfo* device) { return Contains(comment->devices, device); };
       if (isDecided_) std::stable_partition(target_.devices.begin(), target_.devices.end(), isNamed);
       if (isDecided_ || comment->devices.empty()) continue;
@@ -164,16 +165,39 @@ class Finder {
   bool isDecided_ = false;
 };
 
-/// One target for each padding that ids are compared with, or for each name in a comment where there are no ids.
-std::vector<Target> TargetsOf(const File& file) {
+std::vector<Padding> PaddingsOf(const Statement& id) {
+  return id.padding ? std::vector<Padding>{*id.padding} : std::vector<Padding>();
+}
+
+/// One target for each padding that ids are compared with.
+std::vector<Target> TargetsOfIds(const File& file, const Statements& comments) {
   std::vector<Target> targets;
   for (const Statement* const id : OfKind(file, Kind::kId)) {
-    auto target = std::find_if(targets.begin(), targets.end(), [&](const Target& t) { return t.padding == id->padding; });
-    if (target == targets.end()) target = targets.insert(targets.end(), Target{{}, id->padding});
+    const std::vector<Padding> paddings = PaddingsOf(*id);
+    auto target = std::find_if(targets.begin(), targets.end(), [&](const Target& t) { return t.paddings == paddings; });
+    if (target == targets.end()) target = targets.insert(targets.end(), Target{{}, comments, paddings});
     target->ids.push_back(id);
   }
-  if (targets.empty()) targets.push_back({});
-  if (!targets[0].padding && file.paddings.size() == 1) targets[0].padding = file.paddings[0];
+  return targets;
+}
+
+/// One target for each device that comments name: files for a chain name several.
+std::vector<Target> TargetsOfComments(const File& file, const Statements& comments) {
+  std::vector<Target> targets;
+  for (const Statement* const comment : comments) {
+    const auto isNamed = [&](const Target& target) { return target.comments[0]->devices == comment->devices; };
+    if (comment->devices.empty() || std::any_of(targets.begin(), targets.end(), isNamed)) continue;
+    targets.push_back({{}, {comment}, file.paddings});
+  }
+  return targets;
+}
+
+std::vector<Target> TargetsOf(const File& file) {
+  const Statements comments = OfKind(file, Kind::kCommentName);
+  std::vector<Target> targets = TargetsOfIds(file, comments);
+  const bool hasName = !OfKind(file, Kind::kName).empty() || !OfKind(file, Kind::kEntity).empty();
+  if (targets.empty() && !hasName) targets = TargetsOfComments(file, comments);
+  if (targets.empty()) targets.push_back({{}, comments, file.paddings});
   for (Target& target : targets) Finder(file, target).Find();
   return targets;
 }
@@ -236,7 +260,9 @@ class Judgement {
     if (!isRight && !target.devices.empty())
       return IsUnknownChip(position) && !target.ids.empty() ? Answer::kUnknown : Answer::kWrong;
     if (target.isAmbiguous || !target.conflict.empty()) return Answer::kUnknown;
-    return target.padding && !PaddingFits(*target.padding, chain_, i) ? Answer::kPaddingRefuses : Answer::kFits;
+    const auto fits = [&](const Padding& padding) { return PaddingFits(padding, chain_, i); };
+    const bool isPadded = target.paddings.empty() || std::any_of(target.paddings.begin(), target.paddings.end(), fits);
+    return isPadded ? Answer::kFits : Answer::kPaddingRefuses;
   }
 
  private:
@@ -310,7 +336,7 @@ std::string ReasonOf(const Statement& statement) {
 }
 
 std::string PaddingReason(const Target& target, const JudgedChain& chain, std::size_t i) {
-  const Padding& padding = *target.padding;
+  const Padding& padding = target.paddings.front();
   const std::size_t nearer = chain.NearerTdo(i);
   const auto text = [](std::size_t tdo, std::size_t tdi) {
     return std::to_string(tdo) + " devices nearer TDO and " + std::to_string(tdi) + " nearer TDI";
