@@ -92,13 +92,15 @@ struct Candidate {
 /// One position of a chain: the id that was read there and who answers to it.
 class ChainPosition {
  public:
-  std::optional<unsigned int> id;   ///< None where a TAP gave its BYPASS bit instead.
-  unsigned long givenIrLength = 0;  ///< What the user gives; 0 when nothing.
+  std::optional<unsigned int> id;     ///< None where a TAP gave its BYPASS bit instead.
+  unsigned long givenIrLength = 0;    ///< What the user gives; 0 when nothing.
+  unsigned long scannedIrLength = 0;  ///< What the scan gives and is to be used; 0 when nothing.
 
   const std::vector<Candidate>& Candidates() const;  ///< All that answer, in search order.
   const DeviceInfo* Match() const;                   ///< What the library finds first; null for an unknown id.
-  bool IsAmbiguous() const { return Candidates().size() > 1; }
-  unsigned long IrLength() const;  ///< What the user gives, or else that of the match; 0 when it is not known.
+  /// Whether another device may be meant as well: not one that is less exact than the match and has the same IR length.
+  bool IsAmbiguous() const;
+  unsigned long IrLength() const;  ///< What the user gives, or else that of the match, or that of the scan; 0 when not known.
 
  private:
   friend class DeviceFinder;
@@ -111,7 +113,15 @@ using Chain = std::vector<ChainPosition>;
 struct NearDevice {
   const DeviceInfo* device;
   std::size_t database;    ///< Its index in the databases that were asked.
-  std::string difference;  ///< "other version", "bit 14 differs: a wiring fault?"
+  std::string difference;  ///< "other version", "bit 14 differs: another part of the same maker?"
+};
+
+/// A known id that was read wrongly.
+struct Misread {
+  unsigned int id;           ///< What the device answers.
+  const DeviceInfo* device;  ///< The first that answers to it.
+  std::size_t database;      ///< Its index in the databases that were asked.
+  const char* how;           ///< "bit-reversed"
 };
 
 /// Finds the devices that answer to ids. It borrows the databases, which must not change while it lives: it keeps their
@@ -127,33 +137,43 @@ class DeviceFinder {
   /// All devices that answer to `id`, in the order in which GetDeviceWithCommAndID searches each database in turn.
   ChainPosition Identify(std::optional<unsigned int> id);
 
+  /// The same for what a tool printed of a TAP; its IR length is taken over, a guessed one only on demand.
+  ChainPosition Identify(const ScannedTap& tap, bool trustsGuessedIrLength = false);
+
   /// The devices nearest to the IDCODE `id`: those of the same part and another version first, then those that differ in one
-  /// bit of those that count; in search order, at most 5.
+  /// bit of those that count; in search order, at most 5. One bit is called a wiring fault only where nothing else explains it:
+  /// not in the part number, by which a maker's parts differ, nor for an id that is misread or another version.
   std::vector<NearDevice> NearestDevices(unsigned int id) const;
+
+  /// How a known id may have become `id`: read one bit late or early, with its bits reversed or inverted, its bytes or its
+  /// halves swapped. None in the access mode ISP.
+  std::optional<Misread> MisreadOf(unsigned int id) const;
 
   /// The Vendor of the first device that has one and whose identifier has this manufacturer field; null when none has.
   const char* VendorOf(unsigned int manufacturer) const;
 
  private:
   struct Table;
+  std::shared_ptr<const std::vector<Candidate>> CandidatesFor(unsigned int id) const;
+
   std::unique_ptr<const Table> table_;
   std::unordered_map<unsigned int, std::shared_ptr<const std::vector<Candidate>>> answers_;
 };
 
-/// The positions of `scan`, each identified by a DeviceFinder.
-Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan);
+/// The positions of `scan`, each identified by a DeviceFinder. IR lengths that the scan gives are used where the match has
+/// none; guessed ones only on demand.
+Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan,
+               bool trustsGuessedIrLengths = false);
 
 /// The candidates of `position`, those of more compared bits first; equal ones stay in search order.
 std::vector<Candidate> MostExactFirst(const ChainPosition& position);
 
+/// Whether `name` is that of a candidate: its name, code name, alias, an ordering number, or its family. Letter case does not
+/// count.
+bool IsNamed(const ChainPosition& position, const std::string& name);
+
 /// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
 std::string Reason(const Candidate& candidate);
-///@}
-
-/// \name Showing
-///@{
-std::string Hex(unsigned int value, int digits);  ///< Such as "0x0362D093"; `digits` at least.
-std::string Printable(std::string text);          ///< `text` with '?' for what could disturb a terminal or forge a line.
 ///@}
 
 /// \name Ids that nobody answers to
@@ -169,6 +189,13 @@ struct IdcodeFields {
 };
 
 IdcodeFields SplitIdcode(unsigned int id);
+
+/// The maker that has `code` (0x01 to 0x7E) in `bank` (from 0), such as "Xilinx"; empty when nobody has it. As of JEP106BO.
+std::string_view MakerName(unsigned int bank, unsigned int code);
+
+/// What an IDCODE's manufacturer field shows of its maker: "Xilinx"; "not assigned"; "reserved: ..." for the codes 0x00 and
+/// 0x7F. The field holds 4 bits of the bank: the makers of banks 16 and 17 come with a remark, as they read as banks 0 and 1.
+std::string MakerText(unsigned int manufacturer);
 
 /// What an unknown id is.
 struct IdKind {

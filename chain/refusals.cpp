@@ -10,7 +10,8 @@ namespace plddb::chain {
 namespace {
 
 constexpr const char* kExpected =
-    "no chain in this text; expected what OpenOCD (its log or scan_chain), UrJTAG (detect), openFPGALoader (--detect), xc3sprog, "
+    "no chain in this text; expected what OpenOCD (its log or scan_chain), UrJTAG (detect), openFPGALoader (--detect), "
+    "xc3sprog, "
     "jtagconfig, xsdb (jtag targets), J-Link Commander, probe-rs, Glasgow (jtag-probe), djtgcfg (init) or iMPACT (batch log) "
     "prints, or ids, one per line";
 
@@ -48,11 +49,8 @@ constexpr struct {
   std::string_view marker;
   const char* advice;
 } kNames[] = {
-    {"xilinx_tcf", kVivadoNames},
-    {"hw_device", kVivadoNames},
-    {"hw_target", kVivadoNames},
-    {"Manufacturer's ID = ", kImpactNames},
-    {"Added Device ", kImpactNames},
+    {"xilinx_tcf", kVivadoNames},           {"hw_device", kVivadoNames},     {"hw_target", kVivadoNames},
+    {"Manufacturer's ID = ", kImpactNames}, {"Added Device ", kImpactNames},
 };
 
 /// "xc7z020_1", "arm_dap_0": a device's name and its number, as Vivado writes it.

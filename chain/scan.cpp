@@ -165,8 +165,7 @@ Scan ScanOf(const Found& first, const std::vector<Found>& found, std::string_vie
   const Found& chosen = WithMoreOf(first, found);
   const ScanFormat& format = *chosen.format;
   const ScanReport& last = chosen.Last();
-  Scan scan = {format.name,     format.tool,   last.taps,      format.nearest,
-               format.hasVersions, last.irLength, NotesOn(chosen)};
+  Scan scan = {format.name, format.tool, last.taps, format.nearest, format.hasVersions, last.irLength, NotesOn(chosen)};
   for (const Found& other : found) {
     if (&other == &chosen) continue;
     if (&other == &first) {

@@ -100,9 +100,21 @@ extern const ScanFormat kImpact;
 
 /// Preferred ones first.
 inline constexpr const ScanFormat* kScanFormats[] = {
-    &kOpenOcdLog,           &kOpenOcdTable, &kOpenOcdSuggestions, &kOpenFpgaLoaderRaw, &kOpenFpgaLoaderDetect,
-    &kOpenFpgaLoaderError, &kXc3sprog,     &kXsdb,               &kJLink,             &kProbeRs,
-    &kGlasgow,              &kDjtgcfg,      &kImpact,             &kUrJtag,            &kJtagconfig,
+    &kOpenOcdLog,
+    &kOpenOcdTable,
+    &kOpenOcdSuggestions,
+    &kOpenFpgaLoaderRaw,
+    &kOpenFpgaLoaderDetect,
+    &kOpenFpgaLoaderError,
+    &kXc3sprog,
+    &kXsdb,
+    &kJLink,
+    &kProbeRs,
+    &kGlasgow,
+    &kDjtgcfg,
+    &kImpact,
+    &kUrJtag,
+    &kJtagconfig,
 };
 
 /// Adds what `line` shows to the reports of its format; a line of none is passed over. `reports` has one entry for each row of

@@ -123,9 +123,7 @@ Join JoinOfMarker(std::string_view line, std::string_view next, std::string_view
   return {};
 }
 
-std::size_t HexDigits(std::string_view text) {
-  return std::min(text.find_first_not_of("0123456789abcdefABCDEF"), text.size());
-}
+std::size_t HexDigits(std::string_view text) { return std::min(text.find_first_not_of("0123456789abcdefABCDEF"), text.size()); }
 
 /// "... 0x0362" and "d093 (mfg: ...": an id cut in two.
 Join JoinOfId(std::string_view line, std::string_view next) {
@@ -140,7 +138,8 @@ Join JoinOfId(std::string_view line, std::string_view next) {
 }
 
 bool StartsMessage(std::string_view line) {
-  for (const char* const level : {"Info :", "Warn :", "Error:", "Debug:", "User :", "Info:", "Warning:", "JTAG tap: ", "TAP "}) {
+  for (const char* const level :
+       {"Info :", "Warn :", "Error:", "Debug:", "User :", "Info:", "Warning:", "JTAG tap: ", "TAP "}) {
     if (Contains(line, level)) return true;
   }
   return false;
@@ -187,7 +186,8 @@ Join JoinOf(std::string_view whole, std::string_view next) {
   if (const Join join = JoinOfId(line, next); join.isOne && isId) return join;
   if (!IsUnfinished(line) || StartsMessage(next)) return {};
   const bool isCut = IsFullLine(line);
-  const bool isName = EndsWith(line, LastWord(line)) && Contains(line, "JTAG tap: " + LastWord(line));  // what follows is awaited
+  const bool isName =
+      EndsWith(line, LastWord(line)) && Contains(line, "JTAG tap: " + LastWord(line));  // what follows is awaited
   if (!isName && (HasMarker(next) || Contains(next, " Y 0x"))) return {};
   return {true, isCut ? "" : " ", isCut ? 0 : next.size() - WithoutMargin(next).size()};
 }
@@ -234,8 +234,8 @@ ScanText::ScanText(std::string_view raw) : plain_(WithoutColours(AsUtf8(raw))) {
 }
 
 ScanText::Place ScanText::PlaceOf(std::size_t offset) const {
-  const auto after =
-      std::upper_bound(pieces_.begin(), pieces_.end(), offset, [](std::size_t at, const Piece& piece) { return at < piece.at; });
+  const auto after = std::upper_bound(pieces_.begin(), pieces_.end(), offset,
+                                      [](std::size_t at, const Piece& piece) { return at < piece.at; });
   const std::size_t source = after == pieces_.begin() ? 0 : (after - 1)->source + (offset - (after - 1)->at);
   const std::string_view before = std::string_view(plain_).substr(0, source);
   const auto line = static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1;

@@ -17,11 +17,11 @@ namespace plddb::descriptions {
 /// A parsed text: gives the values of its elements to records, and reports what is wrong with an element at its place.
 class ElementReader {
  public:
-  /// Lends `text` and `faults` while it lives.
+  /// Borrows `text` and `faults`, which must outlive it.
   ElementReader(std::string_view text, Faults& faults) : text_(text), faults_(faults) {}
 
-  /// Parses the text. False, and a fault, when it is not XML.
-  bool Parse();
+  /// Parses the text. False, and a fault, when it is not XML. `withComments` keeps comments among the nodes.
+  bool Parse(bool withComments);
   pugi::xml_node Document() const { return document_; }
 
   /// The root element, and all in it. Hands over the text in which names and values lie: the reader is of no use afterwards.

@@ -20,6 +20,10 @@ namespace {
 /// The entries that the EBR blocks of a file may count together: a few bytes of the file ask for so much memory.
 constexpr unsigned int kMostEbrEntries = 1000000;
 
+/// The devices and the elements that a file may have: a few bytes of it ask for a hundred times as much memory.
+constexpr std::size_t kMostDevices = 250000;
+constexpr std::size_t kMostElements = 1000000;
+
 /// The most elements of what the library counts in 16 bits.
 constexpr std::size_t kMostCounted = UINT16_MAX;
 
@@ -41,7 +45,7 @@ class Loader {
  public:
   Loader(std::string_view text, Faults& faults) : reader_(text, faults), faults_(faults) {}
 
-  void Load(DeviceList& database);
+  void Load(DeviceList& database, bool withComments);
   Outline TakeOutline() { return reader_.TakeOutline(); }
 
  private:
@@ -70,6 +74,7 @@ class Loader {
   template <auto list>
   void ReadRecord(DeviceElement& parent, pugi::xml_node node);
 
+  bool IsOneDeviceTooMany(pugi::xml_node node);
   bool IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi::xml_node node);
 
   template <class Parent, std::size_t count>
@@ -80,7 +85,17 @@ class Loader {
   ElementReader reader_;
   Faults& faults_;
   unsigned int ebrEntries_ = 0;
+  std::size_t devices_ = 0;
 };
+
+/// `node`, or what follows it, but for comments.
+pugi::xml_node NoComment(pugi::xml_node node) {
+  while (node.type() == pugi::node_comment) node = node.next_sibling();
+  return node;
+}
+
+pugi::xml_node FirstChild(pugi::xml_node node) { return NoComment(node.first_child()); }
+pugi::xml_node NextSibling(pugi::xml_node node) { return NoComment(node.next_sibling()); }
 
 /// Puts `records` behind those that the texts of the device's attributes made.
 template <class Record>
@@ -108,12 +123,12 @@ void SetRecords(DeviceElement& element) {
   SetEbrEntries(element);
 }
 
-void Loader::Load(DeviceList& database) {
+void Loader::Load(DeviceList& database, bool withComments) {
   static constexpr Child<DeviceList> kRoot[] = {{"DeviceDatabase", &Loader::ReadDatabase, 1}};
-  if (!reader_.Parse()) return;
+  if (!reader_.Parse(withComments)) return;
   const pugi::xml_node document = reader_.Document();
   ReadChildren(database, document, kRoot);
-  if (!document.first_child()) faults_.Add(0, "there is nothing in the file: expected a DeviceDatabase element");
+  if (!FirstChild(document)) faults_.Add(0, "there is nothing in the file: expected a DeviceDatabase element");
 }
 
 void Loader::ReadDatabase(DeviceList& database, pugi::xml_node node) {
@@ -175,12 +190,22 @@ void Loader::ReadDevice(FamilyList& family, pugi::xml_node node) {
       {"MultibootCfgAddr", &Loader::ReadMultibootCfgAddr},
       {"MultibootAutoAdd", &Loader::ReadMultibootAutoAdd},
   };
+  if (IsOneDeviceTooMany(node)) return;
   DeviceInfo& device = *family.NewDevice();
   reader_.ReadFields(device, node);
   if (device.GetFamily() == nullptr) device.SetFamily(family.GetName());
   DeviceElement element(device);
   ReadChildren(element, node, kChildren);
   SetRecords(element);
+}
+
+/// Reports the first such device.
+bool Loader::IsOneDeviceTooMany(pugi::xml_node node) {
+  if (++devices_ <= kMostDevices) return false;
+  if (devices_ == kMostDevices + 1) {
+    reader_.AddFault(node, "the file has more than " + std::to_string(kMostDevices) + " devices: split it");
+  }
+  return true;
 }
 
 template <auto list>
@@ -257,7 +282,7 @@ bool Loader::IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi
 template <class Parent, std::size_t count>
 void Loader::ReadChildren(Parent& parent, pugi::xml_node node, const Child<Parent> (&children)[count]) {
   std::array<std::size_t, count> seen{};
-  for (pugi::xml_node child = node.first_child(); child && !faults_.Full(); child = child.next_sibling()) {
+  for (pugi::xml_node child = FirstChild(node); child && !faults_.Full(); child = NextSibling(child)) {
     const auto hasItsName = [name = std::string_view(child.name())](const Child<Parent>& row) { return row.name == name; };
     const auto row = std::find_if(std::begin(children), std::end(children), hasItsName);
     if (row == std::end(children)) {
@@ -277,17 +302,29 @@ void Loader::ReadChildren(Parent& parent, pugi::xml_node node, const Child<Paren
 template <class Record>
 void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
   reader_.ReadFields(record, node);
-  for (pugi::xml_node child = node.first_child(); child && !faults_.Full(); child = child.next_sibling()) {
+  for (pugi::xml_node child = FirstChild(node); child && !faults_.Full(); child = NextSibling(child)) {
     reader_.Unexpected(child, {});
   }
+}
+
+/// Whether the text has few enough elements and comments to be parsed; else a fault is reported. Elements in comments count.
+bool CheckElementCount(std::string_view text, Faults& faults) {
+  std::size_t count = 0;
+  for (auto at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
+    const bool isCounted = at + 1 < text.size() && std::string_view("/?").find(text[at + 1]) == std::string_view::npos;
+    if (!isCounted || ++count <= kMostElements) continue;
+    faults.Add(at, "the file has more than " + std::to_string(kMostElements) + " elements: split it");
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
 
 void Load(std::string_view text, DeviceList& database, Faults& faults, Outline* outline) {
-  if (!CheckCharacters(text, faults)) return;
+  if (!CheckCharacters(text, faults) || !CheckElementCount(text, faults)) return;
   Loader loader(text, faults);
-  loader.Load(database);
+  loader.Load(database, outline != nullptr);
   if (outline != nullptr && faults.Empty()) *outline = loader.TakeOutline();
 }
 

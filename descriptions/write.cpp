@@ -1,200 +1,293 @@
-// Writes a database as a description file: the way back of load.cpp, through the same tables.
+// Writes databases as a description file: a form that reads well, also as a difference between two versions.
 
-#include <cstddef>
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <pugixml.hpp>
+#include <algorithm>
+#include <map>
 #include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "Descriptions.h"
+#include "descriptions/describe.h"
 #include "descriptions/elements.h"
 #include "descriptions/fields.h"
 
 namespace plddb {
 namespace {
 
-using descriptions::Field;
-using descriptions::FieldsOf;
-using descriptions::FieldTable;
-using descriptions::Kind;
-using descriptions::Need;
-using descriptions::Value;
+constexpr std::size_t kWidth = 100;  // columns of a line
 
-struct StringWriter : pugi::xml_writer {
-  std::string text;
-  void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+std::size_t FirstReserved(std::string_view value, std::size_t start) {
+  const auto isReserved = [](char c) {
+    return c == '&' || c == '<' || c == '>' || c == '"' || static_cast<unsigned char>(c) < ' ';
+  };
+  const auto rest = value.substr(start);
+  return start + static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), isReserved) - rest.begin());
+}
+
+std::string Reference(char c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    default:
+      return "&#" + std::to_string(static_cast<int>(c)) + ";";
+  }
+}
+
+/// "Name=\"value\"".
+std::string ToText(const Attribute& attribute) {
+  const std::string_view value = attribute.value;
+  std::string text(attribute.name);
+  text += "=\"";
+  for (std::size_t start = 0; start < value.size();) {
+    const std::size_t end = FirstReserved(value, start);
+    text += value.substr(start, end - start);
+    if (end < value.size()) text += Reference(value[end]);
+    start = end + 1;
+  }
+  return text += '"';
+}
+
+/// The comments of a file, by the elements that they belong to.
+class Comments {
+ public:
+  explicit Comments(const Outline* outline) {
+    if (outline == nullptr) return;
+    for (const Comment& comment : outline->comments) {
+      texts_[{comment.line, comment.column, comment.place}].push_back(comment.text);
+    }
+  }
+
+  bool IsEmpty() const { return texts_.empty(); }
+
+  /// Those at this place of `element`, which shows its place in the file.
+  const std::vector<std::string_view>& At(const Element& element, Comment::Place place) const {
+    static const std::vector<std::string_view> none;
+    const auto found = texts_.find({element.line, element.column, place});
+    return found == texts_.end() ? none : found->second;
+  }
+
+ private:
+  std::map<std::tuple<int, int, Comment::Place>, std::vector<std::string_view>> texts_;
 };
 
-bool AreEqual(const Value& a, const Value& b) {
-  if (a.text == nullptr || b.text == nullptr) return a.text == b.text && a.number == b.number;
-  return std::strcmp(a.text, b.text) == 0;
+/// The group of each attribute of `element`, which come in the order of the table but for the lists at its end.
+std::vector<descriptions::Group> GroupsOf(const Element& element) {
+  using descriptions::Group;
+  std::vector<Group> groups(element.attributes.size(), Group::None);
+  if (element.name != "Device") return groups;
+  const descriptions::FieldTable& fields = descriptions::FieldsOf<DeviceInfo>();
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    for (std::size_t row = fields.Find(element.attributes[i].name); row < fields.size() && groups[i] == Group::None; --row) {
+      groups[i] = fields[row].group;
+    }
+  }
+  return groups;
 }
 
-std::string Hex(long long number, int digits) {
-  char text[20];
-  static_cast<void>(std::snprintf(text, sizeof text, "0x%0*llX", digits, number));  // 20 hold any 64 bits
-  return text;
+/// Appends elements to a text. Of an element that comes from a file, `located` is the same with its places there.
+class Printer {
+ public:
+  /// The start tag of `element`, or all of it when it is empty.
+  void Start(const Element& element, bool isEmpty) {
+    Indent();
+    const std::string_view end = isEmpty ? "/>" : ">";
+    const std::size_t start = text_.size();
+    text_ += '<';
+    text_ += element.name;
+    const std::size_t firstAttribute = text_.size();
+    for (const Attribute& attribute : element.attributes) text_ += ' ' + ToText(attribute);
+    if (2 * depth_ + text_.size() - start + end.size() > kWidth) {
+      text_.resize(firstAttribute);
+      PrintInLines(element, end.size());
+    }
+    text_ += end;
+    text_ += '\n';
+    if (!isEmpty) ++depth_;
+  }
+
+  void End(const Element& element) {
+    --depth_;
+    Indent();
+    text_ += "</";
+    text_ += element.name;
+    text_ += ">\n";
+  }
+
+  void PrintComments(const std::vector<std::string_view>& comments) {
+    for (const std::string_view comment : comments) {
+      Indent();
+      PrintComment(comment);
+    }
+  }
+
+  /// In the line that was printed last.
+  void PrintCommentsBeside(const std::vector<std::string_view>& comments) {
+    for (const std::string_view comment : comments) {
+      text_.back() = ' ';
+      PrintComment(comment);
+    }
+  }
+
+  std::string Take() { return std::move(text_); }
+
+ private:
+  void Indent() { text_.append(2 * depth_, ' '); }
+
+  void PrintComment(std::string_view comment) {
+    text_ += "<!--";
+    text_ += comment;
+    text_ += "-->\n";
+  }
+
+  /// One group of attributes a line, or more lines where it is too long for one.
+  void PrintInLines(const Element& element, std::size_t endSize) {
+    const std::size_t indent = 2 * depth_ + 1 + element.name.size() + 1;
+    const auto groups = GroupsOf(element);
+    std::size_t column = indent - 1;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+      const std::string attribute = ToText(element.attributes[i]);
+      const std::size_t needed = 1 + attribute.size() + (i + 1 == groups.size() ? endSize : 0);
+      const bool startsLine = i > 0 && (groups[i] != groups[i - 1] || column + needed > kWidth);
+      text_ += startsLine ? '\n' + std::string(indent, ' ') : " ";
+      text_ += attribute;
+      column = (startsLine ? indent : column + 1) + attribute.size();
+    }
+  }
+
+  std::string text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  std::size_t depth_ = 0;
+};
+
+using Place = Comment::Place;
+
+/// Prints one element with its comments. `content` prints what is in it, besides comments.
+template <typename Content>
+void PrintAround(const Element& element, const Element& located, bool isEmpty, const Comments& comments, Printer& printer,
+                 Content content) {
+  const auto& besideStart = comments.At(located, Place::kBesideStart);
+  const auto& beforeEnd = comments.At(located, Place::kBeforeEnd);
+  isEmpty = isEmpty && besideStart.empty() && beforeEnd.empty();
+  printer.PrintComments(comments.At(located, Place::kBefore));
+  printer.Start(element, isEmpty);
+  printer.PrintCommentsBeside(besideStart);
+  content();
+  printer.PrintComments(beforeEnd);
+  if (!isEmpty) printer.End(element);
+  printer.PrintCommentsBeside(comments.At(located, Place::kBeside));
 }
 
-void Append(pugi::xml_node node, const Field& field, const Value& value) {
-  pugi::xml_attribute attribute = node.append_attribute(std::string(field.name).c_str());
-  if (field.kind == Kind::Flag) {
-    attribute.set_value(value.number != 0);
-  } else if (value.text != nullptr) {
-    attribute.set_value(value.text);
-  } else if (field.hexDigits != 0) {
-    attribute.set_value(Hex(value.number, field.hexDigits).c_str());
-  } else {
-    attribute.set_value(value.number);
+/// `element` and all in it. Descriptions are a few levels deep, and so is the recursion.
+void Print(const Element& element, const Element& located, const Comments& comments, Printer& printer) {
+  PrintAround(element, located, element.children.empty(), comments, printer, [&] {
+    for (std::size_t i = 0; i < element.children.size(); ++i) {
+      Print(element.children[i], located.children[i], comments, printer);
+    }
+  });
+}
+
+/// `described` with its places, where those are needed.
+Element Placed(const Element& described, const Element* outline, const Comments& comments) {
+  return outline == nullptr || comments.IsEmpty() ? described : Located(described, *outline);
+}
+
+/// The next child of a kind; null without an outline.
+class Children {
+ public:
+  Children(const Element* parent, std::string_view name) : parent_(parent), name_(name) {}
+
+  const Element* Next() {
+    while (parent_ != nullptr && next_ < parent_->children.size()) {
+      const Element& child = parent_->children[next_++];
+      if (child.name == name_) return &child;
+    }
+    return nullptr;
+  }
+
+ private:
+  const Element* parent_;
+  std::string_view name_;
+  std::size_t next_ = 0;
+};
+
+void PrintFamily(FamilyList& family, const Element* outline, const Comments& comments, Printer& printer) {
+  descriptions::Texts texts;
+  const Element element = descriptions::DescribeFamily(family, texts);
+  const Element located = Placed(element, outline, comments);
+  const bool isEmpty = element.children.empty() && family.GetDevice(0) == nullptr;
+  PrintAround(element, located, isEmpty, comments, printer, [&] {
+    for (std::size_t i = 0; i < element.children.size(); ++i) {
+      Print(element.children[i], located.children[i], comments, printer);
+    }
+    Children devices(outline, "Device");
+    for (int d = 0; DeviceInfo* const device = family.GetDevice(d); ++d) {
+      descriptions::Texts ofDevice;
+      const Element described = descriptions::DescribeDevice(family, *device, ofDevice);
+      Print(described, Placed(described, devices.Next(), comments), comments, printer);
+    }
+  });
+}
+
+void PrintFamilies(const Source& source, const Comments& comments, Printer& printer) {
+  Children families(source.outline == nullptr ? nullptr : &source.outline->root, "Family");
+  for (int f = 0; FamilyList* const family = source.database->GetFamily(f); ++f) {
+    PrintFamily(*family, families.Next(), comments, printer);
   }
 }
 
-/// What a reader of the file takes when the attribute is left out.
-Value ValueWhenLeftOut(const FieldTable& fields, std::size_t i, const void* record, const void* untouched) {
-  return fields[i].need == Need::Backup ? fields[i - 1].get(record) : fields[i].get(untouched);
+/// The families of a further file, between the comments of its root.
+void PrintFurther(const Source& source, Printer& printer) {
+  const Comments comments(source.outline);
+  const Element& root = source.outline == nullptr ? Element() : source.outline->root;
+  printer.PrintComments(comments.At(root, Place::kBefore));
+  printer.PrintComments(comments.At(root, Place::kBesideStart));
+  PrintFamilies(source, comments, printer);
+  printer.PrintComments(comments.At(root, Place::kBeforeEnd));
+  printer.PrintComments(comments.At(root, Place::kBeside));
+  printer.PrintComments(comments.At(Element(), Place::kBeforeEnd));
 }
 
-/// Writes the fields of `record` that `untouched`, a record of defaults, does not have, and those that have to be there.
-void AppendFields(pugi::xml_node node, const FieldTable& fields, const void* record, const void* untouched) {
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    const Field& field = fields[i];
-    if (field.get == nullptr) continue;  // a column of a list, whose records are written as elements
-    Value value = field.get(record);
-    const bool isNeeded = field.need == Need::Required || field.need == Need::NotEmpty;
-    if (isNeeded && field.kind == Kind::Text && value.text == nullptr) value.text = "";
-    if (!isNeeded && AreEqual(value, ValueWhenLeftOut(fields, i, record, untouched))) continue;
-    if (value.text != nullptr || field.kind != Kind::Text) Append(node, field, value);
+/// Whether a source after the first has something to write.
+bool HasContent(const Source& source) {
+  return source.database->GetFamily(0) != nullptr || (source.outline != nullptr && !source.outline->comments.empty());
+}
+
+Element RootOf(const Source& source, descriptions::Texts& texts) {
+  Element root = descriptions::DescribeDatabase(*source.database, texts);
+  if (source.outline == nullptr) return root;
+  for (const Attribute& attribute : source.outline->root.attributes) {
+    if (descriptions::IsSchemaHint(attribute.name)) root.attributes.push_back(attribute);
   }
-}
-
-template <class Record>
-pugi::xml_node AppendElement(pugi::xml_node parent, const char* name, const Record& record,
-                             const Record& untouched = Record()) {
-  pugi::xml_node node = parent.append_child(name);
-  AppendFields(node, FieldsOf<Record>(), &record, &untouched);
-  return node;
-}
-
-template <class Record>
-void AppendElements(pugi::xml_node parent, const char* name, const std::vector<Record>& records) {
-  for (const Record& record : records) AppendElement(parent, name, record);
-}
-
-void AppendNumbers(pugi::xml_node parent, const char* name, const std::vector<int>& numbers) {
-  for (const int number : numbers) AppendElement(parent, name, descriptions::MultibootNumber{number});
-}
-
-void AppendPackage(pugi::xml_node parent, const Package& package) {
-  const Package untouched;
-  pugi::xml_node node = AppendElement(parent, "Package", package, untouched);
-  for (int i = 0; const Adapter* const adapter = package.GetAdapter(i); ++i) {
-    AppendElement(node, "Adapter", descriptions::AdapterNames{adapter->GetVendorName(), adapter->GetAdapterName()});
-  }
-}
-
-/// An entry that is empty can only come from a text of quoted items, and so do all in front of the last such one: they are
-/// written as that text again, the others as elements.
-template <class Record>
-void AppendEntries(pugi::xml_node node, const Record& record, char* (Record::*entryAt)(int) const, const char* attribute,
-                   const char* element) {
-  int count = 0;
-  int quoted = 0;
-  while (const char* const entry = (record.*entryAt)(count)) {
-    ++count;
-    if (*entry == '\0') quoted = count;
-  }
-  std::string text;
-  for (int i = 0; i < quoted; ++i) {
-    const std::string entry = (record.*entryAt)(i);
-    text += (i == 0 ? "\"" : ", \"") + (entry.empty() ? " " : entry) + '"';
-  }
-  if (quoted > 0) node.append_attribute(attribute) = text.c_str();
-  for (int i = quoted; i < count; ++i) AppendElement(node, element, descriptions::Entry{(record.*entryAt)(i)});
-}
-
-/// ";A0-A7;B0-B7;": the one list that a file gives as a text alone.
-std::string SemicolonList(const std::vector<std::string>& items) {
-  std::string text;
-  for (const std::string& item : items) text += ";" + (item.empty() ? " " : item);
-  return text + ";";
-}
-
-void AppendLists(pugi::xml_node node, DeviceInfo& device) {
-  AppendElements(node, "ControlRegZero", device.GetlistControlRegZero());
-  AppendElements(node, "ControlRegOne", device.GetlistControlRegOne());
-  AppendElements(node, "Persistent_fuse", device.GetlistPersistent_fuse());
-  AppendElements(node, "ControlStatus", device.GetlistControlStatus());
-  AppendElements(node, "ControlVoltage", device.GetControlVoltage());
-  for (const CControlEBRList& block : device.GetlistControlEBR()) {
-    const descriptions::Item name = {block.Name.c_str()};
-    AppendElements(AppendElement(node, "EBR", name), "Entry", block.Entries);
-  }
-  AppendNumbers(node, "MultibootCfgAddr", device.GetMultibootCfgAddr());
-  AppendNumbers(node, "MultibootAutoAdd", device.GetMultibootAutoAdd());
-}
-
-pugi::xml_node AppendDevice(pugi::xml_node parent, FamilyList& family, DeviceInfo& device) {
-  DeviceInfo untouched(family);
-  untouched.SetFamily(family.GetName());
-  pugi::xml_node node = AppendElement(parent, "Device", device, untouched);
-  // While the width is not set it answers the data length: written, it would be set.
-  if (device.GetBitstreamColWidth() == static_cast<int>(device.GetDataLength())) node.remove_attribute("BitstreamColWidth");
-  if (!device.GetlistAddressRange().empty()) {
-    node.append_attribute("listAddressRange") = SemicolonList(device.GetlistAddressRange()).c_str();
-  }
-  for (int i = 0; const Package* const package = device.GetDevicePackage()->GetPackage(i); ++i) AppendPackage(node, *package);
-  AppendEntries(node, device, &DeviceInfo::GetSysIO, "SysIOList", "SysIO");
-  AppendLists(node, device);
-  return node;
-}
-
-pugi::xml_node AppendFamily(pugi::xml_node parent, FamilyList& family) {
-  const FamilyList untouched;
-  pugi::xml_node node = AppendElement(parent, "Family", family, untouched);
-  AppendEntries(node, family, &FamilyList::GetOperation, "OperationList", "Operation");
-  for (const std::string& mode : family.GetListProgrammingModeControl()) {
-    AppendElement(node, "ProgrammingMode", descriptions::Item{mode.c_str()});
-  }
-  for (const CBScanControl& record : family.GetListBScanControl()) {
-    pugi::xml_node element = AppendElement(node, "BScanControl", descriptions::BScanRecord{record.DefaultValue, ""});
-    for (const std::string& control : record.Controls) AppendElement(element, "Control", descriptions::Item{control.c_str()});
-  }
-  return node;
-}
-
-/// What `append` puts into a new document, which stays behind the outline.
-template <typename Append>
-Outline Described(Append append) {
-  const auto document = std::make_shared<pugi::xml_document>();
-  const auto nowhere = [](const char*) { return descriptions::TextPosition{0, 0}; };
-  return {descriptions::ToElement(append(*document), nowhere), document};
+  return root;
 }
 
 }  // namespace
 
-Outline Describe(DeviceInfo& device) {
-  FamilyList none;
-  FamilyList* const family = device.GetFamilyObject();
-  return Described([&](pugi::xml_node document) { return AppendDevice(document, family == nullptr ? none : *family, device); });
-}
+std::string WriteDescriptions(const DeviceList& database) { return WriteDescriptions(std::vector<Source>{{&database}}); }
 
-Outline Describe(FamilyList& family) {
-  return Described([&](pugi::xml_node document) { return AppendFamily(document, family); });
-}
-
-std::string WriteDescriptions(const DeviceList& database) {
-  pugi::xml_document document;
-  const DeviceList untouched;
-  pugi::xml_node root = AppendElement(document, "DeviceDatabase", database, untouched);
-  for (int f = 0; FamilyList* const family = database.GetFamily(f); ++f) {
-    pugi::xml_node node = AppendFamily(root, *family);
-    for (int d = 0; DeviceInfo* const device = family->GetDevice(d); ++d) AppendDevice(node, *family, *device);
-  }
-  StringWriter writer;
-  writer.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-  document.save(writer, "  ", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
-  return std::move(writer.text);
+std::string WriteDescriptions(const std::vector<Source>& sources) {
+  const DeviceList none;
+  const Source first = sources.empty() ? Source{&none} : sources.front();
+  const std::vector<Source> further(sources.begin() + (sources.empty() ? 0 : 1), sources.end());
+  descriptions::Texts texts;
+  const Element root = RootOf(first, texts);
+  const Element outline = first.outline == nullptr ? Element() : first.outline->root;
+  const bool isEmpty = first.database->GetFamily(0) == nullptr && std::none_of(further.begin(), further.end(), HasContent);
+  const Comments comments(first.outline);
+  Printer printer;
+  PrintAround(root, outline, isEmpty, comments, printer, [&] {
+    PrintFamilies(first, comments, printer);
+    for (const Source& source : further) PrintFurther(source, printer);
+  });
+  printer.PrintComments(comments.At(Element(), Place::kBeforeEnd));
+  return printer.Take();
 }
 
 }  // namespace plddb

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <map>
 
+#include "foundation/printed_forms.h"
 #include "id_checks.h"
 #include "readers.h"
 #include "text.h"
@@ -150,8 +151,8 @@ class StaplReader {
     if (!value || !mask) return;
     AddIdChecks({instruction_,
                  32,
-                 Bits::FromHex(chain::Hex(*value, 8).substr(2)),
-                 Bits::FromHex(chain::Hex(*mask, 8).substr(2)),
+                 Bits::FromHex(internal::Hex(*value, 8).substr(2)),
+                 Bits::FromHex(internal::Hex(*mask, 8).substr(2)),
                  {},
                  place_},
                 known_, file_);

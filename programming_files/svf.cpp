@@ -8,6 +8,7 @@
 #include <array>
 #include <memory>
 
+#include "foundation/printed_forms.h"
 #include "id_checks.h"
 #include "readers.h"
 #include "text.h"
@@ -176,7 +177,7 @@ class SvfReader {
     if (!instruction_ || instruction_->length != 10) return;
     const std::uint32_t code = instruction_->bits.Get(0, 10);
     if (code != 0x203 && code != 0x205) return;
-    siliconId_ += (siliconId_.empty() ? "" : " ") + chain::Hex(word, 4).substr(2);
+    siliconId_ += (siliconId_.empty() ? "" : " ") + internal::Hex(word, 4).substr(2);
     constexpr std::size_t fiveWords = 24;
     if (siliconId_.size() != fiveWords) return;
     Statement signature{Kind::kSignature, siliconId_};

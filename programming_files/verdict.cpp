@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "FamilyList.h"
+#include "foundation/printed_forms.h"
 #include "impl.h"
 #include "text.h"
 
@@ -315,7 +316,7 @@ std::string ReasonOf(const Statement& statement) {
   const std::string devices = statement.devices.empty() ? "no described device" : Names(statement.devices);
   switch (statement.kind) {
     case Kind::kId:
-      return statement.text + at + ": " + chain::Hex(statement.value, 8) + ", mask " + chain::Hex(statement.mask, 8) +
+      return statement.text + at + ": " + internal::Hex(statement.value, 8) + ", mask " + internal::Hex(statement.mask, 8) +
              ProofText(statement.proof) + ": " + devices;
     case Kind::kName:
       return "name '" + statement.text + "'" + at + ": " + devices;
@@ -370,7 +371,8 @@ class Reasons {
   void AddAnswer(Answer answer, const Target& target, const JudgedChain& chain, std::size_t i) {
     const chain::ChainPosition& position = chain.positions[i];
     const Devices chips = position.id ? known_.WithId(*position.id, 0xFFFFFFFF, GivenIrLength(position)) : Devices();
-    const std::string chip = position.id ? chain::Hex(*position.id, 8) + (chips.empty() ? "" : ", " + Names(chips)) : "no id";
+    const std::string chip =
+        position.id ? internal::Hex(*position.id, 8) + (chips.empty() ? "" : ", " + Names(chips)) : "no id";
     Add("position " + std::to_string(i) + " (" + chip + "): " + AnswerText(answer, target, chain, i));
   }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 
+#include "foundation/printed_forms.h"
 #include "id_checks.h"
 #include "readers.h"
 #include "text.h"
@@ -70,7 +71,7 @@ class XsvfReader {
       return false;
     }
     if (code == 0x05 || code == 0x06 || code >= kCodes)
-      return Fail("no XSVF instruction has the code " + chain::Hex(static_cast<std::uint32_t>(code), 2));
+      return Fail("no XSVF instruction has the code " + internal::Hex(static_cast<std::uint32_t>(code), 2));
     switch (code) {
       case kSir:
         return ReadInstructionRegister(1);

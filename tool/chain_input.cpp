@@ -64,12 +64,22 @@ OpenedFile OpenFile(const std::string& path) {
   return file;  // a folder is opened, but cannot be read
 }
 
-Scan ReadChain(const std::vector<std::string>& ids, const std::string& scan) {
+namespace {
+
+Scan ReadAnyChain(const std::vector<std::string>& ids, const std::string& scan) {
   if (scan == "-") return TakeScan(plddb::chain::ReadScan(ReadInput()), "stdin");
   if (!scan.empty()) return TakeScan(plddb::chain::ReadScan(ReadFile(scan)), scan);
   if (ids.empty()) throw WrongUsage("ID or --scan is required");
   if (ids == std::vector<std::string>{"-"}) return TakeScan(plddb::chain::ReadIds(ReadInput()), "stdin");
   return ScanOfArguments(ids);
+}
+
+}  // namespace
+
+Scan ReadChain(const std::vector<std::string>& ids, const std::string& scan, const std::string& order) {
+  Scan chain = ReadAnyChain(ids, scan);
+  if (!order.empty()) chain.nearest = order == "tdo" ? plddb::chain::End::kTdo : plddb::chain::End::kTdi;
+  return chain;
 }
 
 void GiveIrLengths(plddb::chain::Chain& chain, const std::vector<std::string>& texts) {
@@ -92,6 +102,12 @@ Option AddScanOption(Subcommand subcommand, std::string& scan) {
   return subcommand.Add("--scan", scan, "The text of a scanning tool; - reads it from standard input")
       .Type("FILE|-")
       .NotEmpty();
+}
+
+void AddOrderOption(Subcommand subcommand, std::string& order) {
+  subcommand.Add("--order", order, "Which end of the chain comes first, whatever the tool's order is")
+      .Type("tdo|tdi")
+      .OneOf({"tdo", "tdi"});
 }
 
 void AddIrLengthOption(Subcommand subcommand, std::vector<std::string>& lengths) {

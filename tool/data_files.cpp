@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "Descriptions.h"
 #include "command.h"
 
 namespace tool {
@@ -22,10 +23,18 @@ bool IsFolder(const fs::path& path) {
   return fs::is_directory(path, ignored);
 }
 
+/// Pipes, devices and folders are passed over: reading them might never end. A link that leads nowhere is not, so that the
+/// loader reports it.
+bool MayBeFile(const fs::directory_entry& entry) {
+  std::error_code unknown;
+  const fs::file_type type = entry.status(unknown).type();
+  return type == fs::file_type::regular || type == fs::file_type::not_found || type == fs::file_type::none;
+}
+
 /// Editors and file systems leave hidden files beside those that they belong to: .#x.xml, ._x.xml.
 bool IsDescription(const fs::directory_entry& entry) {
   const fs::path name = entry.path().filename();
-  return name.extension() == ".xml" && name.native().front() != '.' && !IsFolder(entry.path());
+  return name.extension() == ".xml" && name.native().front() != '.' && MayBeFile(entry);
 }
 
 Paths DescriptionsIn(const fs::path& folder) {
@@ -43,22 +52,9 @@ Paths DescriptionsIn(const fs::path& folder) {
 /// The loader reports a path that does not exist.
 Paths DescriptionsOf(const std::string& path) { return IsFolder(path) ? DescriptionsIn(path) : Paths{path}; }
 
-/// Where the shipped files may be: beside the running program, so that an installation may be moved as a whole; else where it
-/// was to be installed.
-std::vector<fs::path> DataFolders() {
-  std::vector<fs::path> folders = {PLDDB_INSTALLED_DATA};
-  std::error_code unknown;
-  const fs::path program = fs::read_symlink("/proc/self/exe", unknown);
-  if (!unknown) folders.insert(folders.begin(), program.parent_path().parent_path() / "share" / "plddb");
-  return folders;
-}
-
 Paths ShippedFiles() {
-  for (const fs::path& folder : DataFolders()) {
-    if (!IsFolder(folder)) continue;
-    if (Paths files = DescriptionsIn(folder); !files.empty()) return files;
-  }
-  return {};
+  const std::string folder = plddb::DataFolder();
+  return IsFolder(folder) ? DescriptionsIn(folder) : Paths();
 }
 
 std::string Environment(const char* name) {
@@ -115,12 +111,6 @@ class Collected {
   std::set<std::pair<dev_t, ino_t>> seen_;
 };
 
-[[noreturn]] void ThrowNoFiles() {
-  std::string searched;
-  for (const fs::path& folder : DataFolders()) searched += (searched.empty() ? "" : ", ") + folder.string();
-  throw Failure("plddb: error: no device descriptions in " + searched + "; name a file with --db");
-}
-
 }  // namespace
 
 const char* NameOf(Origin origin) {
@@ -153,7 +143,9 @@ std::vector<DataFile> DataFiles(const std::vector<std::string>& named) {
     files.Add(UserFiles(), Origin::kUser);
     files.Add(ShippedFiles(), Origin::kShipped);
   }
-  if (files.empty()) ThrowNoFiles();
+  if (files.empty()) {
+    throw Failure("plddb: error: no device descriptions in " + plddb::DataFolder() + "; name a file with --db");
+  }
   return files.Take();
 }
 

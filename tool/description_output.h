@@ -1,17 +1,21 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "DeviceListOwner.h"
+#include "Descriptions.h"
 
 namespace tool {
 
-/// Writes `database` as a description file to `path`, or to standard output when it is empty. A file appears whole or not at
-/// all: it is written beside its place and then renamed, so that a failure leaves the old file. Throws Failure.
-void WriteDatabase(const DeviceList& database, const std::string& path);
+/// What is written as one file, one after the other.
+using Sources = std::vector<plddb::Source>;
 
-/// Tells on standard error what the lookups will not find: families that repeat a name, and devices that an earlier device
-/// hides from a lookup by IDCODE, name or code name.
-void ReportHidden(const DeviceList& database);
+/// Writes `sources` as a description file to `path`, or to standard output when it is empty. A file appears whole or not at
+/// all: it is written beside its place and then renamed, so that a failure leaves the old file. Throws Failure.
+void WriteSources(const Sources& sources, const std::string& path);
+
+/// Warns on standard error of what the lookups in the written file will not find: families whose name an earlier one has, and
+/// devices whose IDCODE, name or code name finds another device.
+void ReportShadowed(const Sources& sources);
 
 }  // namespace tool

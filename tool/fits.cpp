@@ -37,6 +37,7 @@ struct Options {
   std::vector<std::string> databases;
   std::vector<std::string> arguments;  // files, then ids
   std::string scan;
+  std::string order;
   std::vector<std::string> irLengths;
   bool json = false;
 };
@@ -72,9 +73,10 @@ std::unique_ptr<GivenChain> ReadGivenChain(const Options& options, const std::ve
                                            const std::vector<const DeviceList*>& databases) {
   if (ids.empty() && options.scan.empty()) {
     if (!options.irLengths.empty()) throw WrongUsage("--ir needs a chain: IDs or --scan");
+    if (!options.order.empty()) throw WrongUsage("--order needs a chain: IDs or --scan");
     return nullptr;
   }
-  const plddb::chain::Scan scan = ReadChain(ids, options.scan);
+  const plddb::chain::Scan scan = ReadChain(ids, options.scan, options.order);
   auto chain = std::make_unique<GivenChain>(GivenChain{plddb::chain::Identify(databases, "JTAG", scan), scan.nearest});
   GiveIrLengths(chain->positions, options.irLengths);
   return chain;
@@ -214,6 +216,7 @@ Run AddFits(Subcommand subcommand) {
            "Programming files; then, if wanted, the ids of a chain; - reads these from standard input")
       .Type("or ID");
   AddScanOption(subcommand, options->scan);
+  AddOrderOption(subcommand, options->order);
   AddIrLengthOption(subcommand, options->irLengths);
   subcommand.AddFlag("--json", options->json,
                      "An array of {file, format, statements, fuseCount, devices, verdict, positions, reasons}");

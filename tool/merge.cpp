@@ -23,11 +23,12 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  const std::vector<Database>& databases = LoadFiles(options.files);
-  DeviceList& merged = *databases.front().devices;
-  for (std::size_t i = 1; i < databases.size(); ++i) merged.AddNewDeviceList(databases[i].devices.get());
-  ReportHidden(merged);
-  WriteDatabase(merged, options.output);
+  Sources merged;  // on purpose no copies into one database: they give up backups that differ from their values
+  for (const Database& database : LoadFiles(options.files, Outlines::kYes)) {
+    merged.push_back({database.devices.get(), &database.outline});
+  }
+  ReportShadowed(merged);
+  WriteSources(merged, options.output);
   return ExitCode::kFound;
 }
 

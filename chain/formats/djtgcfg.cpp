@@ -33,7 +33,6 @@ constexpr LineKind kKinds[] = {{"Initializing scan chain", TakeHead}, {"Found De
 
 }  // namespace
 
-const ScanFormat kDjtgcfg = {
-    "djtgcfg init", "djtgcfg", End::kAsPrinted, true, true, false, true, kKinds, std::size(kKinds)};
+const ScanFormat kDjtgcfg = {"djtgcfg init", "djtgcfg", End::kAsPrinted, true, true, false, true, kKinds, std::size(kKinds)};
 
 }  // namespace plddb::chain

@@ -35,7 +35,7 @@ constexpr LineKind kKinds[] = {{"discovered ", TakeCount}, {"TAP #", TakeTap}};
 
 }  // namespace
 
-const ScanFormat kGlasgow = {
-    "Glasgow jtag-probe", "Glasgow", End::kAsPrinted, true, true, false, false, kKinds, std::size(kKinds)};
+const ScanFormat kGlasgow = {"Glasgow jtag-probe", "Glasgow", End::kAsPrinted, true, true, false, false, kKinds,
+                             std::size(kKinds)};
 
 }  // namespace plddb::chain

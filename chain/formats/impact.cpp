@@ -26,7 +26,8 @@ Taken TakeId(const ScanLine& line, ScanReports& reports) {
   const auto id = IdIn(quoted);
   if (!id) return Wrong(quoted, "expected an id: 32 bits or 8 hex digits");
   std::string position = LastWord(line.before);
-  position.erase(std::remove_if(position.begin(), position.end(), [](char c) { return c == '\'' || c == ':'; }), position.end());
+  position.erase(std::remove_if(position.begin(), position.end(), [](char c) { return c == '\'' || c == ':'; }),
+                 position.end());
   const auto isHere = [&](const ScannedTap& tap) { return tap.name == position; };
   const std::vector<ScannedTap>& taps = reports.Current().taps;
   const auto known = std::find_if(taps.begin(), taps.end(), isHere);
@@ -40,7 +41,7 @@ constexpr LineKind kKinds[] = {{"IDCODE is '", TakeId}};
 
 }  // namespace
 
-const ScanFormat kImpact = {
-    "iMPACT batch log", "iMPACT", End::kAsPrinted, true, false, false, false, kKinds, std::size(kKinds)};
+const ScanFormat kImpact = {"iMPACT batch log", "iMPACT", End::kAsPrinted, true, false, false, false, kKinds,
+                            std::size(kKinds)};
 
 }  // namespace plddb::chain

@@ -67,7 +67,6 @@ constexpr LineKind kKinds[] = {
 
 }  // namespace
 
-const ScanFormat kJLink = {
-    "J-Link Commander", "J-Link", End::kAsPrinted, true, true, false, false, kKinds, std::size(kKinds)};
+const ScanFormat kJLink = {"J-Link Commander", "J-Link", End::kAsPrinted, true, true, false, false, kKinds, std::size(kKinds)};
 
 }  // namespace plddb::chain

@@ -46,7 +46,7 @@ constexpr LineKind kKinds[] = {{") ", TakeCable}, {"Captured IR after reset = ",
 
 }  // namespace
 
-const ScanFormat kJtagconfig = {
-    "jtagconfig", "jtagconfig", End::kAsPrinted, true, true, false, true, kKinds, std::size(kKinds)};
+const ScanFormat kJtagconfig = {"jtagconfig", "jtagconfig", End::kAsPrinted,  true, true, false,
+                                true,         kKinds,       std::size(kKinds)};
 
 }  // namespace plddb::chain

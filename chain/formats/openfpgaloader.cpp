@@ -1,5 +1,6 @@
 // What openFPGALoader --detect prints. It counts from TDI, and prints the id of its own table where it knows the device; before
-// a device that it does not know it gives up. The ids that it really read are shown at verbose level 2, in the order of reading.
+// a device that it does not know it gives up. The ids that it really read are shown at verbose level 2, in the order of
+// reading.
 
 #include <algorithm>
 #include <iterator>
@@ -77,11 +78,11 @@ constexpr const char* kTool = "openFPGALoader";
 
 }  // namespace
 
-const ScanFormat kOpenFpgaLoaderRaw = {
-    "openFPGALoader raw ids", kTool, End::kTdo, true, true, false, false, kRawKinds, std::size(kRawKinds)};
-const ScanFormat kOpenFpgaLoaderDetect = {
-    "openFPGALoader --detect", kTool, End::kTdi, false, true, false, false, kDetectKinds, std::size(kDetectKinds)};
-const ScanFormat kOpenFpgaLoaderError = {
-    "openFPGALoader error", kTool, End::kTdo, true, false, false, false, kErrorKinds, std::size(kErrorKinds)};
+const ScanFormat kOpenFpgaLoaderRaw = {"openFPGALoader raw ids", kTool, End::kTdo, true, true, false, false, kRawKinds,
+                                       std::size(kRawKinds)};
+const ScanFormat kOpenFpgaLoaderDetect = {"openFPGALoader --detect", kTool, End::kTdi, false, true, false, false, kDetectKinds,
+                                          std::size(kDetectKinds)};
+const ScanFormat kOpenFpgaLoaderError = {"openFPGALoader error", kTool, End::kTdo, true, false, false, false, kErrorKinds,
+                                         std::size(kErrorKinds)};
 
 }  // namespace plddb::chain

@@ -165,10 +165,9 @@ constexpr LineKind kSuggestionKinds[] = {{" - use \"jtag newtap ", TakeSuggestio
 
 }  // namespace
 
-const ScanFormat kOpenOcdLog = {
-    "OpenOCD log", "OpenOCD", End::kTdo, true, true, true, false, kLogKinds, std::size(kLogKinds)};
-const ScanFormat kOpenOcdTable = {
-    "OpenOCD scan_chain table", "OpenOCD", End::kTdo, true, true, true, false, kTableKinds, std::size(kTableKinds)};
+const ScanFormat kOpenOcdLog = {"OpenOCD log", "OpenOCD", End::kTdo, true, true, true, false, kLogKinds, std::size(kLogKinds)};
+const ScanFormat kOpenOcdTable = {"OpenOCD scan_chain table", "OpenOCD", End::kTdo, true, true, true, false, kTableKinds,
+                                  std::size(kTableKinds)};
 const ScanFormat kOpenOcdSuggestions = {
     "OpenOCD suggestions", "OpenOCD", End::kTdo, true, false, true, false, kSuggestionKinds, std::size(kSuggestionKinds)};
 

@@ -65,7 +65,6 @@ constexpr LineKind kKinds[] = {
 
 }  // namespace
 
-const ScanFormat kProbeRs = {
-    "probe-rs log", "probe-rs", End::kAsPrinted, true, true, false, false, kKinds, std::size(kKinds)};
+const ScanFormat kProbeRs = {"probe-rs log", "probe-rs", End::kAsPrinted, true, true, false, false, kKinds, std::size(kKinds)};
 
 }  // namespace plddb::chain

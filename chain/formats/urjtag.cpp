@@ -53,7 +53,6 @@ constexpr LineKind kKinds[] = {
 
 }  // namespace
 
-const ScanFormat kUrJtag = {
-    "UrJTAG detect", "UrJTAG", End::kTdo, true, true, false, false, kKinds, std::size(kKinds)};
+const ScanFormat kUrJtag = {"UrJTAG detect", "UrJTAG", End::kTdo, true, true, false, false, kKinds, std::size(kKinds)};
 
 }  // namespace plddb::chain

@@ -127,6 +127,14 @@ TEST_F(Fits, AnInstructionLengthTellsTwoPartsApart) {
   EXPECT_EQ(RunTool({"fits", path, "0x0484A093", "--ir", "0=5"}).exit_code, 0);
 }
 
+TEST_F(Fits, TheOrderTellsForWhichPositionAPaddingIs) {
+  const std::string path =
+      Write("x.svf", samples::Svf("HIR 8 TDI (ff); HDR 1 TDI (0);\n" + samples::SvfCheck("8", "fe", "f9604093", "0fffffff")));
+  EXPECT_EQ(RunTool({"fits", path, "0x59604093", "0x06E1C093"}).exit_code, 1);
+  EXPECT_EQ(RunTool({"fits", path, "--order", "tdi", "0x59604093", "0x06E1C093"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"fits", path, "--order", "tdi"}).exit_code, 2);
+}
+
 TEST_F(Fits, WarnsOfDamageAndStillAnswers) {
   const std::string bit = Write("cut.bit", Bit().substr(0, Bit().size() - 1));
   const std::string svf = Write("cut.svf", "TRST OFF;\nSIR 8 TDI (fe);\nSDR 32 TDI (0) TDO (f9604093) MASK (0fffffff);\nSTATE");
