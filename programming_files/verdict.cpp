@@ -112,9 +112,11 @@ class Finder {
   void TakeNames() {
     for (const Kind kind : {Kind::kName, Kind::kEntity}) {
       for (const Statement* const name : OfKind(file_, kind)) {
-        if (isDecided_ && !name->devices.empty())
+        if (!isDecided_ || target_.devices.empty()) {
+          target_.devices = name->devices;  // an undescribed id may be that of another die
+        } else if (!name->devices.empty()) {
           Narrow(name->devices, "the IDCODE and the name are those of different devices");
-        if (!isDecided_) target_.devices = name->devices;
+        }
         isDecided_ = true;
       }
     }
@@ -258,8 +260,9 @@ class Judgement {
     const bool passes = Passes(target, *position.id);
     if (!target.ids.empty() && !passes) return isRight ? Answer::kCheckRefuses : Answer::kWrong;
     if (target.ids.empty() && !HasIds(target.devices)) return Answer::kUnknown;
-    if (!isRight && !target.devices.empty())
+    if (!isRight && (target.ids.empty() || HasDescribedId(target))) {
       return IsUnknownChip(position) && !target.ids.empty() ? Answer::kUnknown : Answer::kWrong;
+    }
     if (target.isAmbiguous || !target.conflict.empty()) return Answer::kUnknown;
     const auto fits = [&](const Padding& padding) { return PaddingFits(padding, chain_, i); };
     const bool isPadded = target.paddings.empty() || std::any_of(target.paddings.begin(), target.paddings.end(), fits);
@@ -269,6 +272,10 @@ class Judgement {
  private:
   static bool HasIds(const Devices& devices) {
     return std::any_of(devices.begin(), devices.end(), [](const DeviceInfo* device) { return device->GetjtagDeviceID() != 0; });
+  }
+
+  static bool HasDescribedId(const Target& target) {
+    return std::any_of(target.ids.begin(), target.ids.end(), [](const Statement* id) { return !id->devices.empty(); });
   }
 
   bool IsUnknownChip(const chain::ChainPosition& position) const { return known_.WithId(*position.id, 0xFFFFFFFF).empty(); }

@@ -98,7 +98,7 @@ plddb::programming_files::Source Endless(const std::string& head, const std::str
 }
 
 TEST(HostileFiles, OfManyBytesAreReadInPieces) {
-  constexpr std::uint64_t size = 4 << 20;
+  constexpr std::uint64_t size = 1 << 20;
   const struct {
     const char* what;
     std::string head;

@@ -87,6 +87,7 @@ TEST(XilinxBit, SurvivesAnEmptyPartAndOddStreams) {
        {"XC7K325T"}},
       {"compressed: MFWR after the id", Bit("7k325tffg900", WideStream(0x03651093) + Words({0x30014002, 0, 0})), {"XC7K325T"}},
       {"an id of the data, not of a packet", Bit("", Words({kDummy, kSync, 0x30004003, 0x30018001, 0x0362D093, 0})), {}},
+      {"an undescribed id: the name counts", Bit("7a35tcpg236", WideStream(0x0FFF1093)), {"XC7A35T"}},
       {"a long design", Bit("7a35tcpg236", WideStream(0x0362D093), std::string(60000, 'x')), {"XC7A35T"}},
   };
   for (const auto& c : cases) {
