@@ -36,6 +36,7 @@ using Run = std::function<ExitCode()>;
 ///@{
 Run AddIdentify(Subcommand subcommand);
 Run AddFind(Subcommand subcommand);
+Run AddFits(Subcommand subcommand);
 Run AddList(Subcommand subcommand);
 Run AddShow(Subcommand subcommand);
 Run AddCheck(Subcommand subcommand);
