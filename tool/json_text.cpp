@@ -1,10 +1,21 @@
 #include "json_text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <nlohmann/json.hpp>
+
+#include "TextForms.h"
 
 namespace tool {
 namespace {
+
+std::string Escape(std::uint32_t unit) { return "\\u" + plddb::Hex(unit, 4).substr(2); }
+
+/// As JSON writes a character: in units of UTF-16.
+std::string EscapedCharacter(std::uint32_t code) {
+  if (code < 0x10000) return Escape(code);
+  return Escape(0xD800 + ((code - 0x10000) >> 10)) + Escape(0xDC00 + ((code - 0x10000) & 0x3FF));
+}
 
 using LibraryJson = nlohmann::ordered_json;
 
@@ -33,9 +44,9 @@ LibraryJson Converted(const Json& json) { return std::visit(Converter(), json.va
 
 Json::Json(std::initializer_list<Members::value_type> members) : value_(Members(members)) {}
 
-Json Json::array() {
+Json Json::array(std::initializer_list<Json> elements) {
   Json json;
-  json.value_ = Elements();
+  json.value_ = Elements(elements);
   return json;
 }
 
@@ -57,8 +68,10 @@ Json& Json::operator[](std::string_view name) {
   return found != members.end() ? found->second : members.emplace_back(name, Json()).second;
 }
 
+/// Outside of strings there is nothing but ASCII that is seen, and line ends.
 std::string ToText(const Json& json) {
-  return Converted(json).dump(2, ' ', false, LibraryJson::error_handler_t::replace) + "\n";
+  return plddb::EscapeUnseen(Converted(json).dump(2, ' ', false, LibraryJson::error_handler_t::replace) + "\n",
+                             EscapedCharacter);
 }
 
 }  // namespace tool

@@ -35,7 +35,7 @@ class Json {
   /// An object: {{"name", value}, ...}.
   Json(std::initializer_list<Members::value_type> members);
 
-  static Json array();   ///< An empty array.
+  static Json array(std::initializer_list<Json> elements = {});
   static Json object();  ///< An empty object.
 
   void push_back(Json element);             ///< Appends to an array; a null becomes one.
@@ -55,7 +55,8 @@ Json NumberOrNull(Number number) {
   return number == 0 ? Json(nullptr) : Json(number);
 }
 
-/// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any.
+/// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any; what a
+/// terminal cannot show without harm is escaped.
 std::string ToText(const Json& json);
 
 }  // namespace tool

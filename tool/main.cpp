@@ -1,4 +1,7 @@
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -17,6 +20,7 @@ constexpr struct {
 } kCommands[] = {
     {"identify", "Name the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
     {"find", "Find a device by name, ordering name, fuse count and the like.", tool::AddFind},
+    {"fits", "Tell which device a programming file is for, and whether it fits a chain.", tool::AddFits},
     {"list", "List the families, or the devices of one.", tool::AddList},
     {"show", "Show all that is known of a device, and where it is said.", tool::AddShow},
     {"check", "Find what is wrong with description files.", tool::AddCheck},
@@ -39,9 +43,18 @@ int Main(int argc, char** argv) {
   return ToStatus(program.RunSubcommand());
 }
 
+/// On purpose: memory that runs out ends the program at once. An exception would pass through destructors of JSON values, which
+/// take memory themselves and must not throw. Nothing is half-written: a command writes when it has its whole answer.
+[[noreturn]] void EndOutOfMemory() {
+  constexpr char message[] = "plddb: error: out of memory\n";
+  static_cast<void>(std::fwrite(message, 1, sizeof message - 1, stderr));  // stderr has no buffer to fill
+  std::_Exit(ToStatus(tool::ExitCode::kFailed));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::set_new_handler(EndOutOfMemory);
   tool::PreferLargePages();
   try {
     return Main(argc, argv);
