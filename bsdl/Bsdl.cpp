@@ -1,6 +1,10 @@
 #include "Bsdl.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <utility>
 
 #include "bsdl/entity_reader.h"
@@ -12,6 +16,23 @@ namespace plddb::bsdl {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// "2024-05-17T10:20:30Z" for seconds since 1970, after the civil calendar; not gmtime, which shares its answer.
+std::string TimeText(std::int64_t seconds) {
+  const std::int64_t day = seconds / 86400 + 719468;  // since 0000-03-01, so that a leap day is the last of its year
+  const std::int64_t second = seconds % 86400;
+  const std::int64_t era = day / 146097;
+  const std::int64_t dayOfEra = day % 146097;
+  const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const std::int64_t month = (5 * dayOfYear + 2) / 153;  // 0 is March
+  char text[80];
+  static_cast<void>(std::snprintf(
+      text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02dZ", static_cast<int>(yearOfEra + era * 400 + (month >= 10 ? 1 : 0)),
+      static_cast<int>(month < 10 ? month + 3 : month - 9), static_cast<int>(dayOfYear - (153 * month + 2) / 5 + 1),
+      static_cast<int>(second / 3600), static_cast<int>(second / 60 % 60), static_cast<int>(second % 60)));
+  return text;
+}
 
 File Unread(const std::string& name, std::string text) {
   File file;
@@ -25,8 +46,11 @@ File Unread(const std::string& name, std::string text) {
 File Load(const std::string& path) {
   std::string text;
   const std::string failure = internal::ReadFile(path, text);
-  if (failure.empty()) return Parse(std::move(text), path);
-  return Unread(path, "cannot read the file: " + failure);
+  if (!failure.empty()) return Unread(path, "cannot read the file: " + failure);
+  File file = Parse(std::move(text), path);
+  struct stat status = {};
+  if (stat(path.c_str(), &status) == 0) file.time = TimeText(status.st_mtime);
+  return file;
 }
 
 File Parse(std::string text, const std::string& name) {

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Descriptions.h"
+
 /// BSDL files: what a maker states of a device and its boundary-scan registers, read and turned into device descriptions.
 ///
 /// Read is the language of IEEE 1149.1 (1990, 1993, 1994, 2001, 2013) with the extensions of IEEE 1149.6 and IEEE 1532; any
@@ -146,6 +148,7 @@ struct Facts {
 /// A file that was read: what it states, as far as it could be read, and all its faults in file order.
 struct File {
   std::string name;                         ///< As it was given.
+  std::string time;                         ///< When it was changed last, "2024-05-17T10:20:30Z"; empty for a text.
   std::shared_ptr<const std::string> text;  ///< What the views of `entity` show.
   Entity entity;
   Facts facts;
@@ -160,5 +163,38 @@ File Parse(std::string text, const std::string& name);
 
 /// The instruction `name` (in upper case); null when the file has none.
 const Instruction* FindInstruction(const Facts& facts, std::string_view name);
+
+/// What a description gets that no BSDL file states, or that is to be otherwise. What is empty is taken from the files.
+struct ImportOptions {
+  std::string family;  ///< Required.
+  std::string name;    ///< Of the device, which all files then describe.
+  std::string vendor;
+  std::string package;     ///< The package type, instead of the names of the pin maps.
+  double unitOfTimes = 0;  ///< Seconds, of ProgramTime and its like; 0 leaves out the times and sizes of IEEE 1532.
+};
+
+/// A family of the devices that files describe. Nothing when one of the files has an error or is refused.
+struct Import {
+  DeviceListOwner database;           ///< One family; null when there are errors.
+  std::vector<std::string> comments;  ///< Of each device: what the files state and a description has no place for.
+  std::vector<Fault> faults;  ///< Those of the files, why a file is refused, which files contradict each other; warnings.
+};
+
+/// Describes the devices of `files`: those that give the same name describe one device, with the packages of all.
+Import Describe(const std::vector<File>& files, const ImportOptions& options);
+
+/// The description file `text`, called `file`, with the devices of `import` put into it: its own family is joined to the one of
+/// its name, a device gives packages to the one of its name. All else stays as it is. Faults say why nothing was done.
+struct Addition {
+  std::string text;
+  std::vector<Fault> faults;
+};
+Addition AddTo(const std::string& text, const std::string& file, const Import& import);
+
+/// The same for the file `path`, which is only read.
+Addition AddToFile(const std::string& path, const Import& import);
+
+/// The description file of `import`, with its comments.
+std::string Write(const Import& import);
 
 }  // namespace plddb::bsdl

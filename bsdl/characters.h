@@ -25,6 +25,9 @@ inline std::string UpperCase(std::string_view text) {
   return upper;
 }
 
+/// A field's text; empty where it is unset.
+inline std::string TextOf(const char* text) { return text == nullptr ? "" : text; }
+
 inline bool AreEqualIgnoringCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {

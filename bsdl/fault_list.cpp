@@ -11,15 +11,15 @@ constexpr std::size_t kMostFaults = 10000;
 
 constexpr std::size_t kLongestQuote = 60;
 
-bool IsBefore(const Fault& a, const Fault& b) {
-  return a.place.line != b.place.line ? a.place.line < b.place.line : a.place.column < b.place.column;
-}
-
 }  // namespace
 
 std::string ToString(const Fault& fault) {
   return fault.file + ':' + std::to_string(fault.place.line) + ':' + std::to_string(fault.place.column) +
          (fault.severity == Severity::kError ? ": error: " : ": warning: ") + fault.text;
+}
+
+bool IsBefore(const Fault& a, const Fault& b) {
+  return a.place.line != b.place.line ? a.place.line < b.place.line : a.place.column < b.place.column;
 }
 
 bool HasErrors(const std::vector<Fault>& faults) {

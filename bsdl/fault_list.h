@@ -8,6 +8,9 @@
 
 namespace plddb::bsdl {
 
+/// Of two faults of one file.
+bool IsBefore(const Fault& a, const Fault& b);
+
 /// Gathers the faults of a file, in any order.
 class FaultList {
  public:

@@ -41,6 +41,7 @@ Run AddShow(CLI::App& app);
 Run AddCheck(CLI::App& app);
 Run AddExport(CLI::App& app);
 Run AddMerge(CLI::App& app);
+Run AddImport(CLI::App& app);
 Run AddHelp(CLI::App& app);
 ///@}
 

@@ -113,7 +113,10 @@ std::string Target(const std::string& path) {
 }  // namespace
 
 void WriteDatabase(const DeviceList& database, const std::string& path) {
-  const std::string text = plddb::WriteDescriptions(database);
+  WriteDescriptionText(plddb::WriteDescriptions(database), path);
+}
+
+void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (path.empty()) return WriteOutput(text);
   const std::string target = Target(path);
   std::error_code unknown;
