@@ -117,9 +117,11 @@ class EntityReader {
     return true;
   }
 
-  bool IsStatement() const {
+  bool IsStatement() const { return IsStatement(Now()); }
+
+  static bool IsStatement(const Token& token) {
     static constexpr std::string_view kStatements[] = {"attribute", "constant", "end", "generic", "port", "use"};
-    return std::any_of(std::begin(kStatements), std::end(kStatements), [&](std::string_view s) { return Now().Is(s); });
+    return std::any_of(std::begin(kStatements), std::end(kStatements), [&](std::string_view s) { return token.Is(s); });
   }
 
   /// At the word of a statement that begins a line.
@@ -222,6 +224,8 @@ class EntityReader {
       ReadPorts();
     } else if (Now().Is("generic")) {
       ReadGenerics();
+    } else if (Now().Is(';')) {
+      faults_.Warning(TakeWord().place, "nothing comes before this \";\"");
     } else {
       Unexpected("\"attribute\", \"constant\", \"use\", \"port\", \"generic\" or \"end\"");
       Recover();
@@ -234,17 +238,30 @@ class EntityReader {
     if (!ExpectWord("the name of a package", use)) return Recover();
     use.text = PackageName(use.text);
     entity_.uses.push_back(use);
-    if (Skip('.') && AtWord()) Next();  // "NAME . all"
+    if (Now().Is(".") || Now().Is(".all")) Next();  // "NAME . all"
+    if (Now().Is("all")) Next();
     ExpectSemicolon();
   }
 
   void ReadGenerics() {
     Next();
-    if (!Expect('(', "\"(\"")) return Recover();
+    if (!Expect('(', "\"(\"") && !AtWord()) return Recover();
     do {
-      if (!ReadGeneric()) return Recover();
-    } while (Skip(';') && !Now().Is(')'));
-    if (isBroken_ || !Expect(')', "\")\" or \";\"")) return Recover();
+      if (!ReadGeneric() || isBroken_) return Recover();
+    } while (GoToNextInterface());
+    if (Now().Is(')') || !AtNewStatement()) EndInterface();
+  }
+
+  /// After a generic or port: past the ';' before another one.
+  bool GoToNextInterface() {
+    const Place semicolon = Now().place;
+    if (!Skip(';')) return false;
+    if (AtNewStatement()) Fault(semicolon, "expected \")\" before this \";\"");
+    return AtWord() && !IsStatement();  // a ';' after the last one does no harm
+  }
+
+  void EndInterface() {
+    if (!Expect(')', "\")\" or \";\"")) return Recover();
     ExpectSemicolon();
   }
 
@@ -267,29 +284,37 @@ class EntityReader {
 
   void ReadPorts() {
     Next();
-    if (!Expect('(', "\"(\"")) return Recover();
+    if (!Expect('(', "\"(\"") && !AtWord()) return Recover();
     do {
       if (!ReadPort()) SkipPort();
     } while (GoToNextPort());
-    if (!Expect(')', "\")\" or \";\"")) return Recover();
-    ExpectSemicolon();
+    if (Now().Is(')') || !AtNewStatement()) EndInterface();
   }
 
   bool GoToNextPort() {
-    if (Skip(';')) return AtWord() && !IsStatement();  // a ';' after the last one does no harm
-    if (!AtWord() || IsStatement()) return false;
-    Missing("\";\" or \")\"");
-    return true;
+    if (Now().Is(';')) return GoToNextInterface();
+    if (Now().Is(')') || AtEnd() || AtNewStatement()) return false;
+    if (AtWord()) return !Missing("\";\" or \")\"");
+    Unexpected("\")\" or \";\"");
+    SkipPort();
+    return GoToNextInterface();
   }
 
-  /// After a fault: to the end of the port.
+  /// After a fault: to the ';' at the end of a line, or to the end of all ports.
   void SkipPort() {
-    while (!AtEnd() && !Now().Is(';') && !Now().Is(')') && !AtNewStatement()) {
-      const bool isRange = Now().Is('(');
+    while (!AtEnd() && !AtNewStatement()) {
+      Lexer ahead = lexer_;
+      ahead.Next();
+      if (Now().Is(';') && ahead.Current().place.line != Now().place.line) return;
+      if (Now().Is(')') && EndsPorts(ahead)) return;
       Next();
-      while (isRange && AtWord()) Next();
-      if (isRange) Skip(')');
     }
+  }
+
+  /// Whether a ')' is the last one of the ports, as `ahead`, what follows it, shows.
+  static bool EndsPorts(Lexer ahead) {
+    if (ahead.Current().Is(';')) ahead.Next();
+    return ahead.Current().kind == Token::Kind::kEnd || IsStatement(ahead.Current());
   }
 
   bool ReadPort() {
@@ -297,7 +322,7 @@ class EntityReader {
     do {
       if (!ExpectWord("the name of a port", port.names.emplace_back())) return false;
     } while (Skip(','));
-    if (!Skip(':')) return AtWord() ? Missing("\",\" or \":\"") : Unexpected("\",\" or \":\"");
+    if (!Skip(':')) return AtWord() && !AtNewStatement() ? Missing("\",\" or \":\"") : Unexpected("\",\" or \":\"");
     if (!AtWord() || !IsMode(Now().text)) return Unexpected("in, out, inout, buffer or linkage");
     port.mode = TakeWord();
     if (!Now().Is("bit") && !Now().Is("bit_vector")) return Unexpected("bit or bit_vector");

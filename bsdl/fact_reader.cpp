@@ -69,6 +69,34 @@ std::string Joined(const Pieces& pieces) {
 
 Text JoinedText(const Pieces& pieces, Place place) { return {Joined(pieces), place}; }
 
+/// How an item of a list begins: with a word that one of these marks follows, if there are any.
+struct Start {
+  std::string_view marks;
+  bool isNumber;
+
+  bool IsAt(const TextCursor& cursor) const {
+    if (!cursor.AtWord() || (isNumber && !IsDigit(cursor.text().front()))) return false;
+    if (marks.empty()) return true;
+    TextCursor ahead = cursor;
+    ahead.Next();
+    return std::any_of(marks.begin(), marks.end(), [&](char mark) { return ahead.At(mark); });
+  }
+
+  /// Whether a ',' at the cursor is followed by an item.
+  bool IsAfterComma(const TextCursor& cursor) const {
+    if (!cursor.At(',')) return false;
+    TextCursor ahead = cursor;
+    ahead.Next();
+    return IsAt(ahead);
+  }
+};
+
+constexpr Start kWord = {"", false};
+constexpr Start kInstruction = {"(", false};
+constexpr Start kRegister = {"([", false};
+constexpr Start kPin = {":(", false};
+constexpr Start kCell = {"(", true};
+
 class FactReader {
  public:
   FactReader(const Entity& entity, FaultList& faults) : entity_(entity), faults_(faults) {}
@@ -122,34 +150,31 @@ class FactReader {
     return cursor.AtWord() ? (cursor.Next(), true) : Unexpected(cursor, what);
   }
 
-  /// Calls `read(cursor)` for each item of a list with ',' between them. After a fault in an item the next one is that after
-  /// a ')' and a ','.
+  /// Calls `read(cursor)` for each item of a list with ',' between them. After a fault it goes on with the next item.
   template <typename ReadItem>
-  void ReadList(const Pieces& pieces, ReadItem read) {
+  void ReadList(const Pieces& pieces, Start start, ReadItem read) {
     TextCursor cursor(pieces);
     while (!cursor.AtEnd() && !faults_.Full()) {
       if (!read(cursor)) {
-        Recover(cursor);
+        Recover(cursor, start);
       } else if (!cursor.AtEnd()) {
-        ReadComma(cursor);
+        ReadComma(cursor, start);
       }
     }
   }
 
-  void ReadComma(TextCursor& cursor) {
+  void ReadComma(TextCursor& cursor, Start start) {
     const Place comma = cursor.place();
     if (!Expect(cursor, ',', "\",\" or the end of the string")) {
-      if (!cursor.AtWord()) Recover(cursor);
+      if (!cursor.AtWord()) Recover(cursor, start);
     } else if (cursor.AtEnd()) {
       faults_.Warning(comma, "nothing comes after this \",\"");
     }
   }
 
-  static void Recover(TextCursor& cursor) {
-    for (bool isClosed = false; !cursor.AtEnd(); cursor.Next()) {
-      if (isClosed && cursor.Skip(',')) return;
-      isClosed = cursor.At(')');
-    }
+  static void Recover(TextCursor& cursor, Start start) {
+    while (!cursor.AtEnd() && !start.IsAfterComma(cursor)) cursor.Next();
+    cursor.Skip(',');
   }
 
   // --- Parts of the grammars ------------------------------------------------------------------------------------------------
@@ -175,27 +200,21 @@ class FactReader {
     return !cursor.Skip('(') || (ExpectWord(cursor, "a number") && Expect(cursor, ')', "\")\""));
   }
 
-  /// "A, B)": the rest of a list whose '(' is read. `marks` are what may follow the name of what comes after the list.
+  /// "A, B)": the rest of a list whose '(' is read. `next` is what may come after it.
   template <typename ReadItem>
-  bool ReadRestOfList(TextCursor& cursor, std::string_view marks, ReadItem read) {
+  bool ReadRestOfList(TextCursor& cursor, Start next, ReadItem read) {
     do {
       if (!read(cursor)) return false;
-      if (IsOuterComma(cursor, marks)) {
-        Fault(cursor.place(), "expected \")\" before this \",\"");
-        return true;
-      }
+      if (!IsClosedBeforeComma(cursor, next)) return true;
     } while (cursor.Skip(','));
     return Expect(cursor, ')', "\")\" or \",\"");
   }
 
-  /// Whether a ',' comes after a list that is not closed: what follows it begins the next item.
-  static bool IsOuterComma(const TextCursor& cursor, std::string_view marks) {
-    if (!cursor.At(',')) return false;
-    TextCursor ahead = cursor;
-    ahead.Next();
-    if (!ahead.AtWord()) return false;
-    ahead.Next();
-    return std::any_of(marks.begin(), marks.end(), [&](char mark) { return ahead.At(mark); });
+  /// Not where a ',' is followed by the next item of the list around this one.
+  bool IsClosedBeforeComma(const TextCursor& cursor, Start next) {
+    if (!next.IsAfterComma(cursor)) return true;
+    Fault(cursor.place(), "expected \")\" before this \",\"");
+    return false;
   }
 
   // --- Names and pins -------------------------------------------------------------------------------------------------------
@@ -210,9 +229,9 @@ class FactReader {
     severity_ = Severity::kWarning;
     facts_.pinMaps.push_back({UpperCase(map.name.text), map.name.place});
     const auto readPin = [&](TextCursor& c) { return ExpectWord(c, "a pin"); };
-    ReadList(map.text, [&](TextCursor& cursor) {
+    ReadList(map.text, kPin, [&](TextCursor& cursor) {
       if (!ReadPort(cursor) || !Expect(cursor, ':', "\":\"")) return false;
-      return cursor.Skip('(') ? ReadRestOfList(cursor, ":(", readPin) : readPin(cursor);
+      return cursor.Skip('(') ? ReadRestOfList(cursor, kPin, readPin) : readPin(cursor);
     });
   }
 
@@ -277,7 +296,7 @@ class FactReader {
   void ReadOpcodes(const Attribute& attribute) {
     facts_.opcodes = attribute.place;
     if (!IsString(attribute)) return;
-    ReadList(attribute.text, [&](TextCursor& cursor) {
+    ReadList(attribute.text, kInstruction, [&](TextCursor& cursor) {
       Instruction instruction;
       instruction.name.place = cursor.place();
       if (!ExpectWord(cursor, "the name of an instruction", instruction.name.text)) return false;
@@ -289,7 +308,7 @@ class FactReader {
   }
 
   bool ReadCodes(TextCursor& cursor, Instruction& instruction) {
-    return ReadRestOfList(cursor, "(", [&](TextCursor& c) {
+    return ReadRestOfList(cursor, kInstruction, [&](TextCursor& c) {
       return ReadBits(c, "a code of the digits 0, 1 and X", instruction.codes.emplace_back());
     });
   }
@@ -305,7 +324,7 @@ class FactReader {
   /// "MSS, TEST": after the codes in every real file, but not by any rule.
   void ReadPrivate(const Attribute& attribute) {
     if (!IsString(attribute)) return;
-    ReadList(attribute.text, [&](TextCursor& cursor) {
+    ReadList(attribute.text, kWord, [&](TextCursor& cursor) {
       std::string& name = private_.emplace_back();
       if (!ExpectWord(cursor, "the name of an instruction", name)) return false;
       name = UpperCase(name);
@@ -319,7 +338,7 @@ class FactReader {
   /// "XXXX" & "0101" & ... , "...": patterns of 32 bits. Blanks within a pattern do no harm.
   void ReadPatterns(const Attribute& attribute, std::vector<Text>& patterns) {
     if (!IsString(attribute)) return;
-    ReadList(attribute.text, [&](TextCursor& cursor) {
+    ReadList(attribute.text, kWord, [&](TextCursor& cursor) {
       Text pattern;
       do {
         if (!ReadBits(cursor, "a pattern of the digits 0, 1 and X", pattern)) return false;
@@ -335,7 +354,7 @@ class FactReader {
   /// "BOUNDARY (EXTEST, SAMPLE), DATA[32] (READ CAPTURES 01X)"
   void ReadRegisters(const Attribute& attribute) {
     if (!IsString(attribute)) return;
-    ReadList(attribute.text, [&](TextCursor& cursor) {
+    ReadList(attribute.text, kRegister, [&](TextCursor& cursor) {
       Register reg;
       reg.name.place = cursor.place();
       if (!ExpectWord(cursor, "the name of a register", reg.name.text)) return false;
@@ -357,7 +376,7 @@ class FactReader {
   }
 
   bool ReadRegisterInstructions(TextCursor& cursor, Register& reg) {
-    return ReadRestOfList(cursor, "([", [&](TextCursor& c) {
+    return ReadRestOfList(cursor, kRegister, [&](TextCursor& c) {
       std::string& name = reg.instructions.emplace_back();
       if (!ExpectWord(c, "the name of an instruction", name)) return false;
       name = UpperCase(name);
@@ -372,7 +391,7 @@ class FactReader {
   /// "0 (BC_1, *, control, 1), 1 (BC_1, PIN(3), output3, X, 0, 1, Z)"
   void ReadCells(const Attribute& attribute) {
     if (!IsString(attribute)) return;
-    ReadList(attribute.text,
+    ReadList(attribute.text, kCell,
              [&](TextCursor& cursor) { return ReadCellNumber(cursor) && Expect(cursor, '(', "\"(\"") && ReadCell(cursor); });
   }
 
@@ -392,11 +411,9 @@ class FactReader {
     if (!cursor.Skip('*') && !ReadPort(cursor)) return false;
     if (!Expect(cursor, ',', "\",\"") || !ReadFunction(cursor)) return false;
     if (!Expect(cursor, ',', "\",\"") || !ReadOneOf(cursor, "0, 1 or X", {"0", "1", "X"})) return false;
-    if (IsOuterComma(cursor, "(")) {
-      Fault(cursor.place(), "expected \")\" before this \",\"");
-      return true;
-    }
-    return (!cursor.Skip(',') || ReadDisable(cursor)) && Expect(cursor, ')', "\")\" or \",\"");
+    if (!IsClosedBeforeComma(cursor, kCell)) return true;
+    if (!cursor.Skip(',')) return Expect(cursor, ')', "\")\" or \",\"");
+    return ReadDisable(cursor) && Expect(cursor, ')', "\")\"");
   }
 
   bool ReadFunction(TextCursor& cursor) {
@@ -484,7 +501,8 @@ class FactReader {
     const Count& length = facts_.instructionLength;
     for (Instruction& i : facts_.instructions)
       i.isPrivate = std::find(private_.begin(), private_.end(), i.name.text) != private_.end();
-    if (length.place.line == 0 || IsLengthWrong()) return;
+    isLengthWrong_ = length.place.line != 0 && IsLengthWrong();
+    if (length.place.line == 0 || isLengthWrong_) return;
     for (const Instruction& instruction : facts_.instructions) {
       for (const Text& code : instruction.codes) {
         if (code.text.size() == length.value) continue;
@@ -512,7 +530,7 @@ class FactReader {
   void CheckCapture() {
     const std::size_t bits = facts_.capture.text.size();
     const Count& length = facts_.instructionLength;
-    if (bits == 0 || length.place.line == 0 || bits == length.value) return;
+    if (bits == 0 || isLengthWrong_ || length.place.line == 0 || bits == length.value) return;
     faults_.Warning(facts_.capture.place, "INSTRUCTION_CAPTURE has " + std::to_string(bits) + " bits: expected " +
                                               std::to_string(length.value) + ", the INSTRUCTION_LENGTH");
   }
@@ -531,6 +549,7 @@ class FactReader {
   Severity severity_ = Severity::kError;
   std::array<Place, kRowCount> seen_ = {};
   std::vector<std::string> private_;
+  bool isLengthWrong_ = false;
   Count lastCell_;
 };
 
