@@ -90,27 +90,27 @@ class EntityReader {
   }
 
   /// Something else is here than was expected.
-  bool Unexpected(const std::string& expected) {
-    Fault(Now().place, "expected " + expected + ", found " + Found());
+  bool Unexpected(std::string_view expected) {
+    Fault(Now().place, "expected " + std::string(expected) + ", found " + Found());
     return false;
   }
 
   /// Something that was expected before the current token is missing.
-  bool Missing(const std::string& expected) {
+  bool Missing(std::string_view expected) {
     const Place place = lexer_.EndOfPrevious();
-    Fault(place, "expected " + expected + (place.line == Now().place.line ? ", found " + Found() : ""));
+    Fault(place, "expected " + std::string(expected) + (place.line == Now().place.line ? ", found " + Found() : ""));
     return false;
   }
 
   /// A mark that ends or separates something: it is missing where a word or string comes, and else something is there instead.
-  bool Expect(char mark, const std::string& expected) {
+  bool Expect(char mark, std::string_view expected) {
     if (Skip(mark)) return true;
     return AtString() || AtEnd() || IsStatement() ? Missing(expected) : Unexpected(expected);
   }
 
   bool Expect(std::string_view keyword) { return Skip(keyword) || Unexpected(Quoted(keyword)); }
 
-  bool ExpectWord(const std::string& what, Word& word) {
+  bool ExpectWord(std::string_view what, Word& word) {
     if (AtNewStatement()) return Missing(what);
     if (!AtWord()) return Unexpected(what);
     word = TakeWord();

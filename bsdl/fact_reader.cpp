@@ -126,27 +126,28 @@ class FactReader {
 
   void Fault(Place place, std::string text) { faults_.Add(place, severity_, std::move(text)); }
 
-  bool Unexpected(const TextCursor& cursor, const std::string& expected) {
-    Fault(cursor.place(), "expected " + expected + ", found " + cursor.Found());
+  bool Unexpected(const TextCursor& cursor, std::string_view expected) {
+    Fault(cursor.place(), "expected " + std::string(expected) + ", found " + cursor.Found());
     return false;
   }
 
   /// A mark is missing where a word comes, and else something is there instead of it.
-  bool Expect(TextCursor& cursor, char mark, const std::string& expected) {
+  bool Expect(TextCursor& cursor, char mark, std::string_view expected) {
     if (cursor.Skip(mark)) return true;
     const bool isMissing = cursor.AtWord() && mark != '(';
-    Fault(isMissing ? cursor.EndOfPrevious() : cursor.place(), "expected " + expected + ", found " + cursor.Found());
+    Fault(isMissing ? cursor.EndOfPrevious() : cursor.place(),
+          "expected " + std::string(expected) + ", found " + cursor.Found());
     return false;
   }
 
-  bool ExpectWord(TextCursor& cursor, const std::string& what, std::string& word) {
+  bool ExpectWord(TextCursor& cursor, std::string_view what, std::string& word) {
     if (!cursor.AtWord()) return Unexpected(cursor, what);
     word = cursor.text();
     cursor.Next();
     return true;
   }
 
-  bool ExpectWord(TextCursor& cursor, const std::string& what) {
+  bool ExpectWord(TextCursor& cursor, std::string_view what) {
     return cursor.AtWord() ? (cursor.Next(), true) : Unexpected(cursor, what);
   }
 
@@ -180,12 +181,12 @@ class FactReader {
   // --- Parts of the grammars ------------------------------------------------------------------------------------------------
 
   /// Bits at the cursor: a word of 0, 1 and X.
-  bool ReadBits(TextCursor& cursor, const std::string& what, Text& bits) {
+  bool ReadBits(TextCursor& cursor, std::string_view what, Text& bits) {
     if (!cursor.AtWord()) return Unexpected(cursor, what);
     const std::string_view word = cursor.text();
     const auto wrong = static_cast<std::size_t>(std::find_if_not(word.begin(), word.end(), IsBit) - word.begin());
     if (wrong < word.size()) {
-      Fault(cursor.PlaceOf(wrong), "expected " + what + ", found " + Quoted(word.substr(wrong, 1)));
+      Fault(cursor.PlaceOf(wrong), "expected " + std::string(what) + ", found " + Quoted(word.substr(wrong, 1)));
       return false;
     }
     if (bits.text.empty()) bits.place = cursor.place();
@@ -428,7 +429,7 @@ class FactReader {
     return ExpectWord(cursor, "the state of a disabled pin, such as Z");
   }
 
-  bool ReadOneOf(TextCursor& cursor, const std::string& expected, std::initializer_list<std::string_view> words) {
+  bool ReadOneOf(TextCursor& cursor, std::string_view expected, std::initializer_list<std::string_view> words) {
     if (!cursor.AtWord() || !IsOneOf(cursor.text(), words)) return Unexpected(cursor, expected);
     cursor.Next();
     return true;

@@ -41,8 +41,7 @@ void Lexer::SkipLine() {
 
 void Lexer::SkipBlanks() {
   for (; at_ < text_.size(); ++at_) {
-    const char c = text_[at_];
-    if (c == '-' && text_.substr(at_, 2) == "--") SkipComment();
+    if (IsComment(at_)) SkipComment();
     if (at_ == text_.size()) return;
     if (IsLineEnd(text_[at_])) {
       NewLine();
@@ -66,7 +65,7 @@ void Lexer::NewLine() {
 
 void Lexer::TakeWord() {
   std::size_t end = at_;
-  while (end < text_.size() && IsWordCharacter(text_[end]) && text_.substr(end, 2) != "--") ++end;
+  while (end < text_.size() && IsWordCharacter(text_[end]) && !IsComment(end)) ++end;
   Take(Token::Kind::kWord, end - at_);
 }
 

@@ -45,6 +45,7 @@ class Lexer {
 
  private:
   Place Here() const { return {line_, static_cast<int>(at_ - lineStart_) + 1}; }
+  bool IsComment(std::size_t at) const { return text_[at] == '-' && at + 1 < text_.size() && text_[at + 1] == '-'; }
   void SkipBlanks();
   void SkipComment();
   void NewLine();
