@@ -2,7 +2,7 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "The plddb authors <authors@plddb.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
-set(CPACK_COMPONENTS_ALL library development tool documentation)
+set(CPACK_COMPONENTS_ALL library development data tool documentation)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -34,19 +34,27 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${PLDDB_DEBIAN_LIBRARY})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS plddb-data)
 plddb_describe(LIBRARY library "This package holds the shared library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libplddb-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION}), libpugixml-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS plddb-data)
 plddb_describe(DEVELOPMENT headers "This package holds what programs that use the library are built with, the
 loader of device descriptions among it.")
+
+set(CPACK_DEBIAN_DATA_PACKAGE_NAME plddb-data)
+set(CPACK_DEBIAN_DATA_PACKAGE_SECTION electronics)
+set(CPACK_DEBIAN_DATA_PACKAGE_ARCHITECTURE all)
+plddb_describe(DATA data "This package holds descriptions of real devices, and their schema.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME plddb)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION})")
-plddb_describe(TOOL command "This package holds the command and descriptions of real devices.")
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+  "${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION}), plddb-data (= ${PLDDB_DEBIAN_VERSION})")
+plddb_describe(TOOL command "This package holds the command.")
 
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME plddb-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)

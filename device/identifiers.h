@@ -40,24 +40,36 @@ inline bool HasIdentifier(const DeviceInfo& device, AccessMode mode, unsigned in
   return false;
 }
 
-/// Whether the device answers to `id` under its scan mask; a mask of 0 keeps it out.
+/// The numbers by which a device answers.
+struct Identifiers {
+  unsigned int isp;
+  unsigned int jtag;
+  unsigned int mask;
+};
+
+inline Identifiers IdentifiersOf(const DeviceInfo& device) {
+  return {device.GetispDeviceID(), device.GetjtagDeviceID(), device.GetDeviceIDScanMask()};
+}
+
+/// Whether a device with these numbers answers to `id` under its scan mask; a mask of 0 keeps it out.
 /// On purpose: "DUAL" is looser. Its ISP half compares the low byte alone and ignores the mask; both halves take identifiers
 /// of 0.
-inline bool AnswersTo(const DeviceInfo& device, AccessMode mode, unsigned int id) {
-  const unsigned int mask = device.GetDeviceIDScanMask();
-  const unsigned int isp = device.GetispDeviceID();
-  const unsigned int jtag = device.GetjtagDeviceID();
+inline bool AnswersTo(const Identifiers& own, AccessMode mode, unsigned int id) {
   switch (mode) {  // the comparison first: it turns most devices away
     case AccessMode::kIsp:
-      return ((isp ^ id) & mask) == 0 && mask != 0 && isp != 0;
+      return ((own.isp ^ id) & own.mask) == 0 && own.mask != 0 && own.isp != 0;
     case AccessMode::kJtag:
-      return ((jtag ^ id) & mask) == 0 && mask != 0 && jtag != 0;
+      return ((own.jtag ^ id) & own.mask) == 0 && own.mask != 0 && own.jtag != 0;
     case AccessMode::kDual:
-      return (((isp ^ id) & 0xFF) == 0 || ((jtag ^ id) & mask) == 0) && mask != 0;
+      return (((own.isp ^ id) & 0xFF) == 0 || ((own.jtag ^ id) & own.mask) == 0) && own.mask != 0;
     case AccessMode::kUnknown:
       break;
   }
   return false;
+}
+
+inline bool AnswersTo(const DeviceInfo& device, AccessMode mode, unsigned int id) {
+  return AnswersTo(IdentifiersOf(device), mode, id);
 }
 
 }  // namespace plddb::internal

@@ -1,4 +1,4 @@
-# What scripts/demo and scripts/test share; they run in the repository's root.
+# What the scripts share; they run in the repository's root.
 
 # quietly LOG COMMAND...: runs the command with its output in LOG; shows the output only when the command fails.
 quietly() {
@@ -11,6 +11,16 @@ quietly() {
     echo "error: this failed: $*" >&2
   fi
   return "$status"
+}
+
+# visibly LOG COMMAND...: the same, but on a terminal the output is shown as it comes.
+visibly() {
+  if [ -t 1 ]; then "${@:2}"; else quietly "$@"; fi
+}
+
+# Processor time of all that this shell has waited for, in seconds.
+processor_seconds() {
+  times | awk 'NR == 2 { for (i = 1; i <= 2; ++i) { split($i, part, /[ms]/); sum += 60 * part[1] + part[2] } printf "%d", sum }'
 }
 
 # Options for `cmake` that make a second build fast, where the machine can.

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "check_values.h"
 #include "colour.h"
 #include "command.h"
+#include "command_line.h"
 #include "databases.h"
 #include "device_text.h"
 #include "json_text.h"
@@ -160,17 +160,17 @@ std::vector<std::string> CodeNames() {
 
 }  // namespace
 
-Run AddCheck(CLI::App& app) {
+Run AddCheck(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_flag("--strict", options->strict, "Warnings make the exit code 1");
-  app.add_option("--allow", options->allowed, "Leave out findings of this code; may be given several times")
-      ->type_name("CODE")
-      ->check(CLI::IsMember(CodeNames()).description(""))
-      ->allow_extra_args(false);
-  app.add_flag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
-  app.add_flag("--list-codes", options->list_codes, "Say what each code means, and check nothing");
-  app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("");
-  app.footer(kFooter);
+  subcommand.AddFlag("--strict", options->strict, "Warnings make the exit code 1");
+  subcommand.Add("--allow", options->allowed, "Leave out findings of this code; may be given several times")
+      .Type("CODE")
+      .OneOf(CodeNames())
+      .OneValueEach();
+  subcommand.AddFlag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
+  subcommand.AddFlag("--list-codes", options->list_codes, "Say what each code means, and check nothing");
+  subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");
+  subcommand.Footer(kFooter);
   return [options] { return RunCheck(*options); };
 }
 

@@ -4,12 +4,10 @@
 #include <stdexcept>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 /// The command-line tool: one file per subcommand, main.cpp lists them. It uses the public interface of the libraries only.
 namespace tool {
+
+class Subcommand;
 
 /// What a run answers to the shell, the same for every subcommand.
 enum class ExitCode {
@@ -32,17 +30,17 @@ inline Failure WrongUsage(const std::string& message) {
 /// What a subcommand does once its arguments are parsed.
 using Run = std::function<ExitCode()>;
 
-/// \name The subcommands. Each describes its options to `app` and hands over what to run.
+/// \name The subcommands. Each describes its options to `subcommand` and hands over what to run.
 ///@{
-Run AddIdentify(CLI::App& app);
-Run AddFind(CLI::App& app);
-Run AddList(CLI::App& app);
-Run AddShow(CLI::App& app);
-Run AddCheck(CLI::App& app);
-Run AddExport(CLI::App& app);
-Run AddMerge(CLI::App& app);
-Run AddImport(CLI::App& app);
-Run AddHelp(CLI::App& app);
+Run AddIdentify(Subcommand subcommand);
+Run AddFind(Subcommand subcommand);
+Run AddList(Subcommand subcommand);
+Run AddShow(Subcommand subcommand);
+Run AddCheck(Subcommand subcommand);
+Run AddExport(Subcommand subcommand);
+Run AddMerge(Subcommand subcommand);
+Run AddImport(Subcommand subcommand);
+Run AddHelp(Subcommand subcommand);
 ///@}
 
 }  // namespace tool

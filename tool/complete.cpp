@@ -1,6 +1,5 @@
 #include "complete.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
@@ -10,7 +9,6 @@
 #include "device_lookup.h"
 #include "device_text.h"
 #include "standard_streams.h"
-#include "subcommands.h"
 
 namespace tool {
 namespace {
@@ -23,7 +21,7 @@ struct Candidate {
 /// A command line up to the cursor.
 struct Line {
   std::vector<std::string> databases;  // that it names
-  const CLI::Option* asked = nullptr;  // whose value stands at the cursor; null when there is none
+  const OptionShape* asked = nullptr;  // whose value stands at the cursor; null when there is none
   std::string option;                  // "--db=" where the value follows the '='
   std::string begun;                   // what of the word at the cursor is there
   bool takesOptions = true;            // not behind "--"
@@ -66,8 +64,8 @@ constexpr struct {
 /// The options and arguments that are files.
 constexpr std::string_view kFiles[] = {"--db", "--output", "--scan", "FILE"};
 
-bool TakesFile(const CLI::Option& option) {
-  return std::find(std::begin(kFiles), std::end(kFiles), option.get_name()) != std::end(kFiles);
+bool TakesFile(const OptionShape& option) {
+  return std::find(std::begin(kFiles), std::end(kFiles), option.name) != std::end(kFiles);
 }
 
 /// "JTAG|ISP|DUAL": the type of an option that has a few values says them.
@@ -82,30 +80,30 @@ Names Choices(const std::string& type) {
   return choices;
 }
 
-Names ValuesOf(const CLI::Option& option, const std::vector<std::string>& databases) {
+Names ValuesOf(const OptionShape& option, const std::vector<std::string>& databases) {
   for (const auto& [name, values] : kValues) {
-    if (name == option.get_name()) return values(LoadDatabases(databases));
+    if (name == option.name) return values(LoadDatabases(databases));
   }
-  return Choices(option.get_type_name());
+  return Choices(option.type);
 }
 
 // --- Where the cursor stands ------------------------------------------------------------------------------------------------
 
-bool IsPositional(const CLI::Option* option) { return option->get_positional(); }
-bool TakesValue(const CLI::Option& option) { return option.get_items_expected_max() > 0; }
-
-const CLI::Option* FindOption(const CLI::App& subcommand, const std::string& name) {
-  for (const CLI::Option* const option : subcommand.get_options()) {
-    if (!option->get_positional() && option->check_name(name)) return option;
+const OptionShape* FindOption(const SubcommandShape& subcommand, const std::string& name) {
+  for (const OptionShape& option : subcommand.options) {
+    if (std::find(option.names.begin(), option.names.end(), name) != option.names.end()) return &option;
   }
   return nullptr;
 }
 
 /// The argument at `position` of those without an option; the last takes all that follow, if it takes several.
-const CLI::Option* ArgumentAt(const CLI::App& subcommand, std::size_t position) {
-  const auto arguments = subcommand.get_options(IsPositional);
+const OptionShape* ArgumentAt(const SubcommandShape& subcommand, std::size_t position) {
+  std::vector<const OptionShape*> arguments;
+  for (const OptionShape& option : subcommand.options) {
+    if (option.names.empty()) arguments.push_back(&option);
+  }
   if (position < arguments.size()) return arguments[position];
-  return !arguments.empty() && arguments.back()->get_items_expected_max() > 1 ? arguments.back() : nullptr;
+  return !arguments.empty() && arguments.back()->mostValues > 1 ? arguments.back() : nullptr;
 }
 
 /// "--db=FILE" and "--db FILE", also as the shells that cut words at '=' have it, are "--db" and "FILE".
@@ -130,17 +128,17 @@ std::string File(const std::string& word) {
 }
 
 /// `words` are those behind the subcommand, at least the one at the cursor.
-Line ReadLine(const CLI::App& subcommand, const std::vector<std::string>& words) {
+Line ReadLine(const SubcommandShape& subcommand, const std::vector<std::string>& words) {
   Line line;
   std::size_t arguments = 0;
   const std::vector<std::string> cut = CutAtEquals(words);
   for (std::size_t i = 0; i + 1 < cut.size(); ++i) {
-    const CLI::Option* const option = line.takesOptions ? FindOption(subcommand, cut[i]) : nullptr;
+    const OptionShape* const option = line.takesOptions ? FindOption(subcommand, cut[i]) : nullptr;
     if (line.asked != nullptr) {
-      if (line.asked->get_name() == "--db") line.databases.push_back(File(cut[i]));
+      if (line.asked->name == "--db") line.databases.push_back(File(cut[i]));
       line.asked = nullptr;
     } else if (option != nullptr) {
-      line.asked = TakesValue(*option) ? option : nullptr;
+      line.asked = option->mostValues > 0 ? option : nullptr;
     } else if (cut[i] == "--") {
       line.takesOptions = false;
     } else if (cut[i].substr(0, 1) != "-" || !line.takesOptions) {
@@ -157,18 +155,21 @@ Line ReadLine(const CLI::App& subcommand, const std::vector<std::string>& words)
 
 // --- What may stand there ---------------------------------------------------------------------------------------------------
 
-std::vector<Candidate> SubcommandNames(const CLI::App& program) {
+std::vector<Candidate> SubcommandNames(const Program& program) {
   std::vector<Candidate> candidates;
-  for (const CLI::App* const subcommand : Subcommands(program)) {
-    candidates.push_back({subcommand->get_name(), subcommand->get_description()});
+  for (const SubcommandShape& subcommand : program.Subcommands()) {
+    candidates.push_back({subcommand.name, subcommand.description});
   }
   return candidates;
 }
 
-std::vector<Candidate> OptionNames(const CLI::App& app) {
+/// The long ones.
+std::vector<Candidate> OptionNames(const SubcommandShape& shape) {
   std::vector<Candidate> candidates;
-  for (const CLI::Option* const option : app.get_options()) {
-    for (const std::string& name : option->get_lnames()) candidates.push_back({"--" + name, option->get_description()});
+  for (const OptionShape& option : shape.options) {
+    for (const std::string& name : option.names) {
+      if (name.substr(0, 2) == "--") candidates.push_back({name, option.description});
+    }
   }
   return candidates;
 }
@@ -195,19 +196,19 @@ std::string Text(const std::vector<Candidate>& candidates, const std::string& be
 
 }  // namespace
 
-ExitCode Complete(const CLI::App& program, const std::vector<std::string>& words) {
+ExitCode Complete(const Program& program, const std::vector<std::string>& words) {
   const std::string begun = words.empty() ? "" : words.front();
   if (words.size() < 2) {
-    const auto candidates = begun.substr(0, 1) == "-" ? OptionNames(program) : SubcommandNames(program);
+    const auto candidates = begun.substr(0, 1) == "-" ? OptionNames(program.Shape()) : SubcommandNames(program);
     WriteOutput(Text(candidates, "", begun));
     return ExitCode::kFound;
   }
-  const CLI::App& subcommand = FindSubcommand(program, begun);
+  const SubcommandShape subcommand = program.FindSubcommand(begun);
   const Line line = ReadLine(subcommand, {words.begin() + 1, words.end()});
   std::vector<Candidate> candidates;
   if (line.takesOptions && line.begun.substr(0, 1) == "-") {
     candidates = OptionNames(subcommand);
-  } else if (line.asked != nullptr && line.asked->get_name() == "COMMAND") {
+  } else if (line.asked != nullptr && line.asked->name == "COMMAND") {
     candidates = SubcommandNames(program);
   } else if (line.asked != nullptr && TakesFile(*line.asked)) {
     return ExitCode::kNotFound;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "command.h"
+#include "command_line.h"
 
 namespace tool {
 
@@ -12,6 +13,6 @@ constexpr const char* kComplete = "complete";
 
 /// Writes what may stand for the last of `words`, those behind the program's name up to the cursor: a candidate per line, some
 /// with a tab and a description behind them. The answer is kNotFound where file names belong, which the shell knows.
-ExitCode Complete(const CLI::App& program, const std::vector<std::string>& words);
+ExitCode Complete(const Program& program, const std::vector<std::string>& words);
 
 }  // namespace tool

@@ -16,23 +16,7 @@ std::string Instruction(unsigned int code, unsigned short ir_length, const char*
 
 }  // namespace
 
-std::string Hex(unsigned int value, int digits) {
-  std::string text;
-  for (; value != 0 || digits > 0; value >>= 4, --digits) text.insert(text.begin(), "0123456789ABCDEF"[value & 0xF]);
-  return "0x" + text;
-}
-
 std::string IdText(unsigned int id) { return Hex(id, 8); }
-
-std::string Printable(std::string text) {
-  const auto isControl = [](char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; };
-  std::replace_if(text.begin(), text.end(), isControl, '?');
-  for (std::size_t i = 0; (i = text.find('\xC2', i)) != text.npos; ++i) {  // U+0080 to U+009F, controls of 8-bit terminals
-    const auto next = static_cast<unsigned char>(text.c_str()[i + 1]);     // 0 at the end
-    if (next >= 0x80 && next < 0xA0) text.replace(i, 2, "?");
-  }
-  return text;
-}
 
 std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? kNotKnown : Printable(text); }
 

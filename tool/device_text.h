@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Chain.h"
 #include "DeviceList.h"
 
 /// \file
@@ -10,9 +11,10 @@
 
 namespace tool {
 
-std::string Hex(unsigned int value, int digits);          ///< Such as "0x0362D093"; `digits` at least.
+using plddb::chain::Hex;
+using plddb::chain::Printable;
+
 std::string IdText(unsigned int id);                      ///< `id` with its 8 digits.
-std::string Printable(std::string text);                  ///< With '?' for what could disturb a terminal or forge a line.
 std::string TextOrDash(const char* text);                 ///< Printable.
 const char* FamilyNameOrNull(const DeviceInfo& device);   ///< Of the family in which the device stands, as it is; lent.
 std::string DeviceName(const DeviceInfo& device);         ///< The name, or else the code name.

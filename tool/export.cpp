@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "command.h"
@@ -33,11 +32,11 @@ ExitCode RunExport(const Options& options) {
 
 }  // namespace
 
-Run AddExport(CLI::App& app) {
+Run AddExport(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->file, "The description file")->type_name("")->required();
-  AddOutputOption(app, options->output);
-  app.footer(kFooter);
+  subcommand.Add("FILE", options->file, "The description file").Type("").Required();
+  AddOutputOption(subcommand, options->output);
+  subcommand.Footer(kFooter);
   return [options] { return RunExport(*options); };
 }
 

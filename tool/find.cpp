@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <array>
 #include <charconv>
 #include <memory>
@@ -182,12 +181,12 @@ ExitCode ListCandidates(const Candidates& found, const Options& options) {
 // --- The command ------------------------------------------------------------------------------------------------------------
 
 /// Refuses questions that no lookup answers.
-void CheckKeys(const Options& options, const CLI::Option& fuses) {
+void CheckKeys(const Options& options, Option fuses) {
   int keys = options.text.empty() ? 0 : 1;
   for (const std::string& key : options.keys) keys += key.empty() ? 0 : 1;
-  keys += fuses.count() > 0 ? 1 : 0;
+  keys += fuses.IsGiven() ? 1 : 0;
   if (keys != 1) throw WrongUsage("give one TEXT, or one key to look for");
-  if (fuses.count() > 0 && FuseCount(options.fuses) == 0) {
+  if (fuses.IsGiven() && FuseCount(options.fuses) == 0) {
     throw WrongUsage("--fuses is " + Printable(options.fuses) + ": expected a decimal number above 0");
   }
 }
@@ -216,7 +215,7 @@ ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& op
   return ExitCode::kFound;
 }
 
-ExitCode RunFind(const Options& options, const CLI::Option& fuses) {
+ExitCode RunFind(const Options& options, Option fuses) {
   CheckKeys(options, fuses);
   const std::vector<Database>& databases = LoadDatabases(options.databases);
   const auto families_near =
@@ -231,29 +230,30 @@ ExitCode RunFind(const Options& options, const CLI::Option& fuses) {
 
 }  // namespace
 
-Run AddFind(CLI::App& app) {
+Run AddFind(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  AddDatabaseOption(app, options->databases);
+  AddDatabaseOption(subcommand, options->databases);
   for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    app.add_option("--" + std::string(kKeys[i].name), options->keys[i], kKeys[i].help)->type_name("TEXT")->check(NotEmpty());
+    subcommand.Add("--" + std::string(kKeys[i].name), options->keys[i], kKeys[i].help).Type("TEXT").NotEmpty();
   }
-  auto* const fuses = app.add_option("--fuses", options->fuses, "The fuse count of a fuse-map file")->type_name("N");
-  app.add_option("--full-name", options->fullName,
-                 "The device's full name in that file: blanks and what follows its last '-' do not count")
-      ->type_name("TEXT")
-      ->check(NotEmpty())
-      ->needs(fuses);
-  app.add_option("--package", options->package, "A package type that the device of that name has")
-      ->type_name("TYPE")
-      ->check(NotEmpty())
-      ->needs(app.get_option("--name"));
-  app.add_option("--family", options->family, "Only devices of the family of this name or alias name (letter case counts)")
-      ->type_name("NAME")
-      ->check(NotEmpty());
-  app.add_flag("--json", options->json, "Write a JSON object: {matches, suggestions}, or the candidates of --fuses");
-  app.add_option("TEXT", options->text, "What to look for by every key")->type_name("")->check(NotEmpty());
-  app.footer(kFooter);
-  return [options, fuses] { return RunFind(*options, *fuses); };
+  const Option fuses = subcommand.Add("--fuses", options->fuses, "The fuse count of a fuse-map file").Type("N");
+  subcommand
+      .Add("--full-name", options->fullName,
+           "The device's full name in that file: blanks and what follows its last '-' do not count")
+      .Type("TEXT")
+      .NotEmpty()
+      .Needs(fuses);
+  subcommand.Add("--package", options->package, "A package type that the device of that name has")
+      .Type("TYPE")
+      .NotEmpty()
+      .Needs(subcommand.Get("--name"));
+  subcommand.Add("--family", options->family, "Only devices of the family of this name or alias name (letter case counts)")
+      .Type("NAME")
+      .NotEmpty();
+  subcommand.AddFlag("--json", options->json, "Write a JSON object: {matches, suggestions}, or the candidates of --fuses");
+  subcommand.Add("TEXT", options->text, "What to look for by every key").Type("").NotEmpty();
+  subcommand.Footer(kFooter);
+  return [options, fuses] { return RunFind(*options, fuses); };
 }
 
 }  // namespace tool

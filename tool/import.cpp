@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "Bsdl.h"
@@ -20,7 +19,7 @@ Nothing is written when a file is faulty, when it has no INSTRUCTION_LENGTH, no 
 leaves the maker or more than 4 bits of the part number open, or when two files of one device contradict each other.
 
 Times and sizes of IEEE 1532 are written only with --units: their units are those of the programming tool. The unit of times
-is us, or that of --units=s, ms, us or ns; sizes are in bits.
+is us unless another one follows --units; sizes are in bits.
 
 Exit code: 0 when the descriptions are written, 2 for wrong usage or files that are refused.
 
@@ -31,6 +30,8 @@ constexpr struct {
   double seconds;
 } kUnits[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
 
+const std::string kDefaultUnit = "us";
+
 struct Options {
   std::vector<std::string> files;
   plddb::bsdl::ImportOptions import;
@@ -40,9 +41,8 @@ struct Options {
 };
 
 double UnitOfTimes(const std::string& name) {
-  if (name.empty()) return 0;
   for (const auto& unit : kUnits) {
-    if (name == unit.name) return unit.seconds;
+    if ((name.empty() ? kDefaultUnit : name) == unit.name) return unit.seconds;
   }
   throw WrongUsage("--units is " + name + ": expected s, ms, us or ns");
 }
@@ -62,11 +62,9 @@ std::string TextOf(const plddb::bsdl::Import& import, const std::string& into) {
 }
 
 ExitCode RunImport(const Options& options) {
-  plddb::bsdl::ImportOptions how = options.import;
-  how.unitOfTimes = UnitOfTimes(options.units);
   std::vector<plddb::bsdl::File> files;
   for (const std::string& file : options.files) files.push_back(plddb::bsdl::Load(file));
-  const plddb::bsdl::Import import = plddb::bsdl::Describe(files, how);
+  const plddb::bsdl::Import import = plddb::bsdl::Describe(files, options.import);
   if (import.database == nullptr) throw Failure(Lines(import.faults));
   const std::string text = TextOf(import, options.into);
   if (!import.faults.empty()) WriteMessage(Lines(import.faults) + '\n');
@@ -78,25 +76,23 @@ ExitCode RunImport(const Options& options) {
 
 }  // namespace
 
-Run AddImport(CLI::App& app) {
+Run AddImport(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   plddb::bsdl::ImportOptions& import = options->import;
-  app.add_option("FILE", options->files, "BSDL files")->type_name("")->required();
-  app.add_option("--family", import.family, "The family of the devices")->type_name("NAME")->required()->check(NotEmpty());
-  app.add_option("--name", import.name, "The name of the device, instead of the entity's")
-      ->type_name("NAME")
-      ->check(NotEmpty());
-  app.add_option("--vendor", import.vendor, "The maker, instead of the one of the IDCODE")
-      ->type_name("NAME")
-      ->check(NotEmpty());
-  app.add_option("--package", import.package, "The package type, instead of the pin map's")
-      ->type_name("TYPE")
-      ->check(NotEmpty());
-  app.add_flag("--units{us}", options->units, "Write times and sizes of IEEE 1532; --units=ms: times in s, ms, us or ns");
-  app.add_option("--into", options->into, "A description file that gets the devices; all else in it stays")->type_name("FILE");
-  AddOutputOption(app, options->output);
-  app.footer(kFooter);
-  return [options] { return RunImport(*options); };
+  subcommand.Add("FILE", options->files, "BSDL files").Type("").Required();
+  subcommand.Add("--family", import.family, "The family of the devices").Type("NAME").Required().NotEmpty();
+  subcommand.Add("--name", import.name, "The name of the device, instead of the entity's").Type("NAME").NotEmpty();
+  subcommand.Add("--vendor", import.vendor, "The maker, instead of the one of the IDCODE").Type("NAME").NotEmpty();
+  subcommand.Add("--package", import.package, "The package type, instead of the pin map's").Type("TYPE").NotEmpty();
+  const Option units = subcommand.Add("--units", options->units, "Write sizes of IEEE 1532, and times in s, ms, us (as without UNIT) or ns");
+  units.Type("UNIT").ValueMayBeMissing();
+  subcommand.Add("--into", options->into, "A description file that gets the devices; all else in it stays").Type("FILE");
+  AddOutputOption(subcommand, options->output);
+  subcommand.Footer(kFooter);
+  return [options, units] {
+    if (units.IsGiven()) options->import.unitOfTimes = UnitOfTimes(options->units);
+    return RunImport(*options);
+  };
 }
 
 }  // namespace tool

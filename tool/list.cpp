@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <vector>
 
@@ -156,14 +155,14 @@ ExitCode RunList(const Options& options) {
 
 }  // namespace
 
-Run AddList(CLI::App& app) {
+Run AddList(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  AddDatabaseOption(app, options->databases);
-  app.add_option("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
-      ->type_name("NAME")
-      ->check(NotEmpty());
-  app.add_flag("--json", options->json, "Write a JSON object: {families}, or {devices, suggestions} with --family");
-  app.footer(kFooter);
+  AddDatabaseOption(subcommand, options->databases);
+  subcommand.Add("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
+      .Type("NAME")
+      .NotEmpty();
+  subcommand.AddFlag("--json", options->json, "Write a JSON object: {families}, or {devices, suggestions} with --family");
+  subcommand.Footer(kFooter);
   return [options] { return RunList(*options); };
 }
 

@@ -1,21 +1,19 @@
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "command.h"
+#include "command_line.h"
 #include "complete.h"
 #include "heap.h"
 #include "standard_streams.h"
-#include "subcommands.h"
 
 namespace {
 
 constexpr struct {
   const char* name;
   const char* summary;
-  tool::Run (*add)(CLI::App& app);
+  tool::Run (*add)(tool::Subcommand subcommand);
 } kCommands[] = {
     {"identify", "Name the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
     {"find", "Find a device by name, ordering name, fuse count and the like.", tool::AddFind},
@@ -31,30 +29,15 @@ constexpr struct {
 int ToStatus(tool::ExitCode code) { return static_cast<int>(code); }
 
 int Main(int argc, char** argv) {
-  CLI::App app("Answers questions about programmable logic devices from device descriptions.", "plddb");
-  app.set_version_flag("--version", "plddb " PLDDB_VERSION);
-  app.require_subcommand(0, 1);  // what follows is an argument, even if it is called like a subcommand
-  std::vector<std::pair<CLI::App*, tool::Run>> runs;
-  for (const auto& command : kCommands) {
-    CLI::App* subcommand = app.add_subcommand(command.name, command.summary);
-    runs.emplace_back(subcommand, command.add(*subcommand));
-  }
+  tool::Program program("plddb", "Answers questions about programmable logic devices from device descriptions.",
+                        "plddb " PLDDB_VERSION);
+  for (const auto& [name, summary, add] : kCommands) program.Add(name, summary, add);
   const std::vector<std::string> words(argv + 1, argv + argc);
   if (!words.empty() && words.front() == tool::kComplete) {
-    return ToStatus(tool::Complete(app, {words.begin() + 1, words.end()}));
+    return ToStatus(tool::Complete(program, {words.begin() + 1, words.end()}));
   }
-  if (!words.empty() && words.front().substr(0, 1) != "-") tool::FindSubcommand(app, words.front());  // for its message
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success& answer) {  // --help and --version
-    return app.exit(answer);
-  } catch (const CLI::ParseError& error) {
-    throw tool::WrongUsage(error.what());
-  }
-  for (const auto& [subcommand, run] : runs) {
-    if (subcommand->parsed()) return ToStatus(run());
-  }
-  throw tool::WrongUsage("a subcommand is required");
+  if (const auto answered = program.Parse(words)) return ToStatus(*answered);
+  return ToStatus(program.RunSubcommand());
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "command.h"
@@ -34,11 +33,11 @@ ExitCode RunMerge(const Options& options) {
 
 }  // namespace
 
-Run AddMerge(CLI::App& app) {
+Run AddMerge(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->files, "Description files, or folders of *.xml")->type_name("")->required();
-  AddOutputOption(app, options->output);
-  app.footer(kFooter);
+  subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("").Required();
+  AddOutputOption(subcommand, options->output);
+  subcommand.Footer(kFooter);
   return [options] { return RunMerge(*options); };
 }
 

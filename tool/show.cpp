@@ -1,10 +1,9 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <map>
 #include <memory>
 #include <vector>
 
-#include "chain_ids.h"
+#include "Chain.h"
 #include "colour.h"
 #include "command.h"
 #include "databases.h"
@@ -86,7 +85,7 @@ std::vector<Match> FirstMatches(const std::vector<Database>& databases, const st
     }
   };
   for (const Key& key : kKeys) add(key.name, FindByKey(databases, key, text.c_str()));
-  if (const auto id = ParseId(text)) {
+  if (const auto id = plddb::chain::ParseId(text)) {
     const auto with_id = [&](const char* comm) {
       return FirstOf(databases, [&](DeviceList& database) { return database.GetDeviceWithCommAndID(comm, *id); });
     };
@@ -224,13 +223,13 @@ ExitCode RunShow(const Options& options) {
 
 }  // namespace
 
-Run AddShow(CLI::App& app) {
+Run AddShow(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
-  AddDatabaseOption(app, options->databases);
-  app.add_flag("--json", options->json,
-               "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
-  app.add_option("TEXT", options->text, "The name or id of the device")->type_name("")->check(NotEmpty())->required();
-  app.footer(kFooter);
+  AddDatabaseOption(subcommand, options->databases);
+  subcommand.AddFlag("--json", options->json,
+                     "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
+  subcommand.Add("TEXT", options->text, "The name or id of the device").Type("").NotEmpty().Required();
+  subcommand.Footer(kFooter);
   return [options] { return RunShow(*options); };
 }
 

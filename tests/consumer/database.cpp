@@ -1,4 +1,4 @@
-// Uses the database alone.
+// Uses plddb, prints: PLD1234A 2
 #include <DeviceList.h>
 #include <DeviceListOwner.h>
 

@@ -1,4 +1,4 @@
-// Uses the loader, and the database through it.
+// Uses plddb-descriptions, prints: PLD1234A of PLD1200
 #include <Descriptions.h>
 
 #include <cstdio>

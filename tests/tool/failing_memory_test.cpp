@@ -172,7 +172,7 @@ TEST(FailingMemory, OfACompletionOffersNothingOrAll) {
   };
   const Program program;
   for (const std::vector<std::string>& words : rows) {
-    Expect(FailEachAllocation([&] { tool::Complete(program.app(), words); }), testing::PrintToString(words));
+    Expect(FailEachAllocation([&] { tool::Complete(program.program(), words); }), testing::PrintToString(words));
   }
 }
 

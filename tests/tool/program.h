@@ -1,45 +1,46 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tool/command.h"
+#include "tool/command_line.h"
 
 /// \file
 /// The command within the test program: for what cannot be made happen to it from outside.
 
 inline constexpr struct {
   const char* name;
-  tool::Run (*add)(CLI::App& app);
+  tool::Run (*add)(tool::Subcommand subcommand);
 } kSubcommands[] = {
     {"identify", tool::AddIdentify}, {"find", tool::AddFind},     {"list", tool::AddList},   {"show", tool::AddShow},
     {"check", tool::AddCheck},       {"export", tool::AddExport}, {"merge", tool::AddMerge}, {"help", tool::AddHelp},
 };
 
+/// The words of `line` between blanks; '...' is one word.
+inline std::vector<std::string> QuotedWords(const std::string& line) {
+  std::vector<std::string> words;
+  for (std::size_t start = 0; (start = line.find_first_not_of(' ', start)) != line.npos;) {
+    const bool isQuoted = line[start] == '\'';
+    if (isQuoted) ++start;
+    const std::size_t end = line.find(isQuoted ? '\'' : ' ', start);
+    words.push_back(line.substr(start, end - start));
+    start = end == line.npos ? end : end + 1;
+  }
+  return words;
+}
+
 /// The command as main sets it up. A run throws what main would tell.
 class Program {
  public:
-  Program() : app_("Answers questions.", "plddb") {
-    for (const auto& [name, add] : kSubcommands) {
-      CLI::App* const subcommand = app_.add_subcommand(name, "One of the subcommands.");
-      runs_.emplace_back(subcommand, add(*subcommand));
-    }
+  Program() : program_("plddb", "Answers questions.", "plddb") {
+    for (const auto& [name, add] : kSubcommands) program_.Add(name, "One of the subcommands.", add);
   }
 
-  const CLI::App& app() const { return app_; }
-  void Parse(const std::string& line) { app_.parse(line); }
-
-  tool::ExitCode Run() const {
-    for (const auto& [subcommand, run] : runs_) {
-      if (subcommand->parsed()) return run();
-    }
-    throw std::logic_error("no subcommand");
-  }
+  const tool::Program& program() const { return program_; }
+  void Parse(const std::string& line) { program_.Parse(QuotedWords(line)); }
+  tool::ExitCode Run() const { return program_.RunSubcommand(); }
 
  private:
-  CLI::App app_;
-  std::vector<std::pair<CLI::App*, tool::Run>> runs_;
+  tool::Program program_;
 };

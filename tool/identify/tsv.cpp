@@ -1,6 +1,5 @@
 #include "device_text.h"
-#include "identify_output.h"
-#include "unknown_id.h"
+#include "identify/output.h"
 
 namespace tool {
 namespace {
@@ -20,7 +19,7 @@ std::string KnownOrNothing(const std::string& text) { return text == "-" ? "" : 
 std::string State(const Place& place) {
   if (place.device != nullptr) return place.position.IsAmbiguous() ? "ambiguous" : "known";
   const IdKind& kind = KindOf(place.identified.comm, place.position.id);
-  return kind.is_idcode ? "unknown" : kind.name;
+  return kind.isIdcode ? "unknown" : kind.name;
 }
 
 std::string Candidates(const Place& place) {
@@ -32,7 +31,7 @@ std::string Candidates(const Place& place) {
 }
 
 bool IsUnknownIdcode(const Place& place) {
-  return place.device == nullptr && KindOf(place.identified.comm, place.position.id).is_idcode;
+  return place.device == nullptr && KindOf(place.identified.comm, place.position.id).isIdcode;
 }
 
 /// A field of an unknown IDCODE, and nothing for other ids.
@@ -43,13 +42,13 @@ std::string Field(const Place& place, unsigned int IdcodeFields::*field, int dig
 std::string Vendor(const Place& place) {
   if (place.device != nullptr) return TextOrNothing(place.device->GetVendor());
   if (!IsUnknownIdcode(place)) return "";
-  return TextOrNothing(VendorOf(place.identified.databases, SplitIdcode(*place.position.id).manufacturer));
+  return TextOrNothing(place.identified.finder.VendorOf(SplitIdcode(*place.position.id).manufacturer));
 }
 
 std::string Nearest(const Place& place) {
   std::string text;
   if (!IsUnknownIdcode(place)) return text;
-  for (const NearDevice& near : NearestDevices(place.identified.databases, *place.position.id)) {
+  for (const NearDevice& near : place.identified.finder.NearestDevices(*place.position.id)) {
     text += (text.empty() ? "" : "; ") + DeviceName(*near.device) + ": " + near.difference;
   }
   return text;
@@ -82,7 +81,7 @@ constexpr struct {
     {"nearest", Nearest},
     {"scan", [](const Place& place) { return place.identified.scan.format; }},
     {"scan_name", [](const Place& place) { return Printable(place.identified.scan.taps[place.number].name); }},
-    {"scan_ir_length", [](const Place& place) { return NumberOrNothing(place.identified.scan.taps[place.number].ir_length); }},
+    {"scan_ir_length", [](const Place& place) { return NumberOrNothing(place.identified.scan.taps[place.number].irLength); }},
 };
 
 template <typename Cell>
@@ -98,7 +97,7 @@ std::string Line(Cell cell) {
 std::string TsvOutput(const IdentifiedChain& identified) {
   std::string text = Line([](const auto& column) { return std::string(column.name); });
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    const Place place = {identified, i, identified.chain[i], identified.chain[i].match};
+    const Place place = {identified, i, identified.chain[i], identified.chain[i].Match()};
     text += Line([&](const auto& column) { return column.cell(place); });
   }
   return text;

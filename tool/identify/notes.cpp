@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "device_text.h"
-#include "identify_output.h"
+#include "identify/output.h"
 
 namespace tool {
 namespace {
@@ -14,7 +14,7 @@ std::string Give(std::size_t position, unsigned long length) {
 
 /// "; XCR3064XL has 5": a device that matches as well, and has this length.
 std::string OtherOfLength(const ChainPosition& position, unsigned long length) {
-  for (const Candidate& candidate : position.candidates) {
+  for (const Candidate& candidate : position.Candidates()) {
     if (candidate.device->GetIRLength() != length) continue;
     return "; " + DeviceName(*candidate.device) + " has " + std::to_string(length);
   }
@@ -23,25 +23,25 @@ std::string OtherOfLength(const ChainPosition& position, unsigned long length) {
 
 /// That a match means little, since hardly any bits were compared.
 void AddLowByteNote(std::size_t i, const ChainPosition& position, std::vector<std::string>& notes) {
-  if (position.candidates.empty() || !position.candidates.front().only_low_byte) return;
-  notes.push_back(At(i) + DeviceName(*position.match) + " answers by the low byte of its ISP identifier only (DUAL)");
+  if (position.Candidates().empty() || !position.Candidates().front().onlyLowByte) return;
+  notes.push_back(At(i) + DeviceName(*position.Match()) + " answers by the low byte of its ISP identifier only (DUAL)");
 }
 
 /// What the scan or the user says of a TAP's IR length, where it is not what the description says, or where only the scan
 /// knows.
 void AddLengthNotes(std::size_t i, const ChainPosition& position, const ScannedTap& tap, std::vector<std::string>& notes) {
-  const unsigned long described = position.match == nullptr ? 0 : position.match->GetIRLength();
+  const unsigned long described = position.Match() == nullptr ? 0 : position.Match()->GetIRLength();
   const auto differs = [&](const std::string& who, unsigned long length) {
-    notes.push_back(At(i) + who + " IR length " + std::to_string(length) + ", but " + DeviceName(*position.match) + " has " +
+    notes.push_back(At(i) + who + " IR length " + std::to_string(length) + ", but " + DeviceName(*position.Match()) + " has " +
                     std::to_string(described) + OtherOfLength(position, length));
   };
-  if (position.IrLength() == 0 && tap.ir_length != 0) {
-    notes.push_back(At(i) + "the scan says IR length " + std::to_string(tap.ir_length) + ", perhaps a guess; take it with " +
-                    Give(i, tap.ir_length));
+  if (position.IrLength() == 0 && tap.irLength != 0) {
+    notes.push_back(At(i) + "the scan says IR length " + std::to_string(tap.irLength) + ", perhaps a guess; take it with " +
+                    Give(i, tap.irLength));
   }
   if (described == 0) return;
-  if (tap.ir_length != 0 && tap.ir_length != described) differs("the scan says", tap.ir_length);
-  if (position.given_ir_length != 0 && position.given_ir_length != described) differs("--ir gives", position.given_ir_length);
+  if (tap.irLength != 0 && tap.irLength != described) differs("the scan says", tap.irLength);
+  if (position.givenIrLength != 0 && position.givenIrLength != described) differs("--ir gives", position.givenIrLength);
 }
 
 /// What the length of the whole chain says, where the tool measured it: it settles one missing length.
@@ -52,7 +52,7 @@ void AddTotalNotes(const IdentifiedChain& identified, std::vector<std::string>& 
     known += identified.chain[i].IrLength();
     if (identified.chain[i].IrLength() == 0) missing.push_back(i);
   }
-  const unsigned long measured = identified.scan.ir_length;
+  const unsigned long measured = identified.scan.irLength;
   const std::string scan_says = "the scan says that the chain has IR length " + std::to_string(measured);
   if (measured == 0) return;
   if (missing.size() == 1 && known < measured) {

@@ -1,13 +1,13 @@
-#include "scan_text.h"
-
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
-#include "chain_ids.h"
-#include "command.h"
-#include "scan_formats.h"
+#include "chain/Chain.h"
+#include "chain/faults.h"
+#include "chain/ids.h"
+#include "chain/scan_formats.h"
 
-namespace tool {
+namespace plddb::chain {
 namespace {
 
 constexpr const char* kExpected =
@@ -17,10 +17,10 @@ constexpr const char* kExpected =
 /// How long the terminal's control sequence is with which `text` starts, such as ESC[31m; 0 when there is none.
 std::size_t ControlSequenceLength(std::string_view text) {
   if (text.substr(0, 2) != "\x1B[") return 0;
-  const auto is_inner = [](char c) { return c >= ' ' && c <= '?'; };
-  const auto last = std::find_if_not(text.begin() + 2, text.end(), is_inner);
-  const bool is_whole = last != text.end() && *last >= '@' && *last <= '~';
-  return static_cast<std::size_t>(last - text.begin()) + (is_whole ? 1 : 0);
+  const auto isInner = [](char c) { return c >= ' ' && c <= '?'; };
+  const auto last = std::find_if_not(text.begin() + 2, text.end(), isInner);
+  const bool isWhole = last != text.end() && *last >= '@' && *last <= '~';
+  return static_cast<std::size_t>(last - text.begin()) + (isWhole ? 1 : 0);
 }
 
 /// `text` with blanks for colours and carriage returns, so that places can be counted.
@@ -33,30 +33,19 @@ std::string WithoutColours(std::string_view text) {
   return plain;
 }
 
-/// Calls `visit(line, number)` for each line, numbers from 1.
-template <typename Visit>
-void ForEachLine(std::string_view text, Visit visit) {
-  for (std::size_t number = 1; !text.empty(); ++number) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    visit(line, number);
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-  }
-}
-
 using ReportsByFormat = std::vector<std::vector<ScanReport>>;
 
-ReportsByFormat ReadReports(std::string_view text, const std::string& name) {
+ReportsByFormat ReadReports(std::string_view text, ScanResult& result) {
   std::vector<ScanReports> reports(std::size(kScanFormats));
-  ForEachLine(text, [&](std::string_view line, std::size_t number) {
-    try {
-      TakeScanLine(line, reports);
-    } catch (const ScanFault& fault) {
-      const std::size_t column = fault.at.data() == nullptr ? 1 : static_cast<std::size_t>(fault.at.data() - line.data()) + 1;
-      throw Failure(FaultPlace(name, number, column) + fault.text);
-    }
+  ForEachLine(text, [&](std::string_view line, int number) {
+    if (!result.faults.empty()) return;
+    const Taken taken = TakeScanLine(line, reports);
+    if (taken.fault == nullptr) return;
+    const int column = taken.at.data() == nullptr ? 1 : static_cast<int>(taken.at.data() - line.data()) + 1;
+    AddFault(result, {number, column, taken.fault});
   });
   ReportsByFormat found;
-  for (ScanReports& of_format : reports) found.push_back(of_format.Take());
+  for (ScanReports& ofFormat : reports) found.push_back(ofFormat.Take());
   return found;
 }
 
@@ -70,10 +59,10 @@ bool ShowTheSame(const ScanReport& a, const ScanReport& b) {
 /// Takes the IR lengths that other reports give for a TAP of the same name and id.
 void FillIrLengths(std::vector<ScannedTap>& taps, const std::vector<ScannedTap>& others) {
   for (ScannedTap& tap : taps) {
-    const auto is_same = [&](const ScannedTap& other) { return other.name == tap.name && other.id == tap.id; };
-    if (tap.name.empty() || tap.ir_length != 0) continue;
-    const auto same = std::find_if(others.begin(), others.end(), is_same);
-    if (same != others.end()) tap.ir_length = same->ir_length;
+    const auto isSame = [&](const ScannedTap& other) { return other.name == tap.name && other.id == tap.id; };
+    if (tap.name.empty() || tap.irLength != 0) continue;
+    const auto same = std::find_if(others.begin(), others.end(), isSame);
+    if (same != others.end()) tap.irLength = same->irLength;
   }
 }
 
@@ -86,28 +75,28 @@ std::vector<std::string> NotesOn(const std::vector<ScanReport>& reports, const S
     notes.push_back("the text shows the chain " + std::to_string(reports.size()) + " times in this format; " +
                     (same ? "all agree" : "they differ, and the last was taken"));
   }
-  if (last.device_count != 0 && last.device_count != last.taps.size()) {
-    notes.push_back("the tool counts " + std::to_string(last.device_count) + " devices, the text shows " +
+  if (last.deviceCount != 0 && last.deviceCount != last.taps.size()) {
+    notes.push_back("the tool counts " + std::to_string(last.deviceCount) + " devices, the text shows " +
                     std::to_string(last.taps.size()));
   }
-  if (!format.is_whole) notes.emplace_back("the text may not show the whole chain");
+  if (!format.isWhole) notes.emplace_back("the text may not show the whole chain");
   return notes;
 }
 
 /// Whether the two print a chain alike, so that it can be compared.
 bool AreComparable(const ScanFormat& a, const ScanFormat& b) {
-  return a.nearest == b.nearest && a.has_versions == b.has_versions && a.is_whole && b.is_whole;
+  return a.nearest == b.nearest && a.hasVersions == b.hasVersions && a.isWhole && b.isWhole;
 }
 
 Scan ScanOfReports(const ReportsByFormat& found, std::size_t chosen) {
-  const ScanFormat& format = kScanFormats[chosen];
+  const ScanFormat& format = *kScanFormats[chosen];
   const ScanReport& last = found[chosen].back();
-  Scan scan = {format.name, last.taps, format.nearest, format.has_versions, last.ir_length, NotesOn(found[chosen], format)};
+  Scan scan = {format.name, last.taps, format.nearest, format.hasVersions, last.irLength, NotesOn(found[chosen], format)};
   for (std::size_t i = chosen + 1; i < found.size(); ++i) {
     if (found[i].empty()) continue;
     FillIrLengths(scan.taps, found[i].back().taps);
-    if (AreComparable(format, kScanFormats[i]) && !ShowTheSame(found[i].back(), last)) {
-      scan.notes.push_back(std::string("the text also holds another chain: ") + kScanFormats[i].name);
+    if (AreComparable(format, *kScanFormats[i]) && !ShowTheSame(found[i].back(), last)) {
+      scan.notes.push_back(std::string("the text also holds another chain: ") + kScanFormats[i]->name);
     }
   }
   return scan;
@@ -116,7 +105,7 @@ Scan ScanOfReports(const ReportsByFormat& found, std::size_t chosen) {
 /// Whether a line of `text` is nothing but an id.
 bool HoldsBareIds(std::string_view text) {
   bool holds = false;
-  ForEachLine(text, [&](std::string_view line, std::size_t) { holds = holds || ParseId(IdPart(line)); });
+  ForEachLine(text, [&](std::string_view line, int) { holds = holds || ParseId(IdPart(line)); });
   return holds;
 }
 
@@ -131,11 +120,13 @@ constexpr struct {
     {"TDO seems to be stuck at 0", "the tool read zeros only: TDO is stuck at 0, or the chain has no power"},
 };
 
-/// "LINE:COLUMN" is that of `at` in the text.
-Failure FailureAt(std::string_view text, std::size_t at, const std::string& name, const char* message) {
+/// A fault with the place of `at` in the text.
+ScanResult FaultAt(std::string_view text, std::size_t at, const char* message) {
   const std::string_view before = text.substr(0, at);
-  const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
-  return Failure(FaultPlace(name, line, before.size() - (before.rfind('\n') + 1) + 1) + message);
+  const auto line = static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1;
+  ScanResult result;
+  AddFault(result, {line, static_cast<int>(before.size() - (before.rfind('\n') + 1)) + 1, message});
+  return result;
 }
 
 /// A table may follow all the same, of what the tool was told; and what it read before or after may be good.
@@ -145,36 +136,37 @@ void AddDeadChains(std::string_view text, std::vector<std::string>& notes) {
   }
 }
 
-Failure NoChain(std::string_view text, const std::string& name) {
+ScanResult NoChain(std::string_view text) {
   for (const auto& [marker, meaning] : kDeadChains) {
-    if (const std::size_t at = text.find(marker); at != text.npos) return FailureAt(text, at, name, meaning);
+    if (const std::size_t at = text.find(marker); at != text.npos) return FaultAt(text, at, meaning);
   }
   const std::size_t start = text.find_first_not_of(" \t\n");
-  return FailureAt(text, start == text.npos ? 0 : start, name, kExpected);
+  return FaultAt(text, start == text.npos ? 0 : start, kExpected);
 }
 
 }  // namespace
 
-Scan ScanOfIds(const std::vector<unsigned int>& ids) {
-  Scan scan;
-  for (const unsigned int id : ids) scan.taps.push_back({"", id});
-  return scan;
-}
-
-Scan ReadScan(std::string_view text, const std::string& name) {
+ScanResult ReadScan(std::string_view text) {
   const std::string plain = WithoutColours(text);
-  const ReportsByFormat found = ReadReports(plain, name);
-  const auto has_reports = [](const auto& reports) { return !reports.empty(); };
-  const auto first = std::find_if(found.begin(), found.end(), has_reports);
+  ScanResult result;
+  const ReportsByFormat found = ReadReports(plain, result);
+  if (!result.faults.empty()) return result;
+  const auto first = std::find_if(found.begin(), found.end(), [](const auto& reports) { return !reports.empty(); });
   if (first != found.end()) {
-    Scan scan = ScanOfReports(found, static_cast<std::size_t>(first - found.begin()));
-    AddDeadChains(plain, scan.notes);
-    return scan;
+    result.scan = ScanOfReports(found, static_cast<std::size_t>(first - found.begin()));
+    AddDeadChains(plain, result.scan->notes);
+    return result;
   }
-  if (!HoldsBareIds(plain)) throw NoChain(plain, name);
-  Scan scan = ScanOfIds(IdsFromText(plain, name));
-  scan.format = "bare ids";
-  return scan;
+  if (!HoldsBareIds(plain)) return NoChain(plain);
+  result = ReadIds(plain);
+  if (result.scan) result.scan->format = "bare ids";
+  return result;
 }
 
-}  // namespace tool
+std::vector<std::string> ScanFormats() {
+  std::vector<std::string> names;
+  for (const ScanFormat* const format : kScanFormats) names.emplace_back(format->name);
+  return names;
+}
+
+}  // namespace plddb::chain

@@ -1,7 +1,6 @@
 #include "device_text.h"
-#include "identify_output.h"
+#include "identify/output.h"
 #include "json_text.h"
-#include "unknown_id.h"
 
 namespace tool {
 namespace {
@@ -22,25 +21,25 @@ Json CodeNames(const std::vector<Candidate>& candidates) {
   return names;
 }
 
-Json RankedCandidates(const ChainPosition& position) {
+Json RankedCandidates(const IdentifiedChain& identified, const ChainPosition& position) {
   Json ranked = Json::array();
   for (const Candidate& candidate : MostExactFirst(position)) {
     Json one = DeviceAsJson(*candidate.device);
-    one["file"] = candidate.database->file;
+    one["file"] = FileOf(identified, candidate.database);
     one["reason"] = Reason(candidate);
     one["comparedBits"] = IdText(candidate.bits);
-    one["searchOrder"] = candidate.search_order;
+    one["searchOrder"] = candidate.searchOrder;
     ranked.push_back(std::move(one));
   }
   return ranked;
 }
 
-Json Nearest(const std::vector<NearDevice>& devices) {
+Json Nearest(const IdentifiedChain& identified, unsigned int id) {
   Json nearest = Json::array();
-  for (const NearDevice& near : devices) {
+  for (const NearDevice& near : identified.finder.NearestDevices(id)) {
     Json one = DeviceAsJson(*near.device);
     one["id"] = IdText(near.device->GetjtagDeviceID());
-    one["file"] = near.database->file;
+    one["file"] = FileOf(identified, near.database);
     one["difference"] = near.difference;
     nearest.push_back(std::move(one));
   }
@@ -49,19 +48,19 @@ Json Nearest(const std::vector<NearDevice>& devices) {
 
 /// What can be said of an id that nobody answers to; null for a known one.
 Json Unknown(const IdentifiedChain& identified, const ChainPosition& position) {
-  if (position.match != nullptr) return nullptr;
+  if (position.Match() != nullptr) return nullptr;
   const IdKind& kind = KindOf(identified.comm, position.id);
   Json unknown = {{"kind", kind.name}, {"meaning", kind.meaning}};
-  if (!kind.is_idcode) return unknown;
+  if (!kind.isIdcode) return unknown;
   const IdcodeFields fields = SplitIdcode(*position.id);
-  const char* const vendor = VendorOf(identified.databases, fields.manufacturer);
+  const char* const vendor = identified.finder.VendorOf(fields.manufacturer);
   unknown["version"] = Hex(fields.version, 1);
   unknown["part"] = Hex(fields.part, 4);
   unknown["manufacturer"] = {{"field", Hex(fields.manufacturer, 3)},
                              {"bank", fields.bank},
                              {"code", Hex(fields.code, 2)},
                              {"vendor", TextOrNull(vendor)}};
-  unknown["nearest"] = Nearest(NearestDevices(identified.databases, *position.id));
+  unknown["nearest"] = Nearest(identified, *position.id);
   unknown["stub"] = DescriptionStub(*position.id, vendor, position.IrLength(), "");
   return unknown;
 }
@@ -71,17 +70,17 @@ Json Scanned(const Scan& scan, const ScannedTap& tap) {
   return {{"format", scan.format},
           {"nearest", scan.nearest == End::kTdo ? "TDO" : "TDI"},
           {"name", tap.name.empty() ? Json(nullptr) : Json(tap.name)},
-          {"irLength", NumberOrNull(tap.ir_length)}};
+          {"irLength", NumberOrNull(tap.irLength)}};
 }
 
 Json PositionAsJson(const IdentifiedChain& identified, std::size_t i) {
   const ChainPosition& position = identified.chain[i];
   return {{"position", i},
           {"id", position.id ? Json(IdText(*position.id)) : Json(nullptr)},
-          {"match", position.match == nullptr ? Json(nullptr) : DeviceAsJson(*position.match)},
-          {"candidates", CodeNames(position.candidates)},
+          {"match", position.Match() == nullptr ? Json(nullptr) : DeviceAsJson(*position.Match())},
+          {"candidates", CodeNames(position.Candidates())},
           {"ambiguous", position.IsAmbiguous()},
-          {"ranked", RankedCandidates(position)},
+          {"ranked", RankedCandidates(identified, position)},
           {"irLength", NumberOrNull(position.IrLength())},
           {"unknown", Unknown(identified, position)},
           {"scan", Scanned(identified.scan, identified.scan.taps[i])}};

@@ -2,9 +2,8 @@
 
 #include "colour.h"
 #include "device_text.h"
-#include "identify_output.h"
+#include "identify/output.h"
 #include "text_table.h"
-#include "unknown_id.h"
 
 namespace tool {
 namespace {
@@ -19,7 +18,7 @@ std::string DeviceTable(const Chain& chain) {
   std::vector<Row> rows = {{"position", "id", "device", "family", "IR length", "IDCODE", "BYPASS", "packages"}};
   for (std::size_t i = 0; i < chain.size(); ++i) {
     Row row = {std::to_string(i), IdOrDash(chain[i])};
-    if (const DeviceInfo* const device = chain[i].match) {
+    if (const DeviceInfo* const device = chain[i].Match()) {
       row.insert(row.end(),
                  {DeviceName(*device) + (chain[i].IsAmbiguous() ? Painted(Paint::kMark, " *") : ""), FamilyName(*device),
                   IrLengthOrDash(chain[i]), IdCodeInstruction(*device), BypassInstruction(*device), PackageTypes(*device)});
@@ -36,9 +35,9 @@ std::string DeviceTable(const Chain& chain) {
 bool HasNoIrLength(const ChainPosition& position) { return position.IrLength() == 0; }
 
 bool CandidatesDifferInIrLength(const ChainPosition& position) {
-  if (position.given_ir_length != 0) return false;
-  return std::any_of(position.candidates.begin(), position.candidates.end(), [&](const Candidate& candidate) {
-    return candidate.device->GetIRLength() != position.match->GetIRLength();
+  if (position.givenIrLength != 0) return false;
+  return std::any_of(position.Candidates().begin(), position.Candidates().end(), [&](const Candidate& candidate) {
+    return candidate.device->GetIRLength() != position.Match()->GetIRLength();
   });
 }
 
@@ -83,11 +82,11 @@ std::string NearestText(const std::vector<NearDevice>& nearest) {
 
 std::string UnknownId(const IdentifiedChain& identified, const ChainPosition& position) {
   const IdKind& kind = KindOf(identified.comm, position.id);
-  std::string text = kind.is_idcode ? "" : std::string("    ") + kind.meaning + "\n";
-  if (!kind.is_idcode) return text;
+  std::string text = kind.isIdcode ? "" : std::string("    ") + kind.meaning + "\n";
+  if (!kind.isIdcode) return text;
   const unsigned int id = *position.id;
-  const char* const vendor = VendorOf(identified.databases, SplitIdcode(id).manufacturer);
-  return "    " + FieldsText(id, vendor) + "\n" + NearestText(NearestDevices(identified.databases, id)) +
+  const char* const vendor = identified.finder.VendorOf(SplitIdcode(id).manufacturer);
+  return "    " + FieldsText(id, vendor) + "\n" + NearestText(identified.finder.NearestDevices(id)) +
          "    to describe it, fill in each ? and put this into a Family:\n    " +
          DescriptionStub(id, vendor, position.IrLength(), "    ") + "\n";
 }
@@ -96,7 +95,7 @@ std::string UnknownIds(const IdentifiedChain& identified) {
   std::string text;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
     const ChainPosition& position = identified.chain[i];
-    if (position.match != nullptr) continue;
+    if (position.Match() != nullptr) continue;
     text += "  position " + std::to_string(i) + ": " + (position.id ? IdText(*position.id) : "no IDCODE") + "\n" +
             UnknownId(identified, position);
   }
@@ -105,24 +104,26 @@ std::string UnknownIds(const IdentifiedChain& identified) {
 
 // --- More than one device ---------------------------------------------------------------------------------------------------
 
-std::string CandidateTable(const ChainPosition& position, bool with_file) {
+std::string CandidateTable(const IdentifiedChain& identified, const ChainPosition& position) {
+  const bool withFile = identified.databases.size() > 1;
   Row head = {"device", "family", "IR length", "compared", "search order"};
-  if (with_file) head.push_back("file");
+  if (withFile) head.push_back("file");
   std::vector<Row> rows = {head};
   for (const Candidate& candidate : MostExactFirst(position)) {
     rows.push_back({DeviceName(*candidate.device), FamilyName(*candidate.device), IrLengthText(*candidate.device),
-                    Reason(candidate), std::to_string(candidate.search_order)});
-    if (with_file) rows.back().push_back(Printable(candidate.database->file));
+                    Reason(candidate), std::to_string(candidate.searchOrder)});
+    if (withFile) rows.back().push_back(Printable(FileOf(identified, candidate.database)));
   }
   return AlignedTable(rows, "    ");
 }
 
-std::string AmbiguousPositions(const Chain& chain, bool with_file) {
+std::string AmbiguousPositions(const IdentifiedChain& identified) {
+  const Chain& chain = identified.chain;
   std::string text;
   for (std::size_t i = 0; i < chain.size(); ++i) {
     if (!chain[i].IsAmbiguous()) continue;
-    text += "  position " + std::to_string(i) + ": " + IdText(*chain[i].id) + ", taken as " + DeviceName(*chain[i].match) +
-            "\n" + CandidateTable(chain[i], with_file);
+    text += "  position " + std::to_string(i) + ": " + IdText(*chain[i].id) + ", taken as " + DeviceName(*chain[i].Match()) +
+            "\n" + CandidateTable(identified, chain[i]);
   }
   return text.empty() ? ""
                       : "\n* More than one device matches. The first in search order was taken; most exact first:\n" + text;
@@ -139,7 +140,7 @@ std::string NotesText(const IdentifiedChain& identified) {
 std::string TextOutput(const IdentifiedChain& identified) {
   const std::string scan = identified.scan.format.empty() ? "" : "Scan: " + ScanText(identified.scan) + "\n";
   return scan + DeviceTable(identified.chain) + TotalIrLength(identified.chain) + UnknownIds(identified) +
-         AmbiguousPositions(identified.chain, identified.databases.size() > 1) + NotesText(identified);
+         AmbiguousPositions(identified) + NotesText(identified);
 }
 
 }  // namespace tool

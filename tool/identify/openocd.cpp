@@ -3,8 +3,7 @@
 #include <map>
 
 #include "device_text.h"
-#include "identify_output.h"
-#include "unknown_id.h"
+#include "identify/output.h"
 
 namespace tool {
 namespace {
@@ -32,7 +31,7 @@ std::string UniqueName(const std::string& name, TakenNames& taken) {
 }
 
 std::string TapName(const ChainPosition& position, std::size_t number) {
-  return position.match == nullptr ? "unknown" + std::to_string(number) : TclWord(DeviceName(*position.match));
+  return position.Match() == nullptr ? "unknown" + std::to_string(number) : TclWord(DeviceName(*position.Match()));
 }
 
 /// A comment runs to the end of its line, unless a backslash stands there: what is told ends in something else.
@@ -47,7 +46,7 @@ std::string Others(const ChainPosition& position, std::size_t number) {
   std::string text = "position " + std::to_string(number) + ": more than one device matches; most exact first:";
   for (const Candidate& candidate : MostExactFirst(position)) {
     text += (text.back() == ':' ? " " : ", ") + DeviceName(*candidate.device) + " (-irlen " + IrLengthText(*candidate.device) +
-            ", " + Reason(candidate) + (candidate.search_order == 1 ? ", taken" : "") + ")";
+            ", " + Reason(candidate) + (candidate.searchOrder == 1 ? ", taken" : "") + ")";
   }
   return Comment(text);
 }
@@ -55,10 +54,10 @@ std::string Others(const ChainPosition& position, std::size_t number) {
 /// What OpenOCD shall read there. Nothing where there is no IDCODE: it would compare 0, or a BYPASS bit and what follows it.
 /// In the access mode DUAL even such an id may have a match, by its low byte.
 std::string ExpectedId(const IdentifiedChain& identified, const ChainPosition& position) {
-  if (!KindOf(identified.comm, position.id).is_idcode) return "";
+  if (!KindOf(identified.comm, position.id).isIdcode) return "";
   std::string id = IdText(*position.id);
   std::transform(id.begin(), id.end(), id.begin(), [](char c) { return static_cast<char>(std::tolower(c)); });
-  return " -expected-id " + id + (identified.scan.has_versions ? "" : " -ignore-version");
+  return " -expected-id " + id + (identified.scan.hasVersions ? "" : " -ignore-version");
 }
 
 std::string NewTap(const IdentifiedChain& identified, std::size_t number, TakenNames& taken) {

@@ -1,0 +1,185 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "DeviceInfo.h"
+#include "DeviceList.h"
+
+/// What a scanning tool read from a JTAG chain, and which devices that may be.
+///
+/// Texts go in, values come out: nothing here prints, touches files, changes a database or throws anything but std::bad_alloc.
+/// A text of any content is read or refused in time and memory that grow with its size alone.
+namespace plddb::chain {
+
+/// \name Reading
+///@{
+
+/// What is wrong in a text, and where.
+struct Fault {
+  int line = 1;      ///< 1-based.
+  int column = 1;    ///< 1-based, in bytes.
+  std::string text;  ///< What is wrong, and what was expected; one line.
+};
+
+/// The end of a chain: TDO, where bits come out, or TDI.
+enum class End { kTdo, kTdi };
+
+/// What a scanning tool prints about one TAP.
+struct ScannedTap {
+  std::string name = {};                ///< As the tool calls it; empty when it gives no names.
+  std::optional<unsigned int> id = {};  ///< None: the tool read no IDCODE there.
+  unsigned long irLength = 0;           ///< 0: the tool does not print it; others may be guesses.
+};
+
+/// A chain as it was read, and where it comes from.
+struct Scan {
+  std::string format = {};              ///< Which text was recognised; empty for ids that were given one by one.
+  std::vector<ScannedTap> taps = {};    ///< In the order of the text.
+  End nearest = End::kTdo;              ///< The end at which `taps` starts.
+  bool hasVersions = true;              ///< False: the tool may print an id with 0 for its version.
+  unsigned long irLength = 0;           ///< Of the whole chain, where the tool measured it; else 0.
+  std::vector<std::string> notes = {};  ///< What is odd in the text; one line each.
+};
+
+/// A scan and no faults, or faults and no scan: nothing is ever half-read.
+struct ScanResult {
+  std::optional<Scan> scan;
+  std::vector<Fault> faults;   ///< The first 100, in the order of the text.
+  std::size_t moreFaults = 0;  ///< How many faults follow those.
+};
+
+/// Reads an id: 8 hex digits, or 0x and 1 to 8 hex digits. Letter case does not count.
+/// On purpose: fewer than 8 digits need the 0x, so that a decimal number is not taken for an id.
+std::optional<unsigned int> ParseId(std::string_view text);
+
+/// "'10101' is not an id: expected ...", cut when `text` is long; fit for a terminal.
+std::string NotAnId(std::string_view text);
+
+/// Reads the ids of `text`, one per line. '#' starts a comment; white space around an id and lines without one are skipped. A
+/// line that holds anything else is a fault, and so is a text without any id.
+ScanResult ReadIds(std::string_view text);
+
+/// Reads what a scanning tool printed, or else ids as ReadIds does. Of several reports in one format the last is taken; of
+/// several formats the first that ScanFormats names. What precedes or follows a tool's words in a line does not matter, nor do
+/// colours, carriage returns and lines of other programs.
+ScanResult ReadScan(std::string_view text);
+
+/// The formats that ReadScan knows, preferred ones first: "OpenOCD log".
+std::vector<std::string> ScanFormats();
+///@}
+
+/// \name Who answers to an id
+///@{
+
+/// A device that answers to an id, and how surely it is the one.
+struct Candidate {
+  const DeviceInfo* device;
+  std::size_t database;  ///< Its index in the databases that were asked.
+  unsigned int bits;     ///< Those that were compared.
+  bool onlyLowByte;      ///< Found by the low byte of its ISP identifier, as the access mode DUAL allows.
+  int searchOrder;       ///< From 1: the library finds the first.
+};
+
+/// One position of a chain: the id that was read there and who answers to it.
+class ChainPosition {
+ public:
+  std::optional<unsigned int> id;   ///< None where a TAP gave its BYPASS bit instead.
+  unsigned long givenIrLength = 0;  ///< What the user gives; 0 when nothing.
+
+  const std::vector<Candidate>& Candidates() const;  ///< All that answer, in search order.
+  const DeviceInfo* Match() const;                   ///< What the library finds first; null for an unknown id.
+  bool IsAmbiguous() const { return Candidates().size() > 1; }
+  unsigned long IrLength() const;  ///< What the user gives, or else that of the match; 0 when it is not known.
+
+ private:
+  friend class DeviceFinder;
+  std::shared_ptr<const std::vector<Candidate>> candidates_;  // null: none; shared by equal ids
+};
+
+using Chain = std::vector<ChainPosition>;
+
+/// An unknown id's neighbour in a database.
+struct NearDevice {
+  const DeviceInfo* device;
+  std::size_t database;    ///< Its index in the databases that were asked.
+  std::string difference;  ///< "other version", "bit 14 differs: a wiring fault?"
+};
+
+/// Finds the devices that answer to ids. It borrows the databases, which must not change while it lives: it keeps their
+/// identifiers, and what equal ids gave.
+class DeviceFinder {
+ public:
+  /// `comm` is the access mode: "JTAG", "ISP" or "DUAL", as in DeviceList::GetDeviceWithCommAndID; no device answers in others.
+  DeviceFinder(const std::vector<const DeviceList*>& databases, const std::string& comm);
+  ~DeviceFinder();
+  DeviceFinder(const DeviceFinder&) = delete;
+  DeviceFinder& operator=(const DeviceFinder&) = delete;
+
+  /// All devices that answer to `id`, in the order in which GetDeviceWithCommAndID searches each database in turn.
+  ChainPosition Identify(std::optional<unsigned int> id);
+
+  /// The devices nearest to the IDCODE `id`: those of the same part and another version first, then those that differ in one
+  /// bit of those that count; in search order, at most 5.
+  std::vector<NearDevice> NearestDevices(unsigned int id) const;
+
+  /// The Vendor of the first device that has one and whose identifier has this manufacturer field; null when none has.
+  const char* VendorOf(unsigned int manufacturer) const;
+
+ private:
+  struct Table;
+  std::unique_ptr<const Table> table_;
+  std::unordered_map<unsigned int, std::shared_ptr<const std::vector<Candidate>>> answers_;
+};
+
+/// The positions of `scan`, each identified by a DeviceFinder.
+Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan);
+
+/// The candidates of `position`, those of more compared bits first; equal ones stay in search order.
+std::vector<Candidate> MostExactFirst(const ChainPosition& position);
+
+/// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
+std::string Reason(const Candidate& candidate);
+///@}
+
+/// \name Showing
+///@{
+std::string Hex(unsigned int value, int digits);  ///< Such as "0x0362D093"; `digits` at least.
+std::string Printable(std::string text);          ///< `text` with '?' for what could disturb a terminal or forge a line.
+///@}
+
+/// \name Ids that nobody answers to
+///@{
+
+/// The fields of an IDCODE.
+struct IdcodeFields {
+  unsigned int version;       ///< Bits 31 to 28.
+  unsigned int part;          ///< Bits 27 to 12.
+  unsigned int manufacturer;  ///< Bits 11 to 1.
+  unsigned int bank;          ///< Bits 11 to 8: the bank of the manufacturers' codes, counted from 0.
+  unsigned int code;          ///< Bits 7 to 1: the code in its bank, without parity.
+};
+
+IdcodeFields SplitIdcode(unsigned int id);
+
+/// What an unknown id is.
+struct IdKind {
+  const char* name;     ///< For scripts.
+  bool isIdcode;        ///< It has the fields of an IDCODE.
+  const char* meaning;  ///< For people; empty when it adds nothing to the fields.
+};
+
+/// Classifies what was read in the access mode `comm`; nullopt means no id.
+const IdKind& KindOf(const std::string& comm, std::optional<unsigned int> id);
+
+/// A Device element for the IDCODE `id`, with "?" where the reader has to know; `vendor` may be null, `irLength` 0. Its second
+/// line starts with `indent`.
+std::string DescriptionStub(unsigned int id, const char* vendor, unsigned long irLength, const std::string& indent);
+///@}
+
+}  // namespace plddb::chain

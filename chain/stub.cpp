@@ -1,0 +1,34 @@
+#include <utility>
+
+#include "chain/Chain.h"
+#include "foundation/printed_forms.h"
+
+namespace plddb::chain {
+namespace {
+
+constexpr unsigned int kVersionBits = 0xF0000000;
+
+std::string XmlAttribute(const std::string& name, const std::string& value) {
+  std::string text;
+  for (const char c : internal::Printable(value)) {
+    text += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
+  }
+  return " " + name + "=\"" + text + "\"";
+}
+
+}  // namespace
+
+std::string Hex(unsigned int value, int digits) { return internal::Hex(value, digits); }
+
+std::string Printable(std::string text) { return internal::Printable(std::move(text)); }
+
+std::string DescriptionStub(unsigned int id, const char* vendor, unsigned long irLength, const std::string& indent) {
+  const std::string ir = irLength == 0 ? "?" : std::to_string(irLength);
+  return "<Device" + XmlAttribute("Name", "?") + XmlAttribute("CodeName", "?") +
+         XmlAttribute("Vendor", vendor == nullptr ? "?" : vendor) + XmlAttribute("Comm", "JTAG") +
+         XmlAttribute("jtagDeviceID", internal::Hex(id & ~kVersionBits, 8)) +
+         XmlAttribute("DeviceIDScanMask", internal::Hex(~kVersionBits, 8)) + "\n" + indent + "       " +
+         XmlAttribute("IDLength", "32") + XmlAttribute("IRLength", ir) + XmlAttribute("BypassLength", "1") + "/>";
+}
+
+}  // namespace plddb::chain

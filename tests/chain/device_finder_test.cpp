@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include "Chain.h"
+#include "tests/support/random_tree.h"
+#include "tests/support/sample_tree.h"
+
+namespace {
+
+using plddb::chain::Candidate;
+using plddb::chain::ChainPosition;
+using plddb::chain::DeviceFinder;
+
+DeviceListOwner Database(unsigned int jtag, unsigned int isp, unsigned int mask, const char* name = "A") {
+  DeviceListOwner database(new DeviceList);
+  support::SampleDevice(database->NewFamily()->NewDevice()).Name(name).Jtag(jtag).Isp(isp).Mask(mask);
+  return database;
+}
+
+/// All identifiers of a database, and their neighbours.
+std::vector<unsigned int> IdsAround(const DeviceList& database) {
+  std::vector<unsigned int> ids = {0, 1, 0xFFFFFFFF};
+  for (int f = 0; const FamilyList* family = database.GetFamily(f); ++f) {
+    for (int d = 0; const DeviceInfo* device = family->GetDevice(d); ++d) {
+      for (const unsigned int id : {device->GetjtagDeviceID(), device->GetispDeviceID()}) {
+        for (const unsigned int bits : {0U, 1U, 0x80U, 0x100U, 0x10000000U, 0xF0000000U}) ids.push_back(id ^ bits);
+      }
+    }
+  }
+  return ids;
+}
+
+TEST(DeviceFinder, FindsWhatTheLibraryFindsFirst) {
+  for (std::uint64_t seed = 1; seed <= 30; ++seed) {
+    const DeviceListOwner database = support::RandomPrintableTree(seed);
+    for (const char* comm : {"JTAG", "ISP", "DUAL", "SPI", "jtag", ""}) {
+      DeviceFinder finder({database.get()}, comm);
+      for (const unsigned int id : IdsAround(*database)) {
+        EXPECT_EQ(finder.Identify(id).Match(), database->GetDeviceWithCommAndID(comm, id))
+            << "row: seed " << seed << " " << comm << " " << id;
+      }
+    }
+  }
+}
+
+TEST(DeviceFinder, NumbersTheDatabasesOfItsCandidates) {
+  const DeviceListOwner first = Database(0x59604093, 0, 0x0FFFFFFF);
+  const DeviceListOwner empty(new DeviceList);
+  const DeviceListOwner second = Database(0x59604093, 0, 0xFFFFFFFF);
+  DeviceFinder finder({first.get(), empty.get(), second.get()}, "JTAG");
+  const ChainPosition position = finder.Identify(0x59604093);
+  ASSERT_EQ(position.Candidates().size(), 2u);
+  EXPECT_EQ(position.Candidates()[0].database, 0u);
+  EXPECT_EQ(position.Candidates()[1].database, 2u);
+  const std::vector<Candidate> ranked = MostExactFirst(position);
+  EXPECT_EQ(ranked[0].database, 2u);
+  EXPECT_EQ(Reason(ranked[0]), "all 32 bits");
+  EXPECT_EQ(Reason(ranked[1]), "masked 0x0FFFFFFF");
+  EXPECT_EQ(ranked[1].searchOrder, 1);
+}
+
+TEST(DeviceFinder, MarksWhatTheLowByteAloneFinds) {
+  const DeviceListOwner database = Database(0x12345677, 0x41, 0xFFFFFFFF);
+  DeviceFinder finder({database.get()}, "DUAL");
+  EXPECT_TRUE(finder.Identify(0xABCDEF41).Candidates().at(0).onlyLowByte);
+  EXPECT_EQ(Reason(finder.Identify(0xABCDEF41).Candidates().at(0)), "low byte only (DUAL)");
+  EXPECT_FALSE(finder.Identify(0x12345677).Candidates().at(0).onlyLowByte);
+}
+
+TEST(ChainPosition, HasTheIrLengthOfTheUserOrElseOfItsMatch) {
+  const DeviceListOwner database = Database(0x59604093, 0, 0xFFFFFFFF);
+  database->GetFamily(0)->GetDevice(0)->SetIRLength(8);
+  DeviceFinder finder({database.get()}, "JTAG");
+  ChainPosition known = finder.Identify(0x59604093);
+  ChainPosition unknown = finder.Identify(0x4BA00477);
+  EXPECT_EQ(known.IrLength(), 8u);
+  EXPECT_EQ(unknown.IrLength(), 0u);
+  EXPECT_EQ(finder.Identify(std::nullopt).IrLength(), 0u);
+  known.givenIrLength = 9;
+  unknown.givenIrLength = 4;
+  EXPECT_EQ(known.IrLength(), 9u);
+  EXPECT_EQ(unknown.IrLength(), 4u);
+}
+
+}  // namespace

@@ -1,0 +1,199 @@
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "command.h"
+#include "device_text.h"
+#include "identify/output.h"
+#include "shared_options.h"
+#include "standard_streams.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* kFooter =
+    R"(Positions are counted from 0, in the order of the ids; the first is taken for the one nearest TDO. An ID is
+8 hex digits, or 0x and 1 to 8 hex digits. With - ids are read from standard input, one per line; # starts
+a comment and blank lines are skipped.
+
+--scan reads what a scanning tool printed, in its order: OpenOCD's log or scan_chain table, UrJTAG's detect
+(both nearest TDO first), openFPGALoader's --detect (nearest TDI first), or ids, one per line. Of several
+reports in a text the last is taken, and OpenOCD's log rather than its table.
+
+The answer is the first device that matches, in the order of the databases and of their devices. Where
+more than one matches, the device is marked with * and all of them are listed, the most exact first; their
+IR lengths often tell which one it is.
+
+The fields of an unknown id are split, the manufacturer is named where a described device has the same one
+(banks are counted from 0), and devices of the same part or one bit apart are named. A chain with an
+unknown TAP works only when its IR length is known: give it with --ir.
+
+--format openocd writes the chain for OpenOCD's configuration, nearest TDO first. tsv has a head line and a
+line for each position. Notes go to standard error with tsv and json.
+
+Exit code: 0 when every id is identified, 1 when some id is unknown, 2 for wrong usage or data that
+cannot be read.
+
+Example: plddb identify 0x59604093 0x4BA00477 0x0362D093
+         openocd -f board.cfg 2>&1 | plddb identify --scan - --format openocd)";
+
+constexpr struct {
+  const char* name;
+  std::string (*output)(const IdentifiedChain& identified);
+  bool shows_notes;
+} kFormats[] = {
+    {"text", TextOutput, true},
+    {"tsv", TsvOutput, false},
+    {"json", JsonOutput, false},
+    {"openocd", OpenOcdOutput, true},
+};
+
+struct Options {
+  std::vector<std::string> databases;
+  std::string comm = "JTAG";
+  std::string format = "text";
+  bool json = false;
+  std::string scan;
+  std::vector<std::string> ids;
+  std::vector<std::string> ir_lengths;
+};
+
+std::string More(std::size_t count) { return count == 0 ? "" : "\nand " + std::to_string(count) + " more"; }
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
+};
+
+std::string ReadFile(const std::string& path) {
+  const std::string complaint = path + ":1:1: error: cannot read the file";
+  const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) throw Failure(complaint + ": " + std::strerror(errno));
+  return ReadAll(file.get(), complaint);  // a folder is opened, but cannot be read
+}
+
+/// Throws Failure with all faults of what was read from `name`.
+Scan TakeScan(plddb::chain::ScanResult result, const std::string& name) {
+  if (result.scan) return std::move(*result.scan);
+  std::string lines;
+  for (const plddb::chain::Fault& fault : result.faults) {
+    lines += (lines.empty() ? "" : "\n") + name + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column) +
+             ": error: " + fault.text;
+  }
+  throw Failure(lines + More(result.moreFaults));
+}
+
+Scan ScanOfArguments(const std::vector<std::string>& arguments) {
+  constexpr std::size_t most = 100;
+  Scan scan;
+  std::size_t wrong = 0;
+  std::string lines;
+  for (const std::string& argument : arguments) {
+    scan.taps.push_back({"", plddb::chain::ParseId(argument)});
+    if (scan.taps.back().id || wrong++ >= most) continue;
+    lines += (lines.empty() ? "" : "\n") + ("plddb: error: " + plddb::chain::NotAnId(argument));
+  }
+  if (wrong != 0) throw Failure(lines + More(wrong > most ? wrong - most : 0));
+  return scan;
+}
+
+Scan ReadChain(const Options& options) {
+  if (options.scan == "-") return TakeScan(plddb::chain::ReadScan(ReadInput()), "stdin");
+  if (!options.scan.empty()) return TakeScan(plddb::chain::ReadScan(ReadFile(options.scan)), options.scan);
+  if (options.ids.empty()) throw WrongUsage("ID or --scan is required");
+  if (options.ids == std::vector<std::string>{"-"}) return TakeScan(plddb::chain::ReadIds(ReadInput()), "stdin");
+  return ScanOfArguments(options.ids);
+}
+
+/// All of `text` as a decimal number from `least` to `most`.
+std::optional<unsigned long> Number(std::string_view text, unsigned long least, unsigned long most) {
+  unsigned long value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || value < least || value > most) return std::nullopt;
+  return value;
+}
+
+/// Takes each text "POSITION=LENGTH" over into the chain.
+void GiveIrLengths(Chain& chain, const std::vector<std::string>& texts) {
+  constexpr unsigned long shortest = 2;  // by the standard: every capture ends in 01
+  constexpr unsigned long longest = 0xFFFF;
+  const std::string last = std::to_string(chain.size() - 1);
+  for (const std::string& text : texts) {
+    const std::size_t equals = std::min(text.find('='), text.size());
+    const auto position = Number(std::string_view(text).substr(0, equals), 0, chain.size() - 1);
+    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())), shortest, longest);
+    if (!position || !length) {
+      throw WrongUsage("--ir " + Printable(text) + ": expected POSITION=LENGTH, from 0 to " + last + " and from 2 to 65535");
+    }
+    if (chain[*position].givenIrLength != 0) throw WrongUsage("--ir: position " + std::to_string(*position) + " twice");
+    chain[*position].givenIrLength = *length;
+  }
+}
+
+void Write(const IdentifiedChain& identified, const std::string& format) {
+  const auto has_name = [&](const auto& row) { return row.name == format; };
+  const auto* const chosen = std::find_if(std::begin(kFormats), std::end(kFormats), has_name);
+  WriteOutput(chosen->output(identified));
+  if (chosen->shows_notes) return;
+  for (const std::string& note : Notes(identified)) WriteMessage("plddb: warning: " + note + "\n");
+}
+
+ExitCode RunIdentify(const Options& options) {
+  if (options.format == "openocd" && options.comm == "ISP")
+    throw WrongUsage("--format openocd: ISP identifiers are no IDCODEs");
+  const Scan scan = ReadChain(options);
+  const std::vector<Database>& databases = LoadDatabases(options.databases);
+  std::vector<const DeviceList*> lists;
+  for (const Database& database : databases) lists.push_back(database.devices.get());
+  plddb::chain::DeviceFinder finder(lists, options.comm);
+  IdentifiedChain identified = {databases, finder, options.comm, scan, {}};
+  for (const ScannedTap& tap : scan.taps) identified.chain.push_back(finder.Identify(tap.id));
+  GiveIrLengths(identified.chain, options.ir_lengths);
+  Write(identified, options.json ? "json" : options.format);
+  const bool all_known = std::all_of(identified.chain.begin(), identified.chain.end(), [](const auto& p) { return p.Match(); });
+  return all_known ? ExitCode::kFound : ExitCode::kNotFound;
+}
+
+void AddInput(Subcommand subcommand, Options& options) {
+  const Option ids = subcommand.Add("ID", options.ids, "The ids of the chain, in its order; - reads them from standard input");
+  ids.Type("or -");
+  subcommand.Add("--scan", options.scan, "The text of a scanning tool; - reads it from standard input")
+      .Type("FILE|-")
+      .NotEmpty()
+      .Excludes(ids);
+  subcommand
+      .Add("--ir", options.ir_lengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
+      .Type("POSITION=LENGTH")
+      .OneValueEach();
+}
+
+void AddForm(Subcommand subcommand, Options& options) {
+  std::vector<std::string> names;
+  for (const auto& format : kFormats) names.emplace_back(format.name);
+  const Option format = subcommand.Add("--format", options.format, "What to write (default text)");
+  format.Type("text|tsv|json|openocd").OneOf(names);
+  subcommand.AddFlag("--json", options.json, "The same as --format json: an array of {position, id, match, candidates, ...}")
+      .Excludes(format);
+}
+
+}  // namespace
+
+Run AddIdentify(Subcommand subcommand) {
+  const auto options = std::make_shared<Options>();
+  AddDatabaseOption(subcommand, options->databases);
+  subcommand.Add("--comm", options->comm, "The access mode: which identifier of a device is compared (default JTAG)")
+      .Type("JTAG|ISP|DUAL")
+      .OneOf({"JTAG", "ISP", "DUAL"});
+  AddForm(subcommand, *options);
+  AddInput(subcommand, *options);
+  subcommand.Footer(kFooter);
+  return [options] { return RunIdentify(*options); };
+}
+
+}  // namespace tool
