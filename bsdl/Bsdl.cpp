@@ -54,7 +54,7 @@ File Load(const std::string& path) {
 }
 
 File Parse(std::string text, const std::string& name) {
-  if (text.size() > internal::kLargestFile) return Unread(name, "the text is larger than 64 MiB");
+  if (text.size() > internal::kLargestFile) return Unread(name, "cannot read the file: larger than 64 MiB");
   File file;
   file.name = name;
   file.text = std::make_shared<const std::string>(std::move(text));

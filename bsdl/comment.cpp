@@ -67,7 +67,7 @@ std::vector<std::string> Texts(const std::vector<Text>& texts, std::size_t first
 
 std::string Number(double number, const char* unit) {
   char text[64];
-  static_cast<void>(std::snprintf(text, sizeof text, "%.6g %s", number, unit));
+  static_cast<void>(std::snprintf(text, sizeof text, "%.10g %s", number, unit));
   return text;
 }
 

@@ -118,8 +118,10 @@ class PartMaker {
 
   void WarnOfSeveralCodes(const Instruction& instruction) {
     if (instruction.codes.size() < 2 || instruction.isPrivate) return;
-    Warn(instruction.name.place, instruction.name.text + " has " + std::to_string(instruction.codes.size()) +
-                                     " codes: " + CodeOf(instruction).bits + " is taken");
+    const std::string& name = instruction.name.text;
+    const bool isTaken = name == "BYPASS" || name == "IDCODE" || name == "USERCODE";
+    Warn(instruction.name.place, name + " has " + std::to_string(instruction.codes.size()) + " codes" +
+                                     (isTaken ? ": " + CodeOf(instruction).bits + " is taken" : ""));
   }
 
   const File& file_;

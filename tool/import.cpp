@@ -1,4 +1,8 @@
 #include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "Bsdl.h"
 #include "command.h"
@@ -30,7 +34,7 @@ constexpr struct {
   double seconds;
 } kUnits[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
 
-const std::string kDefaultUnit = "us";
+constexpr std::string_view kDefaultUnit = "us";
 
 struct Options {
   std::vector<std::string> files;
@@ -42,7 +46,7 @@ struct Options {
 
 double UnitOfTimes(const std::string& name) {
   for (const auto& unit : kUnits) {
-    if ((name.empty() ? kDefaultUnit : name) == unit.name) return unit.seconds;
+    if ((name.empty() ? kDefaultUnit : std::string_view(name)) == unit.name) return unit.seconds;
   }
   throw WrongUsage("--units is " + name + ": expected s, ms, us or ns");
 }
@@ -84,7 +88,8 @@ Run AddImport(Subcommand subcommand) {
   subcommand.Add("--name", import.name, "The name of the device, instead of the entity's").Type("NAME").NotEmpty();
   subcommand.Add("--vendor", import.vendor, "The maker, instead of the one of the IDCODE").Type("NAME").NotEmpty();
   subcommand.Add("--package", import.package, "The package type, instead of the pin map's").Type("TYPE").NotEmpty();
-  const Option units = subcommand.Add("--units", options->units, "Write sizes of IEEE 1532, and times in s, ms, us (as without UNIT) or ns");
+  const Option units =
+      subcommand.Add("--units", options->units, "Write sizes of IEEE 1532, and times in s, ms, us (as without UNIT) or ns");
   units.Type("UNIT").ValueMayBeMissing();
   subcommand.Add("--into", options->into, "A description file that gets the devices; all else in it stays").Type("FILE");
   AddOutputOption(subcommand, options->output);
