@@ -147,12 +147,6 @@ std::vector<Candidate> MostExactFirst(const ChainPosition& position);
 std::string Reason(const Candidate& candidate);
 ///@}
 
-/// \name Showing
-///@{
-std::string Hex(unsigned int value, int digits);  ///< Such as "0x0362D093"; `digits` at least.
-std::string Printable(std::string text);          ///< `text` with '?' for what could disturb a terminal or forge a line.
-///@}
-
 /// \name Ids that nobody answers to
 ///@{
 

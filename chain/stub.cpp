@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "chain/Chain.h"
 #include "foundation/printed_forms.h"
 
@@ -17,10 +15,6 @@ std::string XmlAttribute(const std::string& name, const std::string& value) {
 }
 
 }  // namespace
-
-std::string Hex(unsigned int value, int digits) { return internal::Hex(value, digits); }
-
-std::string Printable(std::string text) { return internal::Printable(std::move(text)); }
 
 std::string DescriptionStub(unsigned int id, const char* vendor, unsigned long irLength, const std::string& indent) {
   const std::string ir = irLength == 0 ? "?" : std::to_string(irLength);

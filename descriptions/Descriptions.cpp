@@ -20,6 +20,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Larger files are none of ours; without a limit a device such as /dev/zero would fill the memory.
 constexpr std::size_t kLargestFile = std::size_t{1} << 26;
+constexpr const char* kTooLarge = "larger than 64 MiB";
 
 /// How large the file says it is; 0 where it does not, as a pipe.
 std::size_t SizeOf(const std::string& path) {
@@ -35,7 +36,7 @@ struct Close {
 /// Appends the file's bytes to `text`; returns why that failed, or nothing.
 std::string ReadFile(const std::string& path, std::string& text) {
   const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
-  char part[65536];
+  char part[4096];  // small, for threads with little stack
   text.reserve(SizeOf(path) + sizeof part);
   while (file != nullptr && text.size() <= kLargestFile) {
     const std::size_t count = std::fread(part, 1, sizeof part, file.get());
@@ -44,8 +45,12 @@ std::string ReadFile(const std::string& path, std::string& text) {
     if (std::ferror(file.get()) != 0) break;
     return "";
   }
-  if (text.size() > kLargestFile) return "larger than 64 MiB";
+  if (text.size() > kLargestFile) return kTooLarge;
   return std::generic_category().message(errno);
+}
+
+LoadResult Unreadable(const std::string& file, const std::string& why) {
+  return {nullptr, {{file, 1, 1, "cannot read the file: " + why}}};
 }
 
 }  // namespace
@@ -54,14 +59,20 @@ std::string ToString(const Fault& fault) {
   return fault.file + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": error: " + fault.text;
 }
 
+FileText ReadDescriptionFile(const std::string& path) {
+  FileText read;
+  read.failure = ReadFile(path, read.text);
+  return read;
+}
+
 LoadResult LoadDescriptions(const std::string& path, Outline* outline) {
-  std::string text;
-  const std::string failure = ReadFile(path, text);
-  if (failure.empty()) return ParseDescriptions(text, path, outline);
-  return {nullptr, {{path, 1, 1, "cannot read the file: " + failure}}};
+  const FileText read = ReadDescriptionFile(path);
+  if (read.failure.empty()) return ParseDescriptions(read.text, path, outline);
+  return Unreadable(path, read.failure);
 }
 
 LoadResult ParseDescriptions(std::string_view text, const std::string& file, Outline* outline) {
+  if (text.size() > kLargestFile) return Unreadable(file, kTooLarge);
   if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
   DeviceListOwner database = MakeDeviceList();
   descriptions::Faults faults;

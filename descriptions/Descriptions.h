@@ -53,13 +53,28 @@ struct Outline {
   std::shared_ptr<const void> texts;  ///< What the elements' names and values lie in.
 };
 
-/// Loads a description file. A file that cannot be read is a fault at 1:1. std::bad_alloc passes through.
-/// With `outline`, it becomes that of the file: the root's nth Family element made the nth family, the nth Device element in
-/// that the family's nth device, and likewise packages and adapters. It stays as it was when there are faults.
+/// What is in a file.
+struct FileText {
+  std::string text;
+  std::string failure;  ///< Why the file cannot be read; empty when it was.
+};
+
+/// Reads a description file, which is 64 MiB at most.
+FileText ReadDescriptionFile(const std::string& path);
+
+/// Loads a description file. A file that cannot be read, or is larger than 64 MiB, is a fault at 1:1. A pipe or a device is
+/// read to its end like a file, or up to that limit. std::bad_alloc passes through. With `outline`, it becomes that of the
+/// file: the root's nth Family element made the nth family, the nth Device element in that the family's nth device, and
+/// likewise packages and adapters. It stays as it was when there are faults.
 LoadResult LoadDescriptions(const std::string& path, Outline* outline = nullptr);
 
 /// Loads descriptions from `text`; `file` is the name that faults carry. Otherwise like LoadDescriptions.
 LoadResult ParseDescriptions(std::string_view text, const std::string& file, Outline* outline = nullptr);
+
+/// The folder of the descriptions that were installed with the library: share/plddb beside the folder of the running program,
+/// where that has any *.xml file, so that an installation may be moved as a whole; else the folder that was set when the
+/// library was built. It need not exist.
+std::string DataFolder();
 
 /// What WriteDescriptions writes of `device`, as an element without places.
 Outline Describe(DeviceInfo& device);
@@ -67,9 +82,25 @@ Outline Describe(DeviceInfo& device);
 /// What WriteDescriptions writes of `family`, but for its devices.
 Outline Describe(FamilyList& family);
 
+/// The attribute `name` of `element`; null where it is left out. Lends it.
+const Attribute* FindAttribute(const Element& element, std::string_view name);
+
+/// `described`, an element that Describe gives, with the places of its values in a file: `outline` is the element of that file
+/// which made the record. Records of lists have all their fields, those with their defaults included. What the file does not
+/// write has line 0. The texts are those of `described`.
+///
+/// A list may be given as texts in attributes of the element around it, one for each column, and as elements. The records of
+/// the elements come last; the place of a record that texts made is that of the text which made it.
+Element Located(const Element& described, const Element& outline);
+
 /// The description file that describes `database`: families and devices in order, attributes in a fixed order, what has its
 /// default or what the loader derives left out. Loading it gives an equal database, and writing that gives the same text; what
 /// no file can say is listed in docs/descriptions.md.
 std::string WriteDescriptions(const DeviceList& database);
+
+/// The description file that describes all of `databases`, none of which is null: their families one after the other, Version
+/// and Comment of the first. Nothing is joined or left out. A text that exceeds what a file may hold is written as well, and
+/// will not load.
+std::string WriteDescriptions(const std::vector<const DeviceList*>& databases);
 
 }  // namespace plddb

@@ -17,7 +17,7 @@ namespace plddb::descriptions {
 /// A parsed text: gives the values of its elements to records, and reports what is wrong with an element at its place.
 class ElementReader {
  public:
-  /// Lends `text` and `faults` while it lives.
+  /// Borrows `text` and `faults`, which must outlive it.
   ElementReader(std::string_view text, Faults& faults) : text_(text), faults_(faults) {}
 
   /// Parses the text. False, and a fault, when it is not XML.

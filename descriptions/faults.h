@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "descriptions/Descriptions.h"
+#include "descriptions/TextForms.h"
 
 namespace plddb::descriptions {
 
@@ -30,8 +31,5 @@ class Faults {
   std::vector<Found> found_;
   bool full_ = false;
 };
-
-/// `text` in double quotes, fit for a message of one line: shortened, and with \xNN for what cannot be printed.
-std::string Quoted(std::string_view text);
 
 }  // namespace plddb::descriptions

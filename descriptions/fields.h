@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 #include "DeviceList.h"
@@ -56,11 +54,6 @@ class FieldTable {
   template <std::size_t count>
   constexpr explicit FieldTable(const Field (&rows)[count]) : rows_(rows), count_(count) {
     static_assert(count <= kMost);
-    for (std::size_t i = 0; i < count; ++i) {
-      std::size_t slot = SlotOf(rows[i].name);
-      while (slots_[slot] != kFree) slot = Next(slot);
-      slots_[slot] = static_cast<std::uint8_t>(i);
-    }
   }
 
   const Field* begin() const { return rows_; }
@@ -70,34 +63,15 @@ class FieldTable {
 
   /// The position of the field `name`; size() when there is none.
   std::size_t Find(std::string_view name) const {
-    for (std::size_t slot = SlotOf(name); slots_[slot] != kFree; slot = Next(slot)) {
-      if (rows_[slots_[slot]].name == name) return slots_[slot];
+    for (std::size_t i = 0; i < count_; ++i) {
+      if (rows_[i].name == name) return i;
     }
     return count_;
   }
 
  private:
-  static constexpr std::uint8_t kFree = 0xFF;
-  static constexpr std::size_t kSlots = 2 * kMost;  // half of them stay free, so that a search ends soon
-
-  static constexpr std::array<std::uint8_t, kSlots> AllFree() {
-    std::array<std::uint8_t, kSlots> slots{};
-    for (std::uint8_t& slot : slots) slot = kFree;
-    return slots;
-  }
-
-  static constexpr std::size_t SlotOf(std::string_view name) {
-    if (name.empty()) return 0;
-    const auto letter = [name](std::size_t i) { return std::size_t{static_cast<unsigned char>(name[i])}; };
-    // A few letters tell nearly all names of a table apart, and take less time than all of them.
-    return (name.size() * 31 + letter(0) * 7 + letter(name.size() / 2) * 11 + letter(name.size() - 1) * 11) % kSlots;
-  }
-
-  static constexpr std::size_t Next(std::size_t slot) { return (slot + 1) % kSlots; }
-
   const Field* rows_;
   std::size_t count_;
-  std::array<std::uint8_t, kSlots> slots_ = AllFree();
 };
 
 /// \name Records of the format alone: what an element says before the library gets it.

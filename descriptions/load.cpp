@@ -20,6 +20,10 @@ namespace {
 /// The entries that the EBR blocks of a file may count together: a few bytes of the file ask for so much memory.
 constexpr unsigned int kMostEbrEntries = 1000000;
 
+/// The devices and the elements that a file may have: a few bytes of it ask for a hundred times as much memory.
+constexpr std::size_t kMostDevices = 250000;
+constexpr std::size_t kMostElements = 1000000;
+
 /// The most elements of what the library counts in 16 bits.
 constexpr std::size_t kMostCounted = UINT16_MAX;
 
@@ -70,6 +74,7 @@ class Loader {
   template <auto list>
   void ReadRecord(DeviceElement& parent, pugi::xml_node node);
 
+  bool IsOneDeviceTooMany(pugi::xml_node node);
   bool IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi::xml_node node);
 
   template <class Parent, std::size_t count>
@@ -80,6 +85,7 @@ class Loader {
   ElementReader reader_;
   Faults& faults_;
   unsigned int ebrEntries_ = 0;
+  std::size_t devices_ = 0;
 };
 
 /// Puts `records` behind those that the texts of the device's attributes made.
@@ -175,12 +181,22 @@ void Loader::ReadDevice(FamilyList& family, pugi::xml_node node) {
       {"MultibootCfgAddr", &Loader::ReadMultibootCfgAddr},
       {"MultibootAutoAdd", &Loader::ReadMultibootAutoAdd},
   };
+  if (IsOneDeviceTooMany(node)) return;
   DeviceInfo& device = *family.NewDevice();
   reader_.ReadFields(device, node);
   if (device.GetFamily() == nullptr) device.SetFamily(family.GetName());
   DeviceElement element(device);
   ReadChildren(element, node, kChildren);
   SetRecords(element);
+}
+
+/// Reports the first such device.
+bool Loader::IsOneDeviceTooMany(pugi::xml_node node) {
+  if (++devices_ <= kMostDevices) return false;
+  if (devices_ == kMostDevices + 1) {
+    reader_.AddFault(node, "the file has more than " + std::to_string(kMostDevices) + " devices: split it");
+  }
+  return true;
 }
 
 template <auto list>
@@ -282,10 +298,22 @@ void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
   }
 }
 
+/// Whether the text has few enough elements to be parsed; else a fault is reported. Those in comments count as well.
+bool CheckElementCount(std::string_view text, Faults& faults) {
+  std::size_t count = 0;
+  for (auto at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
+    const bool isStartTag = at + 1 < text.size() && std::string_view("/!?").find(text[at + 1]) == std::string_view::npos;
+    if (!isStartTag || ++count <= kMostElements) continue;
+    faults.Add(at, "the file has more than " + std::to_string(kMostElements) + " elements: split it");
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 void Load(std::string_view text, DeviceList& database, Faults& faults, Outline* outline) {
-  if (!CheckCharacters(text, faults)) return;
+  if (!CheckCharacters(text, faults) || !CheckElementCount(text, faults)) return;
   Loader loader(text, faults);
   loader.Load(database);
   if (outline != nullptr && faults.Empty()) *outline = loader.TakeOutline();

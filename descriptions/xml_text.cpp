@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "descriptions/text_position.h"
+#include "foundation/utf8.h"
 
 namespace plddb::descriptions {
 namespace {
@@ -35,13 +36,6 @@ bool IsPlainBlock(const char* bytes) {
 bool IsXmlCharacter(std::uint32_t code) {
   if (code < ' ') return code == '\t' || code == '\n' || code == '\r';
   return code < 0xD800 || (code > 0xDFFF && code < 0xFFFE) || (code > 0xFFFF && code <= 0x10FFFF);
-}
-
-/// The length of the UTF-8 sequence that `first` starts; 0 when it starts none.
-std::size_t SequenceLength(unsigned char first) {
-  if (first < 0x80) return 1;
-  if (first < 0xC2) return 0;
-  return first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
 }
 
 std::string Hexadecimal(unsigned char byte) {
@@ -167,18 +161,8 @@ std::size_t PlaceOf(pugi::xml_parse_status status, const char* opening, std::str
 }  // namespace
 
 std::size_t CharacterLength(std::string_view text) {
-  if (text.empty()) return 0;
-  const unsigned char first = ByteAt(text, 0);
-  const std::size_t length = SequenceLength(first);
-  if (length == 0 || length > text.size()) return 0;
-  std::uint32_t code = length == 1 ? first : first & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    const unsigned char next = ByteAt(text, i);
-    if ((next & 0xC0) != 0x80) return 0;
-    code = code << 6 | (next & 0x3FU);
-  }
-  const bool overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
-  return overlong || !IsXmlCharacter(code) ? 0 : length;
+  const auto character = plddb::internal::FirstUtf8Character(text);
+  return character.length != 0 && IsXmlCharacter(character.code) ? character.length : 0;
 }
 
 bool CheckCharacters(std::string_view text, Faults& faults) {
@@ -206,7 +190,7 @@ bool CheckCharacters(std::string_view text, Faults& faults) {
 
 void CheckReferences(std::string_view text, std::size_t offset, Faults& faults) {
   const char quote = text[offset - 1];
-  for (const char* c = &text[offset]; *c != quote; ++c) {
+  for (const char* c = &text[offset]; *c != quote && !faults.Full(); ++c) {
     if (*c == '<') faults.Add(static_cast<std::size_t>(c - text.data()), "'<' within a value: expected &lt;");
     if (*c == '&') CheckReference(text, static_cast<std::size_t>(c - text.data()), faults);
   }

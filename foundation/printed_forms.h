@@ -1,29 +1,78 @@
 #pragma once
 
-#include <algorithm>
+#include <cstdint>
 #include <string>
+#include <string_view>
+
+#include "foundation/utf8.h"
 
 /// \file
-/// How numbers and texts from outside are shown to people.
+/// How numbers, and texts from outside, are shown to people.
 
 namespace plddb::internal {
 
-/// Such as "0x0362D093"; `digits` at least.
-inline std::string Hex(unsigned int value, int digits) {
+inline std::string HexDigits(std::uint32_t value, int digits) {
   std::string text;
   for (; value != 0 || digits > 0; value >>= 4, --digits) text.insert(text.begin(), "0123456789ABCDEF"[value & 0xF]);
-  return "0x" + text;
+  return text;
 }
 
-/// `text` with '?' for what could disturb a terminal or forge a line.
-inline std::string Printable(std::string text) {
-  const auto isControl = [](char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; };
-  std::replace_if(text.begin(), text.end(), isControl, '?');
-  for (std::size_t i = 0; (i = text.find('\xC2', i)) != text.npos; ++i) {  // U+0080 to U+009F, controls of 8-bit terminals
-    const auto next = static_cast<unsigned char>(text.c_str()[i + 1]);     // 0 at the end
-    if (next >= 0x80 && next < 0xA0) text.replace(i, 2, "?");
+/// Such as "0x0362D093"; `digits` at least.
+inline std::string Hex(unsigned int value, int digits) { return "0x" + HexDigits(value, digits); }
+
+/// Whether the character is seen where it is, and moves no other.
+inline bool IsSeen(std::uint32_t code) {
+  constexpr struct {
+    std::uint32_t first, last;
+  } kUnseen[] = {
+      {0x0000, 0x001F},    // controls, line ends among them
+      {0x007F, 0x009F},    // delete, and the controls of 8-bit terminals
+      {0x00AD, 0x00AD},    // soft hyphen
+      {0x061C, 0x061C},    // Arabic letter mark
+      {0x180E, 0x180E},    // Mongolian vowel separator
+      {0x200B, 0x200F},    // zero width, and direction marks
+      {0x2028, 0x202E},    // line and paragraph separator, embeddings and overrides of the direction
+      {0x2060, 0x206F},    // word joiner, isolates of the direction, deprecated formats
+      {0xFEFF, 0xFEFF},    // byte order mark
+      {0xFFF9, 0xFFFB},    // annotations
+      {0xE0000, 0xE007F},  // tags
+  };
+  for (const auto& range : kUnseen) {
+    if (range.first <= code && code <= range.last) return false;
   }
-  return text;
+  return true;
+}
+
+/// Appends the character that `text` begins with, or an escape in its place; returns how many bytes it took.
+inline std::size_t AppendPrintable(std::string_view text, std::string& printable) {
+  const Utf8Character character = FirstUtf8Character(text);
+  if (character.length == 0 || (character.code < 0x80 && !IsSeen(character.code))) {
+    printable += "\\x" + HexDigits(static_cast<unsigned char>(text.front()), 2);
+    return 1;
+  }
+  if (IsSeen(character.code)) {
+    printable += text.substr(0, character.length);
+  } else {
+    printable += "\\u" + HexDigits(character.code, 4);
+  }
+  return character.length;
+}
+
+/// `text` as a terminal can show it without harm. Escapes take the place of control characters, of characters that nobody sees,
+/// that change the direction of writing or end a line, and of bytes that are not UTF-8: "\x1B", "\u202E".
+inline std::string Printable(std::string_view text) {
+  std::string printable;
+  printable.reserve(text.size());
+  while (!text.empty()) text.remove_prefix(AppendPrintable(text, printable));
+  return printable;
+}
+
+/// `text`, printable and in double quotes; a long one is shortened.
+inline std::string Quoted(std::string_view text) {
+  constexpr std::size_t kLongestQuote = 60;
+  std::string quoted = "\"";
+  while (!text.empty() && quoted.size() <= kLongestQuote) text.remove_prefix(AppendPrintable(text, quoted));
+  return quoted + (text.empty() ? "\"" : "...\"");
 }
 
 }  // namespace plddb::internal

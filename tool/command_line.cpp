@@ -49,6 +49,11 @@ Option Option::OneOf(const std::vector<std::string>& values) const {
   return *this;
 }
 
+Option Option::Check(const std::function<std::string(const std::string& value)>& complaint) const {
+  option_->check(CLI::Validator([complaint](const std::string& value) { return complaint(value); }, ""));
+  return *this;
+}
+
 Option Option::NotEmpty() const {
   option_->check(CLI::Validator([](const std::string& text) { return text.empty() ? "must not be empty" : ""; }, ""));
   return *this;

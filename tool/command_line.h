@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +26,8 @@ class Option {
 
   Option Type(const std::string& shown) const;  ///< What --help shows for its value.
   Option OneOf(const std::vector<std::string>& values) const;
+  /// `complaint` gives what is wrong with a value; nothing when it is right.
+  Option Check(const std::function<std::string(const std::string& value)>& complaint) const;
   Option NotEmpty() const;
   Option Required() const;
   Option OneValueEach() const;  ///< Given several times, it takes one value each time.

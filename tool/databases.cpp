@@ -16,35 +16,30 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> DescriptionsIn(const fs::path& folder) {
+/// Pipes, devices and folders are passed over: reading them might never end. A link that leads nowhere is not, so that the
+/// loader reports it.
+bool MayBeFile(const fs::directory_entry& entry) {
+  std::error_code unknown;
+  const fs::file_type type = entry.status(unknown).type();
+  return type == fs::file_type::regular || type == fs::file_type::not_found || type == fs::file_type::none;
+}
+
+/// Empty where there is no such folder.
+std::vector<std::string> DescriptionsIn(const std::string& folder) {
   std::vector<std::string> files;
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    if (entry.path().extension() == ".xml") files.push_back(entry.path().string());
+  std::error_code failed;
+  for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed)) {
+    if (entry->path().extension() == ".xml" && MayBeFile(*entry)) files.push_back(entry->path().string());
   }
   std::sort(files.begin(), files.end());
   return files;
 }
 
-/// Where the tool's own data may lie: beside the running program, so that an installation may be moved as a whole; else where
-/// it was to be installed.
-std::vector<fs::path> DataFolders() {
-  std::vector<fs::path> folders = {PLDDB_INSTALLED_DATA};
-  std::error_code unknown;
-  const fs::path program = fs::read_symlink("/proc/self/exe", unknown);
-  if (!unknown) folders.insert(folders.begin(), program.parent_path().parent_path() / "share" / "plddb");
-  return folders;
-}
-
 std::vector<std::string> InstalledDescriptions() {
-  std::string searched;
-  for (const fs::path& folder : DataFolders()) {
-    std::error_code ignored;
-    if (fs::is_directory(folder, ignored)) {
-      if (auto files = DescriptionsIn(folder); !files.empty()) return files;
-    }
-    searched += (searched.empty() ? "" : ", ") + folder.string();
-  }
-  throw Failure("plddb: error: no device descriptions in " + searched + "; name a file with --db");
+  const std::string folder = plddb::DataFolder();
+  auto files = DescriptionsIn(folder);
+  if (files.empty()) throw Failure("plddb: error: no device descriptions in " + folder + "; name a file with --db");
+  return files;
 }
 
 std::vector<std::string> DescriptionsOf(const std::string& path) {

@@ -8,12 +8,13 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 
 #include "Descriptions.h"
 #include "command.h"
-#include "databases.h"
 #include "device_text.h"
 #include "standard_streams.h"
 
@@ -66,54 +67,152 @@ class FileBeside {
   int descriptor_ = -1;
 };
 
-/// Where a device stands, so that two of one name can be told apart: "XC9572XL (XC9500XL, device 2 of family 24)".
-std::string Called(const DeviceList& database, const DeviceInfo& device) {
-  const FamilyList& family = *device.GetFamilyObject();
-  int number = 0;
-  while (database.GetFamily(number) != &family) ++number;
-  int position = 0;
-  while (family.GetDevice(position) != &device) ++position;
-  return DeviceName(device) + " (" + FamilyName(device) + ", device " + std::to_string(position + 1) + " of family " +
-         std::to_string(number + 1) + ")";
+/// A device, and its place in the file that is written.
+struct Placed {
+  DeviceInfo* device;
+  int family;  // 1-based, as is the next
+  int position;
+};
+
+/// So that two of one name can be told apart: "XC9572XL (XC9500XL, device 2 of family 24)".
+std::string NameWithPlace(const Placed& placed) {
+  return DeviceName(*placed.device) + " (" + FamilyName(*placed.device) + ", device " + std::to_string(placed.position) +
+         " of family " + std::to_string(placed.family) + ")";
 }
 
-/// A warning when `found`, what a lookup answers for something that `device` has, is another device.
-std::string Hidden(const DeviceList& database, const DeviceInfo& device, const std::string& what, const DeviceInfo* found) {
-  if (found == &device || found == nullptr) return "";
-  return "plddb: warning: " + Called(database, device) + " is not found by its " + what + ": " + Called(database, *found) +
+/// A warning when `found`, the device that a lookup answers for something that `device` has, is another one.
+std::string ShadowedDevice(const Placed& device, const std::string& what, const Placed* found) {
+  if (found == nullptr || found->device == device.device) return "";
+  return "plddb: warning: " + NameWithPlace(device) + " is not found by its " + what + ": " + NameWithPlace(*found) +
          " answers\n";
 }
 
-std::string HiddenDevice(const DeviceList& database, const DeviceInfo& device) {
-  const unsigned int id = device.GetjtagDeviceID();
-  const char* const codeName = device.GetCodeName();
-  return Hidden(database, device, "IDCODE " + IdText(id), database.GetDeviceWithCommAndID("JTAG", id)) +
-         Hidden(database, device, "name", database.GetDeviceWithName(device.GetName())) +
-         Hidden(database, device, "code name " + TextOrDash(codeName), database.GetDeviceWithCodeName(codeName));
+/// The first device of each name; the case of ASCII letters does not count.
+class FirstByText {
+ public:
+  void Add(const char* text, const Placed& placed) {
+    if (text != nullptr) firsts_.try_emplace(ToKey(text), &placed);
+  }
+
+  /// Null for a null text.
+  const Placed* Find(const char* text) const {
+    const auto first = text == nullptr ? firsts_.end() : firsts_.find(ToKey(text));
+    return first == firsts_.end() ? nullptr : first->second;
+  }
+
+ private:
+  static std::string ToKey(std::string text) {
+    for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
+  }
+
+  std::unordered_map<std::string, const Placed*> firsts_;
+};
+
+/// The first device that answers to an IDCODE. Databases have few masks: each is asked for every device.
+class FirstById {
+ public:
+  void Add(const Placed& placed) {
+    const unsigned int id = placed.device->GetjtagDeviceID();
+    const unsigned int mask = placed.device->GetDeviceIDScanMask();
+    if (id != 0 && mask != 0) firsts_[mask].try_emplace(id & mask, &placed);
+  }
+
+  const Placed* Find(unsigned int id) const {
+    const Placed* found = nullptr;
+    if (id == 0) return found;
+    for (const auto& [mask, firsts] : firsts_) {
+      const auto first = firsts.find(id & mask);
+      if (first != firsts.end() && (found == nullptr || first->second < found)) found = first->second;
+    }
+    return found;
+  }
+
+ private:
+  std::unordered_map<unsigned int, std::unordered_map<unsigned int, const Placed*>> firsts_;  // by mask, then by id
+};
+
+std::vector<FamilyList*> FamiliesOf(const DeviceLists& databases) {
+  std::vector<FamilyList*> families;
+  for (const DeviceList* const database : databases) {
+    for (int i = 0; FamilyList* const family = database->GetFamily(i); ++i) families.push_back(family);
+  }
+  return families;
 }
 
-/// A warning when a family is not the one that answers by its name.
-std::string HiddenFamily(const DeviceList& database, const FamilyList& family) {
-  const char* const name = family.GetName();
-  const FamilyList* const found = database.GetFamily(name);
-  if (name == nullptr || found == &family) return "";
-  const bool isRepeated = found->GetName() != nullptr && std::strcmp(found->GetName(), name) == 0;
+/// In the order of the lookups.
+std::vector<Placed> DevicesOf(const std::vector<FamilyList*>& families) {
+  std::vector<Placed> devices;
+  for (std::size_t f = 0; f < families.size(); ++f) {
+    for (int d = 0; DeviceInfo* const device = families[f]->GetDevice(d); ++d) {
+      devices.push_back({device, static_cast<int>(f) + 1, d + 1});
+    }
+  }
+  return devices;
+}
+
+void ReportShadowedDevices(const std::vector<Placed>& devices) {
+  FirstById ids;
+  FirstByText names;
+  FirstByText codeNames;
+  for (const Placed& placed : devices) {
+    ids.Add(placed);
+    names.Add(placed.device->GetName(), placed);
+    codeNames.Add(placed.device->GetCodeName(), placed);
+  }
+  for (const Placed& placed : devices) {
+    const unsigned int id = placed.device->GetjtagDeviceID();
+    const char* const codeName = placed.device->GetCodeName();
+    WriteMessage(ShadowedDevice(placed, "IDCODE " + IdText(id), ids.Find(id)) +
+                 ShadowedDevice(placed, "name", names.Find(placed.device->GetName())) +
+                 ShadowedDevice(placed, "code name " + TextOrDash(codeName), codeNames.Find(codeName)));
+  }
+}
+
+/// A warning that a family does not answer by its name, since `found` does.
+std::string ShadowedFamily(const char* name, const FamilyList& found) {
+  const bool isRepeated = found.GetName() != nullptr && std::strcmp(found.GetName(), name) == 0;
   return "plddb: warning: family " + Printable(name) +
          (isRepeated ? " is there more than once; only the first answers by its name\n"
-                     : " is not found by its name: family " + TextOrDash(found->GetName()) + " has it as its alias name\n");
+                     : " is not found by its name: family " + TextOrDash(found.GetName()) + " has it as its alias name\n");
 }
 
-/// Where to write for `path`: a link is followed, so that it stays one.
+/// A family is found by its name and by its alias name.
+void ReportShadowedFamilies(const std::vector<FamilyList*>& families) {
+  std::unordered_map<std::string_view, const FamilyList*> firsts;
+  for (const FamilyList* const family : families) {
+    for (const char* const name : {family->GetName(), family->GetAliasName()}) {
+      if (name != nullptr) firsts.try_emplace(name, family);
+    }
+    const char* const name = family->GetName();
+    if (name != nullptr && firsts[name] != family) WriteMessage(ShadowedFamily(name, *firsts[name]));
+  }
+}
+
+/// The place to write to for `path`: links are followed, also to a file that is not there yet, so that they stay links.
 std::string Target(const std::string& path) {
+  constexpr int kMostLinks = 40;  // as many as the system follows
+  fs::path target = path;
   std::error_code unknown;
-  const fs::path target = fs::canonical(path, unknown);
-  return unknown ? path : target.string();
+  for (int i = 0; i < kMostLinks; ++i) {
+    if (!fs::is_symlink(fs::symlink_status(target, unknown))) return target.string();
+    target = target.parent_path() / fs::read_symlink(target, unknown);
+  }
+  throw Failure("plddb: error: cannot write " + path + ": its links lead in a circle");
+}
+
+/// Texts are never written that would not load, such as more families than a file may have.
+std::string LoadableText(const DeviceLists& databases) {
+  std::string text = plddb::WriteDescriptions(databases);
+  const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "");
+  if (loaded.faults.empty()) return text;
+  throw Failure("plddb: error: nothing is written, since the file would not load: " + loaded.faults.front().text);
 }
 
 }  // namespace
 
-void WriteDatabase(const DeviceList& database, const std::string& path) {
-  WriteDescriptionText(plddb::WriteDescriptions(database), path);
+void WriteDatabases(const DeviceLists& databases, const std::string& path) {
+  WriteDescriptionText(LoadableText(databases), path);
 }
 
 void WriteDescriptionText(const std::string& text, const std::string& path) {
@@ -129,9 +228,10 @@ void WriteDescriptionText(const std::string& text, const std::string& path) {
   file.TakePlace();
 }
 
-void ReportHidden(const DeviceList& database) {
-  for (int i = 0; const FamilyList* const family = database.GetFamily(i); ++i) WriteMessage(HiddenFamily(database, *family));
-  ForEachDevice(database, [&](const DeviceInfo& device) { WriteMessage(HiddenDevice(database, device)); });
+void ReportShadowed(const DeviceLists& databases) {
+  const std::vector<FamilyList*> families = FamiliesOf(databases);
+  ReportShadowedFamilies(families);
+  ReportShadowedDevices(DevicesOf(families));
 }
 
 }  // namespace tool

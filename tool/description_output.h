@@ -1,20 +1,24 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "DeviceListOwner.h"
+#include "Descriptions.h"
 
 namespace tool {
 
-/// Writes `database` as a description file to `path`, or to standard output when it is empty. A file appears whole or not at
+/// Databases that are written as one file, one after the other.
+using DeviceLists = std::vector<const DeviceList*>;
+
+/// Writes `databases` as a description file to `path`, or to standard output when it is empty. A file appears whole or not at
 /// all: it is written beside its place and then renamed, so that a failure leaves the old file. Throws Failure.
-void WriteDatabase(const DeviceList& database, const std::string& path);
+void WriteDatabases(const DeviceLists& databases, const std::string& path);
 
 /// The same for the text of a description file.
 void WriteDescriptionText(const std::string& text, const std::string& path);
 
-/// Tells on standard error what the lookups will not find: families that repeat a name, and devices that an earlier device
-/// hides from a lookup by IDCODE, name or code name.
-void ReportHidden(const DeviceList& database);
+/// Warns on standard error of what the lookups in the written file will not find: families whose name an earlier one has, and
+/// devices whose IDCODE, name or code name finds another device.
+void ReportShadowed(const DeviceLists& databases);
 
 }  // namespace tool

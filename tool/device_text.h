@@ -5,14 +5,15 @@
 
 #include "Chain.h"
 #include "DeviceList.h"
+#include "TextForms.h"
 
 /// \file
 /// What tables say about a device. What is not known is "-".
 
 namespace tool {
 
-using plddb::chain::Hex;
-using plddb::chain::Printable;
+using plddb::Hex;
+using plddb::Printable;
 
 std::string IdText(unsigned int id);                      ///< `id` with its 8 digits.
 std::string TextOrDash(const char* text);                 ///< Printable.

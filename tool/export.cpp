@@ -24,9 +24,9 @@ struct Options {
 ExitCode RunExport(const Options& options) {
   const std::vector<Database>& databases = LoadDatabases({options.file});
   if (databases.size() > 1) throw WrongUsage(options.file + " is a folder; merge its files instead");
-  const DeviceList& database = *databases.front().devices;
-  ReportHidden(database);
-  WriteDatabase(database, options.output);
+  const DeviceLists written = {databases.front().devices.get()};
+  ReportShadowed(written);
+  WriteDatabases(written, options.output);
   return ExitCode::kFound;
 }
 

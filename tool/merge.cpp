@@ -23,11 +23,10 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  const std::vector<Database>& databases = LoadDatabases(options.files);
-  DeviceList& merged = *databases.front().devices;
-  for (std::size_t i = 1; i < databases.size(); ++i) merged.AddNewDeviceList(databases[i].devices.get());
-  ReportHidden(merged);
-  WriteDatabase(merged, options.output);
+  DeviceLists merged;  // on purpose no copies into one database: they give up backups that differ from their values
+  for (const Database& database : LoadDatabases(options.files)) merged.push_back(database.devices.get());
+  ReportShadowed(merged);
+  WriteDatabases(merged, options.output);
   return ExitCode::kFound;
 }
 

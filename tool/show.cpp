@@ -11,7 +11,6 @@
 #include "device_text.h"
 #include "element_tables.h"
 #include "json_text.h"
-#include "located.h"
 #include "shared_options.h"
 #include "standard_streams.h"
 #include "suggestions.h"

@@ -1,35 +1,21 @@
-// Running out of memory while loading: std::bad_alloc comes out, and nothing is left behind.
+// Running out of memory while loading, describing and writing: std::bad_alloc comes out, and nothing is left behind.
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-#include <pugixml.hpp>
 #include <string>
+#include <vector>
 
 #include "parse.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/counted_parser.h"
 #include "tests/support/read_file.h"
 
 namespace {
 
 const std::string kExample = std::string(PLDDB_TEST_DIR) + "/descriptions/every_list.xml";
 
-// What the XML parser takes its memory from: the operator new, so that its allocations fail in their turn.
-void* Allocate(std::size_t size) { return ::operator new(size, std::nothrow); }
-void Free(void* memory) { ::operator delete(memory); }
-
-/// While it lives, the XML parser's memory is counted, too.
-class CountedParser {
- public:
-  CountedParser() { pugi::set_memory_management_functions(&Allocate, &Free); }
-  ~CountedParser() { pugi::set_memory_management_functions(&std::malloc, &std::free); }
-  CountedParser(const CountedParser&) = delete;
-  CountedParser& operator=(const CountedParser&) = delete;
-};
-
 void ExpectNoLeak(const std::string& text, const char* row) {
-  const CountedParser counted;
+  const support::CountedParser counted;
   const std::string file = "a.xml";
   const long live = support::LiveAllocations();
   const long failures = support::ForEachFailingAllocation(
@@ -50,11 +36,38 @@ TEST(AllocationFailures, OfAFaultyLoadLeaveNothingBehind) {
 }
 
 TEST(AllocationFailures, OfReadingAFileLeaveNothingBehind) {
-  const CountedParser counted;
+  const support::CountedParser counted;
   const std::string path = kExample;
   const long live = support::LiveAllocations();
   const long failures = support::ForEachFailingAllocation([&] { plddb::LoadDescriptions(path); },
                                                           [&] { EXPECT_EQ(support::LiveAllocations(), live); });
   EXPECT_EQ(support::LiveAllocations(), live);
   EXPECT_GT(failures, 0);
+}
+
+TEST(AllocationFailures, OfWritingGiveNoText) {
+  const support::CountedParser counted;
+  const plddb::LoadResult loaded = plddb::LoadDescriptions(kExample);
+  const std::vector<const DeviceList*> twice = {loaded.database.get(), loaded.database.get()};
+  const std::string whole = plddb::WriteDescriptions(twice);
+  std::string written;
+  const long live = support::LiveAllocations();
+  const long failures = support::ForEachFailingAllocation([&] { written = plddb::WriteDescriptions(twice); },
+                                                          [&] {
+                                                            EXPECT_EQ(written, "");
+                                                            EXPECT_EQ(support::LiveAllocations(), live);
+                                                          });
+  EXPECT_TRUE(written == whole);
+  EXPECT_GT(failures, 100);
+}
+
+TEST(AllocationFailures, OfDescribingLeaveNothingBehind) {
+  const support::CountedParser counted;
+  const plddb::LoadResult loaded = plddb::LoadDescriptions(kExample);
+  FamilyList& family = parse::FirstFamily(loaded.database);
+  DeviceInfo& device = parse::FirstDevice(loaded.database);
+  const long live = support::LiveAllocations();
+  const auto nothingIsLeft = [&] { EXPECT_EQ(support::LiveAllocations(), live); };
+  EXPECT_GT(support::ForEachFailingAllocation([&] { plddb::Describe(family); }, nothingIsLeft), 10);
+  EXPECT_GT(support::ForEachFailingAllocation([&] { plddb::Describe(device); }, nothingIsLeft), 100);
 }

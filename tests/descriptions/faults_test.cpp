@@ -1,11 +1,16 @@
 // What bad files report: each fault once, at its place, and all of them.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "parse.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -386,6 +391,56 @@ TEST(Faults, WhatTheLibraryCountsIn16BitsIsLimited) {
               Texts{"1:" + std::to_string(most.size() + 1) + ": too many " + name + " elements: expected 65535 at most"})
         << "row: " << row.element;
   }
+}
+
+TEST(Faults, AFileHasAMillionElementsAtMost) {
+  const auto repeated = [](const std::string& part, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) text += part;
+    return text;
+  };
+  const std::string comment = "<DeviceDatabase><!--" + repeated("<a>", 999999);  // they count as well
+  EXPECT_EQ(FaultsOf(comment + "</a><?a?>--></DeviceDatabase>"), Texts{});
+  EXPECT_EQ(FaultsOf(comment + "<a>--></DeviceDatabase>"),
+            Texts{"1:" + std::to_string(comment.size() + 1) + ": the file has more than 1000000 elements: split it"});
+  const std::string most = repeated("<a>", 1000000);
+  EXPECT_EQ(FaultsOf(most + "<a"), Texts{"1:3000001: the file has more than 1000000 elements: split it"});
+}
+
+TEST(Faults, AFileHasAQuarterOfAMillionDevicesAtMost) {
+  std::string text = "<DeviceDatabase>";
+  for (int family = 0; family < 4; ++family) {
+    text += "<Family>";
+    for (int device = 0; device < 62500; ++device) text += "<Device/>";
+    text += "</Family>";
+  }
+  EXPECT_EQ(FaultsOf(text + "<Family/></DeviceDatabase>"), Texts{});
+  text += "<Family>";
+  EXPECT_EQ(FaultsOf(text + "<Device/><Device/></Family></DeviceDatabase>"),
+            Texts{"1:" + std::to_string(text.size() + 1) + ": the file has more than 250000 devices: split it"});
+}
+
+TEST(Faults, ATextOf64MiBIsTheLargest) {
+  const std::string text = "<DeviceDatabase/>" + std::string((std::size_t{1} << 26) - 17, ' ');
+  EXPECT_EQ(FaultsOf(text), Texts{});
+  EXPECT_EQ(FaultsOf(text + " "), Texts{"1:1: cannot read the file: larger than 64 MiB"});
+}
+
+TEST(Loading, ReadsAPipeToItsEnd) {
+  const support::TemporaryFolder folder;
+  const std::string pipe = folder.path() / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::thread writer([&] { std::ofstream(pipe) << parse::WithDevice("Name='" + std::string(100000, 'x') + "'"); });
+  const plddb::LoadResult result = plddb::LoadDescriptions(pipe);
+  writer.join();
+  ASSERT_NE(result.database, nullptr);
+  EXPECT_EQ(std::string(parse::FirstDevice(result.database).GetName()).size(), 100000U);
+}
+
+TEST(DataFolder, IsBesideTheProgramWhereItHasDescriptions) {
+  // The build tree has the shape of an installation.
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+  EXPECT_EQ(plddb::DataFolder(), program.parent_path().parent_path() / "share/plddb");
 }
 
 TEST(Faults, AFileThatCannotBeReadIsFaulty) {

@@ -128,7 +128,7 @@ TEST(HostileFiles, ManyFaultsAreReportedUpToALimit) {
       {"missing", InFamily(Filled("<Operation/>"))},
       {"references", WithDevice("Name='" + Filled("&") + "'")},
       {"more references", WithDevice(Filled("Name='&x' "))},
-      {"angles", WithDevice("Name='" + Filled("<") + "'")},
+      {"angles", WithDevice("Name='" + Repeated("<", 20000) + "'")},
       {"texts", InFamily(Filled("<Device/>x"))},
       {"leaf", InFamily("<Operation Name='a'>" + Filled("<a/>") + "</Operation>")},
       {"bytes", WithDevice("Name='" + Filled("\xFF") + "'")},

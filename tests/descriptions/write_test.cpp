@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "Descriptions.h"
 #include "tests/support/random_tree.h"
@@ -88,10 +89,66 @@ TEST(WriteDescriptions, LeavesOutDefaultsAndWhatAReaderDerives) {
 }
 
 TEST(WriteDescriptions, MarksOffWhatXmlReserves) {
-  const DeviceListOwner database = MakeDeviceList();
-  database->SetComment("<&>\"'\n\t;");
-  const std::string written = plddb::WriteDescriptions(*database);
-  EXPECT_EQ(DifferenceWhenLoaded(written, *database), "") << written;
+  const struct {
+    const char* text;
+    const char* written;
+  } rows[] = {
+      {"", ""},
+      {"plain", "plain"},
+      {"&", "&amp;"},
+      {"<>", "&lt;&gt;"},
+      {"\"", "&quot;"},
+      {"'", "'"},
+      {"\t\n\r", "&#9;&#10;&#13;"},
+      {"a&b", "a&amp;b"},
+      {"&&a", "&amp;&amp;a"},
+      {"a<", "a&lt;"},
+      {"&amp;", "&amp;amp;"},
+      {"<&>\"'\n\t;", "&lt;&amp;&gt;&quot;'&#10;&#9;;"},
+      {"\xC3\xA9\xE2\x82\xAC", "\xC3\xA9\xE2\x82\xAC"},
+      {"\x7F", "\x7F"},
+      {" two  blanks ", " two  blanks "},
+      {"]]>", "]]&gt;"},
+      {"--", "--"},
+  };
+  for (const auto& row : rows) {
+    const DeviceListOwner database = MakeDeviceList();
+    database->SetComment(row.text);
+    const std::string written = plddb::WriteDescriptions(*database);
+    EXPECT_NE(written.find(" Comment=\"" + std::string(row.written) + "\""), std::string::npos) << written;
+    EXPECT_EQ(DifferenceWhenLoaded(written, *database), "") << written;
+  }
+}
+
+TEST(WriteDescriptions, WritesSeveralDatabasesOneAfterTheOther) {
+  const DeviceListOwner none = MakeDeviceList();
+  const DeviceListOwner first = MakeDeviceList();
+  const DeviceListOwner second = MakeDeviceList();
+  first->SetVersion("1");
+  first->NewFamily()->SetName("A");
+  second->SetVersion("2");
+  second->NewFamily()->SetName("A");
+  second->NewFamily()->NewDevice()->SetName("D");
+  const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  const std::string families = "  <Family Name=\"A\" />\n  <Family>\n    <Device Name=\"D\" />\n  </Family>\n";
+  const struct {
+    const char* what;
+    std::vector<const DeviceList*> databases;
+    std::string expected;
+  } rows[] = {
+      {"nothing", {}, "<DeviceDatabase />\n"},
+      {"an empty one", {none.get()}, "<DeviceDatabase />\n"},
+      {"empty ones", {none.get(), none.get()}, "<DeviceDatabase />\n"},
+      {"one", {second.get()}, "<DeviceDatabase Version=\"2\">\n" + families + "</DeviceDatabase>\n"},
+      {"an empty one first", {none.get(), second.get()}, "<DeviceDatabase>\n" + families + "</DeviceDatabase>\n"},
+      {"two",
+       {first.get(), second.get()},
+       "<DeviceDatabase Version=\"1\">\n  <Family Name=\"A\" />\n" + families + "</DeviceDatabase>\n"},
+      {"one twice",
+       {second.get(), second.get()},
+       "<DeviceDatabase Version=\"2\">\n" + families + families + "</DeviceDatabase>\n"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(plddb::WriteDescriptions(row.databases), head + row.expected) << "row: " << row.what;
 }
 
 }  // namespace

@@ -79,13 +79,13 @@ TEST(Colour, LeavesTheColumnsOfTablesWhereTheyAre) {
 }
 
 TEST(Colour, IsInTheSeverityOfFindings) {
-  const std::string corpus = PLDDB_TEST_DIR "/tool/data/check";
+  const std::string corpus = PLDDB_TEST_DIR "/check/corpus";
   const struct {
     const char* file;
     const char* severity;
   } rows[] = {
       {"mask_zero.xml", ": \033[31merror\033[0m[mask-zero]: "},
-      {"name_hidden.xml", ": \033[33mwarning\033[0m[name-hidden]: "},
+      {"name_shadowed.xml", ": \033[33mwarning\033[0m[name-shadowed]: "},
   };
   for (const auto& row : rows) {
     const std::vector<std::string> check = {"check", corpus + "/" + row.file};

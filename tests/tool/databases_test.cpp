@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -42,8 +43,7 @@ TEST(Databases, HaveToBeNamedWhereNoneIsInstalled) {
   fs::create_directories(stage.path() / "bin");
   fs::copy_file(PLDDB_TOOL, stage.path() / "bin/plddb");
   const fs::path beside = stage.path() / "share/plddb";
-  const std::string message =
-      "plddb: error: no device descriptions in " + beside.string() + ", " PLDDB_INSTALLED_DATA "; name a file with --db\n";
+  const std::string message = "plddb: error: no device descriptions in " PLDDB_INSTALLED_DATA "; name a file with --db\n";
   for (const bool is_empty_folder : {false, true}) {
     if (is_empty_folder) fs::create_directories(beside);
     const ToolRun run = RunProgram(stage.path() / "bin/plddb", {"list"});
@@ -59,6 +59,28 @@ TEST(Databases, OfAFolderAreItsXmlFilesInNameOrder) {
   fs::copy_file(kData / "broken.xml", folder.path() / "a.txt");
   EXPECT_EQ(FirstDevice(RunTool({"identify", "--db", folder.path(), "0x0ABCD043"})), "SECOND");
   EXPECT_EQ(FirstDevice(RunTool({"identify", "--db", kData / "first.xml", "--db", folder.path(), "0x0ABCD043"})), "FIRST");
+}
+
+TEST(Databases, OfAFolderAreRegularFilesOnly) {
+  const TemporaryFolder folder;
+  fs::copy_file(kData / "first.xml", folder.path() / "real.txt");
+  fs::create_symlink("real.txt", folder.path() / "link.xml");
+  fs::create_directory(folder.path() / "folder.xml");
+  fs::create_symlink("/dev/zero", folder.path() / "device.xml");
+  ASSERT_EQ(mkfifo((folder.path() / "pipe.xml").c_str(), 0600), 0);
+  const ToolRun run = RunTool({"identify", "--db", folder.path(), "0x0ABCD043"});
+  EXPECT_EQ(FirstDevice(run), "FIRST");
+  EXPECT_EQ(run.err, "");
+  fs::create_symlink("nowhere", folder.path() / "dangling.xml");
+  EXPECT_EQ(RunTool({"identify", "--db", folder.path(), "0x0ABCD043"}).err,
+            (folder.path() / "dangling.xml").string() + ":1:1: error: cannot read the file: No such file or directory\n");
+}
+
+TEST(Databases, OfAFolderWithPipesAloneAreNone) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(mkfifo((folder.path() / "pipe.xml").c_str(), 0600), 0);
+  EXPECT_EQ(RunTool({"list", "--db", folder.path()}).err,
+            folder.path().string() + ":1:1: error: no *.xml file in this folder\n");
 }
 
 TEST(Databases, MayNotBeAFolderWithoutDescriptions) {

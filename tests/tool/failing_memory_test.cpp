@@ -15,6 +15,7 @@
 #include "program.h"
 #include "run_tool.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/counted_parser.h"
 #include "tests/support/read_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tool/command.h"
@@ -177,26 +178,28 @@ TEST(FailingMemory, OfACompletionOffersNothingOrAll) {
 }
 
 TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
-  const support::TemporaryFolder folder;
-  const std::string output = (folder.path() / "a-file-with-a-long-name.xml").string();
-  Program program;
-  program.Parse("merge " + kLong + " " + kLists + " --output " + output);
-  const Redirected messages(stderr);
-  program.Run();
-  const std::string merged = ReadFile(output);
-  bool wrote_a_part = false;
-  long files = 0;
-  std::ofstream(output) << "old";
-  const long failures = support::ForEachFailingAllocation([&] { program.Run(); },
-                                                          [&] {
-                                                            const std::string content = ReadFile(output);
-                                                            wrote_a_part |= content != "old" && content != merged;
-                                                            files += std::distance(fs::directory_iterator(folder.path()), {});
-                                                          });
-  EXPECT_GT(failures, 0);
-  EXPECT_FALSE(wrote_a_part);
-  EXPECT_EQ(files, failures);  // each time the one that was there
-  EXPECT_EQ(ReadFile(output), merged);
+  const support::CountedParser counted;
+  for (const std::string& line : {"merge " + kLong + " " + kLists, "export " + kLists, "export " + kLong}) {
+    const support::TemporaryFolder folder;
+    const std::string output = (folder.path() / "a-file-with-a-long-name.xml").string();
+    Program program;
+    program.Parse(line + " --output " + output);
+    const Redirected messages(stderr);
+    program.Run();
+    const std::string written = ReadFile(output);
+    bool isChanged = false;
+    long files = 0;
+    std::ofstream(output) << "old";
+    const long failures = support::ForEachFailingAllocation([&] { program.Run(); },
+                                                            [&] {
+                                                              isChanged |= ReadFile(output) != "old";
+                                                              files += std::distance(fs::directory_iterator(folder.path()), {});
+                                                            });
+    EXPECT_GT(failures, 0) << "row: " << line;
+    EXPECT_FALSE(isChanged) << "row: " << line;
+    EXPECT_EQ(files, failures) << "row: " << line;  // each time the one that was there
+    EXPECT_EQ(ReadFile(output), written) << "row: " << line;
+  }
 }
 
 }  // namespace

@@ -76,6 +76,42 @@ TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndTellsWhoIsHidden) {
             "device 1 of family 3) answers\n");
 }
 
+/// The families of a written file.
+std::string Families(const std::string& text) {
+  const std::size_t first = text.find("  <Family");
+  return text.substr(first, text.rfind("</DeviceDatabase>") - first);
+}
+
+TEST(Merge, WritesEachFileAsItIsExported) {
+  const std::string data = PLDDB_TEST_DIR "/tool/data/";
+  const std::vector<std::string> files = {kKeys, data + "backups.xml", PLDDB_TEST_DIR "/descriptions/every_list.xml",
+                                          data + "lists.xml", data + "backups.xml"};
+  std::string exported;
+  std::vector<std::string> command = {"merge"};
+  for (const std::string& file : files) {
+    exported += Families(RunTool({"export", file}).out);
+    command.push_back(file);
+  }
+  const std::string merged = RunTool(command).out;
+  EXPECT_EQ(Families(merged), exported);
+  for (const char* const backup :
+       {"jtagDeviceIDBackup", "DeviceIDMaskBackup", "BackupARCHLength", "BackupARCHRow", "BackupELength", "BackupERow",
+        "BackupAddressLength", "BackupDataLength", "BackupFuseNumber", "BackupPON"}) {
+    EXPECT_NE(exported.find(" " + std::string(backup) + "=\""), std::string::npos) << "row: " << backup;
+  }
+}
+
+TEST(Merge, TakesVersionAndCommentOfTheFirstFile) {
+  const Folder folder;
+  const auto write = [&](const char* name, const char* root) { std::ofstream(folder / name) << root; };
+  write("a.xml", "<DeviceDatabase Version=\"1\"/>");
+  write("b.xml", "<DeviceDatabase Version=\"2\" Comment=\"c\"/>");
+  const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  EXPECT_EQ(RunTool({"merge", folder / "a.xml", folder / "b.xml"}).out, head + "<DeviceDatabase Version=\"1\" />\n");
+  EXPECT_EQ(RunTool({"merge", folder / "b.xml", folder / "a.xml"}).out,
+            head + "<DeviceDatabase Version=\"2\" Comment=\"c\" />\n");
+}
+
 TEST(Merge, TellsWhichIdcodeFindsAnotherDevice) {
   const ToolRun run = RunTool({"merge", PLDDB_DATA_DIR "/xilinx.xml", PLDDB_DATA_DIR "/xilinx.xml"});
   EXPECT_EQ(run.exit_code, 0);
@@ -161,6 +197,62 @@ TEST(Merge, WritesThroughALinkAndRefusesWhatIsNoRegularFile) {
     EXPECT_NE(run.err.find("it is not a regular file"), std::string::npos) << "row: " << name << ", message: " << run.err;
   }
   EXPECT_TRUE(fs::is_fifo(folder / "fifo"));
+}
+
+TEST(Merge, CreatesTheFileThatALinkLeadsTo) {
+  const Folder folder;
+  fs::create_directory(folder / "sub");
+  fs::create_symlink("sub/second.xml", folder / "first.xml");
+  fs::create_symlink("new.xml", folder / "sub/second.xml");
+  EXPECT_EQ(RunTool({"merge", kKeys, "--output", folder / "first.xml"}).exit_code, 0);
+  EXPECT_TRUE(fs::is_symlink(folder / "first.xml"));
+  EXPECT_TRUE(fs::is_symlink(folder / "sub/second.xml"));
+  EXPECT_NE(plddb::LoadDescriptions(folder / "sub/new.xml").database, nullptr);
+
+  const struct {
+    const char* link;
+    const char* message;
+  } rows[] = {
+      {"circle.xml", ": its links lead in a circle\n"},
+      {"missing/folder.xml", ": No such file or directory\n"},
+  };
+  for (const auto& row : rows) {
+    const std::string output = folder / "link.xml";
+    fs::remove(output);
+    fs::remove(folder / "circle.xml");
+    fs::create_symlink(row.link, output);
+    fs::create_symlink("link.xml", folder / "circle.xml");
+    const ToolRun run = RunTool({"merge", kKeys, "--output", output});
+    EXPECT_EQ(run.exit_code, 2) << "row: " << row.link;
+    EXPECT_NE(run.err.find(row.message), std::string::npos) << "row: " << row.link << ", message: " << run.err;
+    EXPECT_TRUE(fs::is_symlink(output)) << "row: " << row.link;
+  }
+}
+
+TEST(Merge, WritesNothingThatWouldNotLoad) {
+  const Folder folder;
+  const auto write = [&](const std::string& name, int families, const std::string& content) {
+    std::ofstream file(folder / name);
+    file << "<DeviceDatabase>";
+    for (int i = 0; i < families; ++i) file << "<Family>" << content << "</Family>";
+    file << "</DeviceDatabase>";
+  };
+  write("many.xml", 65535, "");
+  write("one.xml", 1, "");
+  std::ofstream(folder / "out.xml") << "old";
+  for (const char* const output : {"", "out.xml"}) {
+    std::vector<std::string> command = {"merge", folder / "many.xml", folder / "one.xml"};
+    if (*output != '\0') command.insert(command.end(), {"--output", folder / output});
+    const ToolRun run = RunTool(command);
+    EXPECT_EQ(run.exit_code, 2) << "row: " << output;
+    EXPECT_EQ(run.out, "") << "row: " << output;
+    EXPECT_EQ(run.err,
+              "plddb: error: nothing is written, since the file would not load: too many Family elements: expected 65535 at "
+              "most\n")
+        << "row: " << output;
+  }
+  EXPECT_EQ(ReadFile(folder / "out.xml"), "old");
+  EXPECT_EQ(RunTool({"merge", folder / "many.xml", "--output", folder / "out.xml"}).exit_code, 0);
 }
 
 TEST(Export, TellsAnAliasNameThatHidesAFamilyFromARepeatedName) {

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "check/Check.h"
+#include "check/codes.h"
+#include "check/records.h"
+
+namespace plddb::check {
+
+/// Gathers findings, in any order.
+class Findings {
+ public:
+  explicit Findings(const std::vector<Description>& descriptions) : descriptions_(descriptions) {}
+
+  /// At the value of an attribute.
+  void Add(std::size_t file, const Attribute& written, CodeId code, std::string text);
+
+  /// At an element.
+  void Add(const Described& record, CodeId code, std::string text);
+
+  /// At the value of the record's attribute, or at the element where that lacks it.
+  void Add(const Described& record, std::string_view attribute, CodeId code, std::string text);
+
+  /// The same, of two records that get in each other's way: `other` is named in the text.
+  void Add(const Described& record, std::string_view attribute, CodeId code, std::string text, const Described& other);
+
+  /// All findings, in the order of the files and of the places in them. What was gathered is used up.
+  std::vector<Finding> Take();
+
+ private:
+  struct Found {
+    std::size_t file;
+    Finding finding;
+  };
+
+  void Add(std::size_t file, int line, int column, CodeId code, std::string text);
+
+  const std::vector<Description>& descriptions_;
+  std::vector<Found> found_;
+};
+
+}  // namespace plddb::check

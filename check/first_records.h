@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string_view>
+#include <unordered_map>
+
+#include "foundation/characters.h"
+
+namespace plddb::check {
+
+/// A text as lookups compare it: the case of ASCII letters does not count. A number that has to agree as well may be beside it.
+/// Borrows the text.
+struct TextKey {
+  std::string_view text;
+  unsigned int number = 0;
+};
+
+struct HashOfTextKey {
+  std::size_t operator()(const TextKey& key) const {
+    std::size_t hash = key.number;
+    for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 1099511628211U;
+    return hash ^ hash >> 32;
+  }
+};
+
+struct EqualTextKeys {
+  bool operator()(const TextKey& a, const TextKey& b) const {
+    if (a.number != b.number || a.text.size() != b.text.size()) return false;
+    for (std::size_t i = 0; i < a.text.size(); ++i) {
+      if (internal::ToUpper(a.text[i]) != internal::ToUpper(b.text[i])) return false;
+    }
+    return true;
+  }
+};
+
+/// The first record that has each key: the one that a lookup finds.
+template <class Record>
+using FirstRecords = std::unordered_map<TextKey, const Record*, HashOfTextKey, EqualTextKeys>;
+
+}  // namespace plddb::check

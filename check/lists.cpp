@@ -1,0 +1,152 @@
+#include <charconv>
+#include <cstdint>
+#include <system_error>
+#include <unordered_map>
+
+#include "check/list_readings.h"
+#include "check/rules.h"
+#include "descriptions/TextForms.h"
+
+namespace plddb::check {
+namespace {
+
+// --- The lists --------------------------------------------------------------------------------------------------------------
+
+enum class Items { kTexts, kNumbers };
+
+constexpr std::size_t kAnyLength = SIZE_MAX;
+
+struct ListText {
+  std::string_view element;
+  std::string_view attribute;
+  ListReading (*read)(const std::string& text);
+  Items items = Items::kTexts;
+  const char* creator = nullptr;     // the attribute that makes the records which this one fills
+  std::size_t longest = kAnyLength;  // a longer text is ignored
+};
+
+// clang-format off
+constexpr ListText kListTexts[] = {
+    {"Family",       "OperationList",               ReadQuotedList},
+    {"Family",       "ListProgrammingModeControl",  ReadSemicolonList},
+    {"BScanControl", "Controls",                    ReadSemicolonList},
+    {"Device",       "SysIOList",                   ReadQuotedList},
+    {"Device",       "ListControlReg0Frequency",    ReadSemicolonList},
+    {"Device",       "ListControlReg0MasterClock",  ReadSemicolonList, Items::kTexts,   "ListControlReg0Frequency"},
+    {"Device",       "ListControlReg0ClockDivider", ReadSemicolonList, Items::kTexts,   "ListControlReg0Frequency"},
+    {"Device",       "ListControlReg1BitName",      ReadSemicolonList},
+    {"Device",       "ListControlReg1Address",      ReadSemicolonList, Items::kNumbers, "ListControlReg1BitName"},
+    {"Device",       "ListControlReg1Column",       ReadSemicolonList, Items::kNumbers, "ListControlReg1BitName"},
+    {"Device",       "ListPersistent_fuseAddress",  ReadSemicolonList, Items::kNumbers},
+    {"Device",       "ListPersistent_fuseColumn",   ReadSemicolonList, Items::kNumbers, "ListPersistent_fuseAddress"},
+    {"Device",       "ListControlStatusBitName",    ReadSemicolonList},
+    {"Device",       "ListControlStatusControl",    ReadSemicolonList, Items::kTexts,   "ListControlStatusBitName"},
+    {"Device",       "ListControlStatusIndex",      ReadSemicolonList, Items::kNumbers, "ListControlStatusBitName"},
+    {"Device",       "listAddressRange",            ReadSemicolonList},
+    {"Device",       "MultibootCfgAddr",            ReadTokens,        Items::kNumbers, nullptr, 1023},
+    {"Device",       "MultibootAutoAdd",            ReadTokens,        Items::kNumbers, nullptr, 63},
+};
+// clang-format on
+
+/// Whether lists read all of `text` as a number, and as the one that is written.
+bool IsNumber(std::string_view text) {
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  int number = 0;  // as many bits as the records keep
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  return read.ec == std::errc() && read.ptr == text.data() + text.size();
+}
+
+// --- The rules --------------------------------------------------------------------------------------------------------------
+
+/// Finds what is wrong with the text of one attribute.
+class ListCheck {
+ public:
+  ListCheck(const Described& record, const Attribute& attribute, const ListText& row, Findings& findings)
+      : record_(record),
+        attribute_(attribute),
+        row_(row),
+        findings_(findings),
+        text_(attribute.value),
+        reading_(row.read(text_)) {}
+
+  void Run() {
+    if (text_.size() > row_.longest) {
+      return Add(CodeId::kListLong, "a text of " + std::to_string(text_.size()) + " characters is ignored: " +
+                                        std::to_string(row_.longest) + " at most; elements take more");
+    }
+    CheckLosses();
+    if (row_.items == Items::kNumbers) CheckNumbers();
+    if (row_.creator != nullptr) CheckSurplus();
+  }
+
+ private:
+  void Add(CodeId code, std::string text) { findings_.Add(record_.file, attribute_, code, std::move(text)); }
+
+  void CheckLosses() {
+    if (!reading_.unclosed.empty()) Add(CodeId::kListUnclosed, Quoted(reading_.unclosed) + " is lost: nothing closes it");
+    if (!reading_.afterEmpty.empty()) {
+      Add(CodeId::kListAfterEmpty, Quoted(reading_.afterEmpty) + " is lost after an empty item");
+    }
+    if (!reading_.outside.empty()) Add(CodeId::kListOutside, Quoted(reading_.outside) + " is lost outside the quotes");
+  }
+
+  void CheckNumbers() {
+    if (IsNumber(reading_.label)) {
+      Add(CodeId::kListLabel, Quoted(reading_.label) + " is passed over: the text before the first ';' is a label");
+    }
+    for (const std::string_view item : reading_.items) {
+      if (item.empty() || IsNumber(item)) continue;
+      Add(CodeId::kListNumber, Quoted(item) + " is read as another number: expected a decimal one");
+    }
+  }
+
+  void CheckSurplus() {
+    const Attribute* const creator = FindAttribute(*record_.element, row_.creator);
+    const std::string creatorText(creator == nullptr ? "" : creator->value);
+    const std::size_t count = ReadSemicolonList(creatorText).items.size();
+    if (reading_.items.size() <= count) return;
+    Add(CodeId::kListSurplus, Quoted(reading_.items[count]) + " and what follows is lost: " + row_.creator + " makes " +
+                                  std::to_string(count) + (count == 1 ? " record" : " records"));
+  }
+
+  const Described& record_;
+  const Attribute& attribute_;
+  const ListText& row_;
+  Findings& findings_;
+  const std::string text_;
+  const ListReading reading_;
+};
+
+using RowsByAttribute = std::unordered_map<std::string_view, const ListText*>;
+
+RowsByAttribute RowsOf(std::string_view element) {
+  RowsByAttribute rows;
+  for (const ListText& row : kListTexts) {
+    if (row.element == element) rows.emplace(row.attribute, &row);
+  }
+  return rows;
+}
+
+void CheckRecord(const Described& record, const RowsByAttribute& rows, Findings& findings) {
+  for (const Attribute& attribute : record.element->attributes) {
+    const auto row = rows.find(attribute.name);
+    if (row != rows.end()) ListCheck(record, attribute, *row->second, findings).Run();
+  }
+}
+
+}  // namespace
+
+void CheckLists(const Records& records, Findings& findings) {
+  const RowsByAttribute ofFamily = RowsOf("Family");
+  const RowsByAttribute ofBScanControl = RowsOf("BScanControl");
+  const RowsByAttribute ofDevice = RowsOf("Device");
+  for (const DescribedFamily& family : records.Families()) {
+    CheckRecord(family, ofFamily, findings);
+    for (const Element& child : family.element->children) {
+      if (child.name == "BScanControl") CheckRecord({family.file, &child}, ofBScanControl, findings);
+    }
+  }
+  for (const DescribedDevice& device : records.Devices()) CheckRecord(device, ofDevice, findings);
+}
+
+}  // namespace plddb::check

@@ -1,0 +1,134 @@
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "check/rules.h"
+#include "descriptions/TextForms.h"
+#include "device/identifiers.h"
+
+namespace plddb::check {
+namespace {
+
+using internal::AccessMode;
+
+/// An identifier of a device, by the access mode that compares it. DUAL compares these two, more loosely on purpose.
+struct Kind {
+  AccessMode mode;
+  const char* attribute;
+  const char* name;
+  unsigned int (DeviceInfo::*id)() const;
+};
+
+constexpr Kind kKinds[] = {
+    {AccessMode::kJtag, "jtagDeviceID", "IDCODE", &DeviceInfo::GetjtagDeviceID},
+    {AccessMode::kIsp, "ispDeviceID", "ISP identifier", &DeviceInfo::GetispDeviceID},
+};
+
+/// What a device answers to: all ids that agree with `id` in the bits of `mask`.
+struct Answer {
+  unsigned int id;
+  unsigned int mask;
+  const DescribedDevice* device;
+};
+
+using Answers = std::vector<Answer>;  // in the order of the lookups
+
+Answers AnswersOf(const Records& records, const Kind& kind) {
+  Answers answers;
+  for (const DescribedDevice& device : records.Devices()) {
+    const unsigned int id = (device.device->*kind.id)();
+    const unsigned int mask = device.device->GetDeviceIDScanMask();
+    if (internal::AnswersTo(*device.device, kind.mode, id)) answers.push_back({id & mask, mask, &device});
+  }
+  return answers;
+}
+
+/// For each bit of an identifier the answers that take it as 0, that take it as 1, and that do not count it: a bit for each
+/// answer, so that 64 answers are compared at once.
+class AnswerSets {
+ public:
+  explicit AnswerSets(const Answers& answers) : words_(answers.size() / kWordBits + 1), sets_(kSets * kIdBits * words_) {
+    for (std::size_t i = 0; i < answers.size(); ++i) Add(answers[i], i);
+  }
+
+  /// The first answer before `end` that shares ids with `answer`; with `all`, the first that answers to all of its ids.
+  /// `end` when there is none.
+  std::size_t First(const Answer& answer, std::size_t end, bool all) const {
+    for (std::size_t word = 0; word * kWordBits < end; ++word) {
+      const Word rivals = Rivals(answer, word, all);
+      if (rivals == 0) continue;
+      const std::size_t first = word * kWordBits + LowestBit(rivals);
+      return first < end ? first : end;
+    }
+    return end;
+  }
+
+ private:
+  using Word = std::uint64_t;
+  enum Set : std::size_t { kTakesZero, kTakesOne, kDoesNotCount, kSets };
+  static constexpr std::size_t kWordBits = 64;
+  static constexpr unsigned int kIdBits = 32;
+
+  static std::size_t LowestBit(Word word) {
+    std::size_t bit = 0;
+    while ((word >> bit & 1) == 0) ++bit;
+    return bit;
+  }
+
+  std::size_t IndexOf(Set set, unsigned int bit, std::size_t word) const { return (set * kIdBits + bit) * words_ + word; }
+
+  void Add(const Answer& answer, std::size_t i) {
+    for (unsigned int bit = 0; bit < kIdBits; ++bit) {
+      const bool counts = (answer.mask >> bit & 1) != 0;
+      const bool isOne = (answer.id >> bit & 1) != 0;
+      const auto put = [&](Set set) { sets_[IndexOf(set, bit, i / kWordBits)] |= Word{1} << i % kWordBits; };
+      if (!counts) put(kDoesNotCount);
+      if (!counts || isOne) put(kTakesOne);
+      if (!counts || !isOne) put(kTakesZero);
+    }
+  }
+
+  Word Rivals(const Answer& answer, std::size_t word, bool all) const {
+    Word rivals = ~Word{0};
+    for (unsigned int bit = 0; bit < kIdBits && rivals != 0; ++bit) {
+      if ((answer.mask >> bit & 1) != 0) {
+        rivals &= sets_[IndexOf((answer.id >> bit & 1) != 0 ? kTakesOne : kTakesZero, bit, word)];
+      } else if (all) {
+        rivals &= sets_[IndexOf(kDoesNotCount, bit, word)];
+      }
+    }
+    return rivals;
+  }
+
+  std::size_t words_;  // of each set
+  std::vector<Word> sets_;
+};
+
+std::string TextOf(const Records& records, const Answer& answer, const Answer& earlier, bool isShadowed, const Kind& kind) {
+  const std::string name = records.NameFor(*answer.device, *earlier.device) + ", which comes first";
+  if (isShadowed) return std::string("the ") + kind.name + " finds " + name + " and answers to all ids of this device";
+  return std::string("the ") + kind.name + " " + Hex(earlier.id | answer.id, 8) + " finds " + name;
+}
+
+/// A device that takes all ids of a later one is named before one that takes some of them.
+void CheckKind(const Records& records, const Kind& kind, Findings& findings) {
+  const Answers answers = AnswersOf(records, kind);
+  const AnswerSets sets(answers);
+  for (std::size_t i = 0; i < answers.size(); ++i) {
+    const std::size_t any = sets.First(answers[i], i, false);
+    if (any == i) continue;
+    const std::size_t whole = sets.First(answers[i], i, true);
+    const bool isShadowed = whole != i;
+    const Answer& earlier = answers[isShadowed ? whole : any];
+    findings.Add(*answers[i].device, kind.attribute, isShadowed ? CodeId::kIdShadowed : CodeId::kIdShared,
+                 TextOf(records, answers[i], earlier, isShadowed, kind), *earlier.device);
+  }
+}
+
+}  // namespace
+
+void CheckShadowedIds(const Records& records, Findings& findings) {
+  for (const Kind& kind : kKinds) CheckKind(records, kind, findings);
+}
+
+}  // namespace plddb::check

@@ -1,0 +1,122 @@
+// Where in a file the values of a record are written.
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "descriptions/Descriptions.h"
+
+namespace plddb {
+namespace {
+
+/// A field of the records of a list.
+struct ListField {
+  std::string_view element;
+  std::string_view field;
+  std::string_view text;  // the attribute around the record that gives the field to all records; empty without one
+  const char* whenLeftOut;
+};
+
+// Of each element the field that makes the record comes first.
+constexpr ListField kListFields[] = {
+    {"SysIO", "Name", "SysIOList", ""},
+    {"Operation", "Name", "OperationList", ""},
+    {"ProgrammingMode", "Name", "ListProgrammingModeControl", ""},
+    {"BScanControl", "DefaultValue", "", "1"},
+    {"Control", "Name", "Controls", ""},
+    {"ControlRegZero", "Frequency", "ListControlReg0Frequency", ""},
+    {"ControlRegZero", "MasterClock", "ListControlReg0MasterClock", ""},
+    {"ControlRegZero", "ClockDivider", "ListControlReg0ClockDivider", ""},
+    {"ControlRegOne", "BitName", "ListControlReg1BitName", ""},
+    {"ControlRegOne", "Value", "", "0"},
+    {"ControlRegOne", "Address", "ListControlReg1Address", "0"},
+    {"ControlRegOne", "Column", "ListControlReg1Column", "0"},
+    {"Persistent_fuse", "Address", "ListPersistent_fuseAddress", "0"},
+    {"Persistent_fuse", "Column", "ListPersistent_fuseColumn", "0"},
+    {"Persistent_fuse", "Value", "", "0"},
+    {"ControlStatus", "BitName", "ListControlStatusBitName", ""},
+    {"ControlStatus", "Control", "ListControlStatusControl", ""},
+    {"ControlStatus", "Text", "", ""},
+    {"ControlStatus", "Index", "ListControlStatusIndex", "0"},
+    {"ControlVoltage", "VCCCore", "", ""},
+    {"ControlVoltage", "VCCJ", "", ""},
+    {"ControlVoltage", "PinList", "", ""},
+    {"Entry", "BitName", "BitName", ""},
+    {"Entry", "Value", "", "false"},
+    {"Entry", "Address", "Address", "0"},
+    {"Entry", "Column", "Column", "0"},
+    {"MultibootCfgAddr", "Value", "MultibootCfgAddr", "0"},
+    {"MultibootAutoAdd", "Value", "MultibootAutoAdd", "0"},
+};
+
+/// The fields of a record of a list, all of them and in order; those of another record as they are.
+std::vector<Attribute> AllFields(const Element& record) {
+  std::vector<Attribute> fields;
+  for (const ListField& row : kListFields) {
+    if (row.element != record.name) continue;
+    const Attribute* const given = FindAttribute(record, row.field);
+    fields.push_back({row.field, given == nullptr ? row.whenLeftOut : given->value});
+  }
+  return fields.empty() ? record.attributes : fields;
+}
+
+template <class Place>
+void SetPlace(Place& target, const Attribute& place) {
+  target.line = place.line;
+  target.column = place.column;
+}
+
+/// A record that texts in attributes of `around` made.
+Element MadeByTexts(const Element& described, const Element& around) {
+  Element record = {described.name, 0, 0, AllFields(described), {}};
+  for (Attribute& field : record.attributes) {
+    const auto row = std::find_if(std::begin(kListFields), std::end(kListFields), [&](const ListField& candidate) {
+      return candidate.element == record.name && candidate.field == field.name;
+    });
+    const Attribute* const text = row == std::end(kListFields) ? nullptr : FindAttribute(around, row->text);
+    if (text == nullptr) continue;
+    if (record.line == 0) SetPlace(record, *text);
+    SetPlace(field, *text);
+  }
+  return record;
+}
+
+std::map<std::string_view, std::vector<const Element*>> ByName(const std::vector<Element>& elements) {
+  std::map<std::string_view, std::vector<const Element*>> groups;
+  for (const Element& element : elements) groups[element.name].push_back(&element);
+  return groups;
+}
+
+}  // namespace
+
+const Attribute* FindAttribute(const Element& element, std::string_view name) {
+  const auto found = std::find_if(element.attributes.begin(), element.attributes.end(),
+                                  [&](const Attribute& attribute) { return attribute.name == name; });
+  return found == element.attributes.end() ? nullptr : &*found;
+}
+
+Element Located(const Element& described, const Element& outline) {
+  Element located = {described.name, outline.line, outline.column, AllFields(described), {}};
+  for (Attribute& field : located.attributes) {
+    if (const Attribute* const place = FindAttribute(outline, field.name)) SetPlace(field, *place);
+  }
+  auto elements = ByName(outline.children);
+  auto records = ByName(described.children);
+  std::map<std::string_view, std::size_t> next;
+  for (const Element& child : described.children) {
+    const auto& makers = elements[child.name];
+    const std::size_t byTexts = records[child.name].size() - makers.size();
+    const std::size_t i = next[child.name]++;
+    if (i < byTexts) {
+      located.children.push_back(MadeByTexts(child, outline));
+    } else {
+      located.children.push_back(Located(child, *makers[i - byTexts]));
+    }
+  }
+  return located;
+}
+
+}  // namespace plddb

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Check.h"
+#include "tests/support/read_file.h"
+
+/// \file
+/// Findings in the form in which the tests compare them.
+
+using Texts = std::vector<std::string>;
+
+/// "LINE:COLUMN SEVERITY[CODE]".
+inline std::string Brief(const plddb::check::Finding& finding) {
+  const bool isError = finding.severity == plddb::check::Severity::kError;
+  return std::to_string(finding.place.line) + ":" + std::to_string(finding.place.column) + (isError ? " error[" : " warning[") +
+         std::string(finding.code) + "]";
+}
+
+inline Texts Brief(const std::vector<plddb::check::Finding>& findings) {
+  Texts texts;
+  for (const auto& finding : findings) texts.push_back(Brief(finding));
+  return texts;
+}
+
+inline std::vector<plddb::check::Finding> CheckText(const std::string& text) {
+  return plddb::check::CheckTexts({{"devices.xml", text, ""}});
+}
+
+/// The names of the files of the corpus, in order.
+inline Texts CorpusFiles() {
+  Texts files;
+  for (const auto& entry : std::filesystem::directory_iterator(PLDDB_TEST_DIR "/check/corpus")) {
+    files.push_back(entry.path().filename().string());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+inline std::string CorpusText(const std::string& file) { return support::ReadFile(PLDDB_TEST_DIR "/check/corpus/" + file); }
