@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <utility>
@@ -10,12 +11,13 @@
 #include "bsdl/entity_reader.h"
 #include "bsdl/fact_reader.h"
 #include "bsdl/fault_list.h"
-#include "foundation/read_file.h"
 
 namespace plddb::bsdl {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+constexpr std::size_t kLargestFile = std::size_t{1} << 26;  // as of description files
 
 /// "2024-05-17T10:20:30Z" for seconds since 1970, after the civil calendar; not gmtime, which shares its answer.
 std::string TimeText(std::int64_t seconds) {
@@ -44,17 +46,16 @@ File Unread(const std::string& name, std::string text) {
 }  // namespace
 
 File Load(const std::string& path) {
-  std::string text;
-  const std::string failure = internal::ReadFile(path, text);
-  if (!failure.empty()) return Unread(path, "cannot read the file: " + failure);
-  File file = Parse(std::move(text), path);
+  FileText read = ReadDescriptionFile(path);
+  if (!read.failure.empty()) return Unread(path, "cannot read the file: " + read.failure);
+  File file = Parse(std::move(read.text), path);
   struct stat status = {};
   if (stat(path.c_str(), &status) == 0) file.time = TimeText(status.st_mtime);
   return file;
 }
 
 File Parse(std::string text, const std::string& name) {
-  if (text.size() > internal::kLargestFile) return Unread(name, "cannot read the file: larger than 64 MiB");
+  if (text.size() > kLargestFile) return Unread(name, "cannot read the file: larger than 64 MiB");
   File file;
   file.name = name;
   file.text = std::make_shared<const std::string>(std::move(text));

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Check.h"
 #include "Descriptions.h"
 
 /// BSDL files: what a maker states of a device and its boundary-scan registers, read and turned into device descriptions.
@@ -193,6 +194,22 @@ Addition AddTo(const std::string& text, const std::string& file, const Import& i
 
 /// The same for the file `path`, which is only read.
 Addition AddToFile(const std::string& path, const Import& import);
+
+/// \name Descriptions against makers' files
+///@{
+
+/// Whether values that a maker's file states and a description lacks are findings, too.
+enum class Missing { kAllowed, kListed };
+
+/// The codes of the findings below.
+std::vector<check::Code> CheckCodes();
+
+/// Where `descriptions` disagree with those of `files` that belong to them: a file belongs to the devices that its IDCODE
+/// matches, and to those that have a package of its entity name. Findings are in the order of the descriptions; files with
+/// errors come first and are findings themselves.
+std::vector<check::Finding> Check(const std::vector<File>& files, const std::vector<check::Description>& descriptions,
+                                  Missing missing);
+///@}
 
 /// The description file of `import`, with its comments.
 std::string Write(const Import& import);

@@ -7,8 +7,8 @@
 #include "bsdl/Bsdl.h"
 #include "bsdl/characters.h"
 #include "bsdl/idcode.h"
+#include "bsdl/outline.h"
 #include "bsdl/splice.h"
-#include "foundation/read_file.h"
 
 namespace plddb::bsdl {
 namespace {
@@ -108,21 +108,6 @@ std::string Shown(const Field& field, unsigned int value) {
   return field.hexDigits == 0 ? std::to_string(value) : Hex(value, field.hexDigits);
 }
 
-Place PlaceOf(const Element& element, std::string_view attribute) {
-  for (const plddb::Attribute& known : element.attributes) {
-    if (known.name == attribute) return {known.line, known.column};
-  }
-  return {element.line, element.column};
-}
-
-/// The nth of the children that are called `name`.
-const Element& Child(const Element& parent, std::string_view name, int n) {
-  for (const Element& child : parent.children) {
-    if (child.name == name && n-- == 0) return child;
-  }
-  return parent;
-}
-
 class Adder {
  public:
   Adder(const std::string& text, const std::string& file, const Import& import)
@@ -152,19 +137,20 @@ class Adder {
   void AddFamily(const DeviceList& database, Splice& splice) {
     for (int i = 0; FamilyList* const family = database.GetFamily(i); ++i) {
       if (TextOf(family->GetName()) == TextOf(family_.GetName()))
-        return AddDevices(*family, Child(outline_.root, "Family", i), splice);
+        return AddDevices(*family, *ChildrenOf(outline_.root, "Family")[static_cast<std::size_t>(i)], splice);
     }
     splice.PutAtEnd("DeviceDatabase", outline_.root.line, outline_.root.column, "", FamilyElement(written_));
   }
 
   void AddDevices(FamilyList& family, const Element& element, Splice& splice) {
     std::string added;
+    const std::vector<const Element*> devices = ChildrenOf(element, "Device");
     for (int i = 0; const DeviceInfo* const device = family_.GetDevice(i); ++i) {
       const int known = NumberOf(family, *device);
       if (known < 0) {
         added += written_.devices[static_cast<std::size_t>(i)];
       } else {
-        AddPackages(*device, *family.GetDevice(known), Child(element, "Device", known), splice);
+        AddPackages(*device, *family.GetDevice(known), *devices[static_cast<std::size_t>(known)], splice);
       }
     }
     splice.PutAtEnd("Family", element.line, element.column, "  ", added);
@@ -205,10 +191,9 @@ Addition AddTo(const std::string& text, const std::string& file, const Import& i
 }
 
 Addition AddToFile(const std::string& path, const Import& import) {
-  std::string text;
-  const std::string failure = internal::ReadFile(path, text);
-  if (failure.empty()) return AddTo(text, path, import);
-  return {"", {{path, {1, 1}, Severity::kError, "cannot read the file: " + failure}}};
+  const FileText read = ReadDescriptionFile(path);
+  if (read.failure.empty()) return AddTo(read.text, path, import);
+  return {"", {{path, {1, 1}, Severity::kError, "cannot read the file: " + read.failure}}};
 }
 
 std::string Write(const Import& import) {

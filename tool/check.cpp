@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "Bsdl.h"
+#include "bsdl_files.h"
 #include "colour.h"
 #include "command.h"
 #include "command_line.h"
@@ -25,13 +27,20 @@ constexpr const char* kFooter =
 standard output; the place is that of the value, or of the element that lacks it. An error is what
 can never work or is lost, a warning what may be meant so.
 
+With --bsdl the descriptions are compared with those of the makers' files that match their IDCODEs
+or have the entity name of a package, instead: id, mask, IR length, codes and boundary length. A
+folder stands for all *.bsd, *.bsdl, *.bsm, *.bs and *.1532 files in it.
+
 Exit code: 0 without findings, or with warnings alone; 1 for warnings with --strict; 2 for errors,
 for wrong usage, and for files that cannot be read.
 
-Example: plddb check --strict my_devices.xml)";
+Examples: plddb check --strict my_devices.xml
+          plddb check --bsdl makers_files my_devices.xml)";
 
 struct Options {
   std::vector<std::string> files;
+  std::vector<std::string> makersFiles;
+  bool missing = false;
   std::vector<std::string> allowed;
   bool strict = false;
   bool json = false;
@@ -40,15 +49,81 @@ struct Options {
 
 const char* NameOf(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
 
+/// All codes: those of the library check, then those of --bsdl.
+std::vector<Code> AllCodes() {
+  std::vector<Code> codes = plddb::check::Codes();
+  for (const Code& code : plddb::bsdl::CheckCodes()) codes.push_back(code);
+  return codes;
+}
+
+/// The name of a code, which may be given by its former one; null when there is none.
+const char* CodeName(const std::string& name) {
+  for (const Code& code : AllCodes()) {
+    if (name == code.name || (!code.formerly.empty() && name == code.formerly)) return code.name.data();
+  }
+  return nullptr;
+}
+
 std::vector<Finding> CheckFile(const std::string& file) {
   plddb::FileText read = plddb::ReadDescriptionFile(file);
   return plddb::check::CheckTexts({{file, std::move(read.text), std::move(read.failure)}});
 }
 
+std::vector<Finding> CheckFiles(const std::vector<std::string>& files) {
+  std::vector<Finding> findings;
+  for (const std::string& file : files) {
+    for (Finding& finding : CheckFile(file)) findings.push_back(std::move(finding));
+  }
+  return findings;
+}
+
+// --- Against makers' files --------------------------------------------------------------------------------------------------
+
+struct Paths {
+  std::vector<std::string> makersFiles;
+  std::vector<std::string> descriptions;
+};
+
+bool IsXml(const std::string& path) { return path.size() >= 4 && path.compare(path.size() - 4, 4, ".xml") == 0; }
+
+/// --bsdl takes all that follows it: without other arguments its last value is the description file, and so are *.xml before
+/// it.
+Paths PathsOf(const Options& options) {
+  Paths paths = {options.makersFiles, options.files};
+  if (!paths.descriptions.empty() || paths.makersFiles.size() < 2) return paths;
+  auto first = paths.makersFiles.end() - 1;
+  while (first - 1 != paths.makersFiles.begin() && IsXml(*(first - 1))) --first;
+  paths.descriptions.assign(first, paths.makersFiles.end());
+  paths.makersFiles.erase(first, paths.makersFiles.end());
+  return paths;
+}
+
+/// Compares descriptions that load with makers' files. The others are findings as ever.
+std::vector<Finding> CheckAgainst(const std::vector<std::string>& makersFiles, const std::vector<std::string>& files,
+                                  bool missing) {
+  std::vector<plddb::bsdl::File> makers;
+  for (const std::string& file : BsdlFiles(makersFiles)) makers.push_back(plddb::bsdl::Load(file));
+  std::vector<Finding> findings;
+  std::vector<plddb::LoadResult> loaded(files.size());
+  std::vector<plddb::Outline> outlines(files.size());
+  std::vector<plddb::check::Description> descriptions;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    loaded[i] = plddb::LoadDescriptions(files[i], &outlines[i]);
+    if (loaded[i].database != nullptr) {
+      descriptions.push_back({files[i], loaded[i].database.get(), &outlines[i]});
+    } else {
+      for (Finding& finding : CheckFile(files[i])) findings.push_back(std::move(finding));
+    }
+  }
+  const auto listed = missing ? plddb::bsdl::Missing::kListed : plddb::bsdl::Missing::kAllowed;
+  for (Finding& finding : plddb::bsdl::Check(makers, descriptions, listed)) findings.push_back(std::move(finding));
+  return findings;
+}
+
 void DropAllowed(std::vector<Finding>& findings, const std::vector<std::string>& allowed) {
   for (const std::string& name : allowed) {
-    const Code* const code = plddb::check::FindCode(name);
-    const auto isAllowed = [&](const Finding& finding) { return code != nullptr && finding.code == code->name; };
+    const char* const code = CodeName(name);
+    const auto isAllowed = [&](const Finding& finding) { return code != nullptr && finding.code == code; };
     findings.erase(std::remove_if(findings.begin(), findings.end(), isAllowed), findings.end());
   }
 }
@@ -80,7 +155,7 @@ std::string JsonReport(const std::vector<Finding>& findings) {
 
 std::string CodeTable() {
   std::vector<Row> rows;
-  for (const Code& code : plddb::check::Codes()) {
+  for (const Code& code : AllCodes()) {
     rows.push_back({std::string(code.name), NameOf(code.severity), std::string(code.meaning)});
   }
   return AlignedTable(rows);
@@ -102,12 +177,11 @@ ExitCode RunCheck(const Options& options) {
     WriteOutput(CodeTable());
     return ExitCode::kFound;
   }
-  if (options.files.empty()) throw WrongUsage("FILE is required");
-  const std::vector<std::string> files = DescriptionFiles(options.files);
-  std::vector<Finding> findings;
-  for (const std::string& file : files) {
-    for (Finding& finding : CheckFile(file)) findings.push_back(std::move(finding));
-  }
+  const Paths paths = PathsOf(options);
+  if (paths.descriptions.empty()) throw WrongUsage("FILE is required");
+  const std::vector<std::string> files = DescriptionFiles(paths.descriptions);
+  std::vector<Finding> findings =
+      options.makersFiles.empty() ? CheckFiles(files) : CheckAgainst(paths.makersFiles, files, options.missing);
   DropAllowed(findings, options.allowed);
   WriteOutput(options.json ? JsonReport(findings) : WithPaintedSeverities(Lines(findings), STDOUT_FILENO));
   const std::size_t errors = Count(findings, Severity::kError);
@@ -119,7 +193,7 @@ ExitCode RunCheck(const Options& options) {
 }
 
 std::string RefuseUnknownCode(const std::string& name) {
-  if (plddb::check::FindCode(name) != nullptr) return "";
+  if (CodeName(name) != nullptr) return "";
   return "no finding has the code " + name + "; plddb check --list-codes shows all";
 }
 
@@ -134,6 +208,11 @@ Run AddCheck(Subcommand subcommand) {
       .OneValueEach();
   subcommand.AddFlag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
   subcommand.AddFlag("--list-codes", options->listCodes, "Say what each code means, and check nothing");
+  const Option makersFiles =
+      subcommand.Add("--bsdl", options->makersFiles, "Compare with makers' BSDL files, or folders of them");
+  makersFiles.Type("BSDL...");
+  subcommand.AddFlag("--missing", options->missing, "List what the makers' files state and a description lacks")
+      .Needs(makersFiles);
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");
   subcommand.Footer(kFooter);
   return [options] { return RunCheck(*options); };

@@ -5,8 +5,9 @@
 #include <vector>
 
 #include "Bsdl.h"
+#include "bsdl_files.h"
 #include "command.h"
-#include "databases.h"
+#include "command_line.h"
 #include "description_output.h"
 #include "shared_options.h"
 #include "standard_streams.h"
@@ -67,13 +68,13 @@ std::string TextOf(const plddb::bsdl::Import& import, const std::string& into) {
 
 ExitCode RunImport(const Options& options) {
   std::vector<plddb::bsdl::File> files;
-  for (const std::string& file : options.files) files.push_back(plddb::bsdl::Load(file));
+  for (const std::string& file : BsdlFiles(options.files)) files.push_back(plddb::bsdl::Load(file));
   const plddb::bsdl::Import import = plddb::bsdl::Describe(files, options.import);
   if (import.database == nullptr) throw Failure(Lines(import.faults));
   const std::string text = TextOf(import, options.into);
   if (!import.faults.empty()) WriteMessage(Lines(import.faults) + '\n');
   const plddb::LoadResult loaded = plddb::ParseDescriptions(text, options.into);
-  if (loaded.database != nullptr) ReportHidden(*loaded.database);
+  if (loaded.database != nullptr) ReportShadowed({loaded.database.get()});
   WriteDescriptionText(text, options.output.empty() ? options.into : options.output);
   return ExitCode::kFound;
 }
@@ -83,7 +84,7 @@ ExitCode RunImport(const Options& options) {
 Run AddImport(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   plddb::bsdl::ImportOptions& import = options->import;
-  subcommand.Add("FILE", options->files, "BSDL files").Type("").Required();
+  subcommand.Add("FILE", options->files, "BSDL files, or folders of them").Type("").Required();
   subcommand.Add("--family", import.family, "The family of the devices").Type("NAME").Required().NotEmpty();
   subcommand.Add("--name", import.name, "The name of the device, instead of the entity's").Type("NAME").NotEmpty();
   subcommand.Add("--vendor", import.vendor, "The maker, instead of the one of the IDCODE").Type("NAME").NotEmpty();
