@@ -94,7 +94,8 @@ class ChainPosition {
 
   const std::vector<Candidate>& Candidates() const;  ///< All that answer, in search order.
   const DeviceInfo* Match() const;                   ///< What the library finds first; null for an unknown id.
-  bool IsAmbiguous() const { return Candidates().size() > 1; }
+  /// Whether another device may be meant as well: not one that is less exact than the match and has the same IR length.
+  bool IsAmbiguous() const;
   unsigned long IrLength() const;  ///< What the user gives, or else that of the match; 0 when it is not known.
 
  private:

@@ -117,6 +117,15 @@ const std::vector<Candidate>& ChainPosition::Candidates() const {
 
 const DeviceInfo* ChainPosition::Match() const { return candidates_ == nullptr ? nullptr : candidates_->front().device; }
 
+bool ChainPosition::IsAmbiguous() const {
+  const std::vector<Candidate>& all = Candidates();
+  return std::any_of(all.begin(), all.end(), [&](const Candidate& other) {
+    const Candidate& match = all.front();
+    const bool isLessExact = other.bits != match.bits && (other.bits & match.bits) == other.bits;
+    return other.device != match.device && !(isLessExact && other.device->GetIRLength() == match.device->GetIRLength());
+  });
+}
+
 unsigned long ChainPosition::IrLength() const {
   if (givenIrLength != 0) return givenIrLength;
   return Match() == nullptr ? 0 : Match()->GetIRLength();

@@ -23,6 +23,12 @@ processor_seconds() {
   times | awk 'NR == 2 { for (i = 1; i <= 2; ++i) { split($i, part, /[ms]/); sum += 60 * part[1] + part[2] } printf "%d", sum }'
 }
 
+# The folders of the product; each uses only those before it.
+layers=()
+for folder in foundation package device family database descriptions chain check bsdl programming_files tool; do
+  if [ -d "$folder" ]; then layers+=("$folder"); fi
+done
+
 # Options for `cmake` that make a second build fast, where the machine can.
 launcher=()
 if command -v ccache >/dev/null; then launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi

@@ -9,7 +9,7 @@
 #include "colour.h"
 #include "command.h"
 #include "command_line.h"
-#include "databases.h"
+#include "data_files.h"
 #include "device_text.h"
 #include "json_text.h"
 #include "standard_streams.h"

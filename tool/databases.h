@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Descriptions.h"
+#include "data_files.h"
 
 namespace tool {
 
@@ -11,19 +12,20 @@ namespace tool {
 struct Database {
   std::string file;
   DeviceListOwner devices;
+  Origin origin = Origin::kShipped;
   plddb::Outline outline;  ///< The file's elements and their places, where they were asked for; else empty.
 };
 
 /// Whether the outlines of the files are wanted as well: they take time and memory.
 enum class Outlines { kNo, kYes };
 
-/// The description files that `paths` name, in this order; a folder stands for its *.xml files in name order. Without paths,
-/// the data that was installed with the tool. Throws Failure for a folder without any.
-std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths);
+/// Loads the files that a command over `named`, the values of --db, reads (DataFiles), in place of those of an earlier call.
+/// Throws Failure with all faults of all files. On purpose: they stay in memory until the process ends, since taking them apart
+/// takes as long as answering.
+const std::vector<Database>& LoadDatabases(const std::vector<std::string>& named, Outlines outlines = Outlines::kNo);
 
-/// Loads the files that DescriptionFiles names, in place of those of an earlier call. Throws Failure with all faults of all
-/// files. On purpose: they stay in memory until the process ends, since taking them apart takes as long as answering.
-const std::vector<Database>& LoadDatabases(const std::vector<std::string>& paths, Outlines outlines = Outlines::kNo);
+/// The same for the files that `paths` name, and no others.
+const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths);
 
 /// Calls `visit(device)` for every device that the lookups visit, in their order.
 template <typename Visit>

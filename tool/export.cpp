@@ -22,7 +22,7 @@ struct Options {
 };
 
 ExitCode RunExport(const Options& options) {
-  const std::vector<Database>& databases = LoadDatabases({options.file});
+  const std::vector<Database>& databases = LoadFiles({options.file});
   if (databases.size() > 1) throw WrongUsage(options.file + " is a folder; merge its files instead");
   const DeviceLists written = {databases.front().devices.get()};
   ReportShadowed(written);

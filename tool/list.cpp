@@ -26,6 +26,7 @@ Examples: plddb list        plddb list --family XC9500XL --json)";
 struct Options {
   std::vector<std::string> databases;
   std::string family;
+  bool files = false;
   bool json = false;
 };
 
@@ -130,6 +131,28 @@ std::string DeviceJson(const std::vector<Listed>& families, const std::vector<st
   return ToText({{"devices", list}, {"suggestions", suggestions}});
 }
 
+// --- Files -------------------------------------------------------------------------------------------------------------------
+
+std::string FileTable(const std::vector<Database>& databases) {
+  std::vector<Row> rows = {{"order", "from", "families", "devices", "file"}};
+  for (const Database& database : databases) {
+    rows.push_back({std::to_string(rows.size()), NameOf(database.origin), std::to_string(database.devices->GetFamilyCount()),
+                    std::to_string(database.devices->GetDeviceCount()), Printable(database.file)});
+  }
+  return AlignedTable(rows);
+}
+
+std::string FileJson(const std::vector<Database>& databases) {
+  Json list = Json::array();
+  for (const Database& database : databases) {
+    list.push_back({{"file", database.file},
+                    {"from", NameOf(database.origin)},
+                    {"families", database.devices->GetFamilyCount()},
+                    {"devices", database.devices->GetDeviceCount()}});
+  }
+  return ToText({{"files", list}});
+}
+
 // --- The command ------------------------------------------------------------------------------------------------------------
 
 ExitCode ListDevices(const std::vector<Database>& databases, const Options& options) {
@@ -147,6 +170,10 @@ ExitCode ListDevices(const std::vector<Database>& databases, const Options& opti
 
 ExitCode RunList(const Options& options) {
   const std::vector<Database>& databases = LoadDatabases(options.databases);
+  if (options.files) {
+    WriteOutput(options.json ? FileJson(databases) : FileTable(databases));
+    return ExitCode::kFound;
+  }
   if (!options.family.empty()) return ListDevices(databases, options);
   const std::vector<Listed> families = Families(databases, "");
   WriteOutput(options.json ? FamilyJson(families) : FamilyTable(families, databases));
@@ -158,10 +185,16 @@ ExitCode RunList(const Options& options) {
 Run AddList(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   AddDatabaseOption(subcommand, options->databases);
-  subcommand.Add("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
-      .Type("NAME")
-      .NotEmpty();
-  subcommand.AddFlag("--json", options->json, "Write a JSON object: {families}, or {devices, suggestions} with --family");
+  const Option family =
+      subcommand
+          .Add("--family", options->family, "List the devices of this family (its name or alias name; letter case counts)")
+          .Type("NAME")
+          .NotEmpty();
+  subcommand
+      .AddFlag("--files", options->files, "List the description files that are read, in the order in which they are searched")
+      .Excludes(family);
+  subcommand.AddFlag("--json", options->json,
+                     "Write a JSON object: {families}, {devices, suggestions} with --family, {files} with --files");
   subcommand.Footer(kFooter);
   return [options] { return RunList(*options); };
 }

@@ -24,7 +24,7 @@ struct Options {
 
 ExitCode RunMerge(const Options& options) {
   DeviceLists merged;  // on purpose no copies into one database: they give up backups that differ from their values
-  for (const Database& database : LoadDatabases(options.files)) merged.push_back(database.devices.get());
+  for (const Database& database : LoadFiles(options.files)) merged.push_back(database.devices.get());
   ReportShadowed(merged);
   WriteDatabases(merged, options.output);
   return ExitCode::kFound;

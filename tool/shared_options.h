@@ -11,8 +11,10 @@
 namespace tool {
 
 inline void AddDatabaseOption(Subcommand subcommand, std::vector<std::string>& databases) {
-  subcommand.Add("--db", databases, "A description file, or a folder of *.xml; may be given several times")
-      .Type("FILE")
+  subcommand
+      .Add("--db", databases,
+           "A description file, or a folder of *.xml, in place of all others; +FILE: before them; may be given several times")
+      .Type("[+]FILE")
       .OneValueEach();
 }
 

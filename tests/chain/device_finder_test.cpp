@@ -66,6 +66,34 @@ TEST(DeviceFinder, MarksWhatTheLowByteAloneFinds) {
   EXPECT_FALSE(finder.Identify(0x12345677).Candidates().at(0).onlyLowByte);
 }
 
+TEST(ChainPosition, IsAmbiguousUnlessAllOthersAreLessExactAndAsLong) {
+  const struct {
+    unsigned int mask;
+    unsigned short irLength;
+    unsigned int otherMask;
+    unsigned short otherIrLength;
+    bool isAmbiguous;
+  } rows[] = {
+      {0xFFFFFFFF, 4, 0x0FFFFFFF, 4, false},  // the other one is what is left when no part of that version is known
+      {0xFFFFFFFF, 4, 0x0FFFFFFF, 5, true},  {0xFFFFFFFF, 4, 0x0FFFFFFF, 0, true}, {0x0FFFFFFF, 4, 0xFFFFFFFF, 4, true},
+      {0xFFFFFFFF, 4, 0xFFFFFFFF, 4, true},  {0x0FFFFFFF, 4, 0xF0FFFFFF, 4, true},  // neither counts all bits that the other
+                                                                                    // one does
+  };
+  for (const auto& row : rows) {
+    const DeviceListOwner first = Database(0x59604093, 0, row.mask);
+    const DeviceListOwner second = Database(0x59604093, 0, row.otherMask);
+    first->GetFamily(0)->GetDevice(0)->SetIRLength(row.irLength);
+    second->GetFamily(0)->GetDevice(0)->SetIRLength(row.otherIrLength);
+    DeviceFinder both({first.get(), second.get()}, "JTAG");
+    EXPECT_EQ(both.Identify(0x59604093).IsAmbiguous(), row.isAmbiguous)
+        << "row: " << std::hex << row.mask << ' ' << row.irLength << ' ' << row.otherMask << ' ' << row.otherIrLength;
+    DeviceFinder one({first.get()}, "JTAG");
+    EXPECT_FALSE(one.Identify(0x59604093).IsAmbiguous());
+    EXPECT_FALSE(one.Identify(0x59604095).IsAmbiguous());
+    EXPECT_FALSE(one.Identify(std::nullopt).IsAmbiguous());
+  }
+}
+
 TEST(ChainPosition, HasTheIrLengthOfTheUserOrElseOfItsMatch) {
   const DeviceListOwner database = Database(0x59604093, 0, 0xFFFFFFFF);
   database->GetFamily(0)->GetDevice(0)->SetIRLength(8);

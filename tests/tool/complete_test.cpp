@@ -50,7 +50,7 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{}, "check|export|find|help|identify|list|merge|show"},
       {{"help", "me"}, "merge"},
       {{"help", "list", ""}, ""},
-      {{"list", "--"}, "--db|--family|--help|--json"},
+      {{"list", "--"}, "--db|--family|--files|--help|--json"},
       {{"list", "--fam"}, "--family"},
       {{"identify", "--comm", ""}, "DUAL|ISP|JTAG"},
       {{"identify", "--comm", "i"}, "ISP"},

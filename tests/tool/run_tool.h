@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -13,6 +14,10 @@
 /// Runs the built command as a user would: arguments and standard input in, exit code and both outputs back.
 
 namespace run_tool_detail {
+
+/// The descriptions of whoever runs the tests are none of theirs.
+inline const bool kNoOwnDescriptions =
+    unsetenv("PLDDB_PATH") == 0 && setenv("XDG_CONFIG_HOME", "/nonexistent", 1) == 0;  // NOLINT(concurrency-mt-unsafe)
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
