@@ -91,7 +91,7 @@ Run AddImport(Subcommand subcommand) {
   subcommand.Add("--package", import.package, "The package type, instead of the pin map's").Type("TYPE").NotEmpty();
   const Option units =
       subcommand.Add("--units", options->units, "Write sizes of IEEE 1532, and times in s, ms, us (as without UNIT) or ns");
-  units.Type("UNIT").ValueMayBeMissing();
+  units.Type("s|ms|us|ns").ValueMayBeMissing();
   subcommand.Add("--into", options->into, "A description file that gets the devices; all else in it stays").Type("FILE");
   AddOutputOption(subcommand, options->output);
   subcommand.Footer(kFooter);
