@@ -175,7 +175,7 @@ TEST(CheckBsdl, ComparesWithFilesAndFolders) {
                                       "<DeviceDatabase><Family Name='F'>\n<Device Name='PLD1234A' jtagDeviceID='0x01234057' "
                                       "DeviceIDScanMask='0x0FFFFFFF' IRLength='9'/>\n</Family></DeviceDatabase>");
   const std::string other = folder.Write("other.xml", "<DeviceDatabase/>");
-  const std::string finding = my + ":2:87: error[bsdl-ir-length]: IRLength is 9, but 8 in ";
+  const std::string finding = my + ":2:91: error[bsdl-ir-length]: IRLength is 9, but 8 in ";
   const struct {
     std::vector<std::string> words;
     std::string out;
