@@ -61,7 +61,8 @@ install(FILES ${PROJECT_BINARY_DIR}/plddb-config.cmake ${PROJECT_BINARY_DIR}/pld
   DESTINATION ${PLDDB_CONFIG_DIR} COMPONENT development)
 
 if(TARGET plddb_descriptions)
-  install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT data FILES_MATCHING PATTERN "*.xml")
+  install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT data
+    FILES_MATCHING PATTERN "*.xml" PATTERN tables EXCLUDE)
   install(FILES descriptions/plddb.xsd DESTINATION ${CMAKE_INSTALL_DATADIR}/plddb COMPONENT data)
 endif()
 

@@ -7,7 +7,7 @@ using namespace plddb::internal;
 
 namespace {
 
-/// The first family at or behind position `i` whose Name is exactly `name`; null when there is none. Leaves its position in
+/// The first family at or after position `i` whose Name is exactly `name`; null when there is none. Leaves its position in
 /// `i`.
 FamilyList* FindByName(const DeviceList& database, const char* name, int& i) {
   FamilyList* family = database.GetFamily(i);

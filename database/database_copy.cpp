@@ -12,7 +12,7 @@ DeviceList::DeviceList(DeviceList* src) : DeviceList() {
   try {
     AppendFamilies(*src);
   } catch (...) {
-    ReleaseDevices(*this);  // nobody else can reach them; the families go with this database
+    plddb::ReleaseDevices(*this);  // nobody else can reach them; the families go with this database
     throw;
   }
 }
@@ -38,7 +38,7 @@ void DeviceList::AppendFamilies(const DeviceList& src) {
     try {
       Families.AddTail(copy.get());
     } catch (...) {
-      ReleaseDevices(*copy);  // the family itself is still ours and goes with its pointer
+      plddb::ReleaseDevices(*copy);  // the family itself is still ours and goes with its pointer
       throw;
     }
     static_cast<void>(copy.release());

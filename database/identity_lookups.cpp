@@ -20,7 +20,7 @@ bool AgreesWithJDF(const char* stored, const char* jdfFile) {
 /// Whether a stored ordering number is `pon`, letter case ignored. `stripSuffix` leaves out what follows its last '-', the '-'
 /// included, unless that stands at the start.
 bool AgreesWithPON(const char* stored, const char* pon, bool stripSuffix) {
-  const char* const rest = stored == nullptr ? nullptr : BehindPrefix(stored, pon);
+  const char* const rest = stored == nullptr ? nullptr : AfterPrefix(stored, pon);
   if (rest == nullptr) return false;
   const char* const dash = stripSuffix ? std::strrchr(stored, '-') : nullptr;
   const bool isCut = dash != nullptr && dash != stored;
@@ -90,7 +90,7 @@ DeviceInfo* DeviceList::GetDeviceWithCommAndIDNoMask(const char* comm, unsigned 
 int DeviceList::GetDeviceListWithCommAndID(const char* comm, unsigned int id) {
   if (id == 0) return 0;
   WithAccessMode(comm, [&](auto mode) {
-    listDevicenames.clear();  // no sooner: `comm` may lie in it
+    listDevicenames.clear();  // only now: `comm` may lie in it
     ForEachDevice(*this, [&](const DeviceInfo& device) {
       if (AnswersTo(device, mode, id)) listDevicenames.emplace_back(OrEmpty(device.GetCodeName()));
     });

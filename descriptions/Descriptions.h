@@ -47,10 +47,22 @@ struct Element {
   std::vector<Element> children;      ///< In file order.
 };
 
+/// A comment of a description file. Its text lies in an Outline.
+struct Comment {
+  /// Where it is, seen from its element. Beside: after it, or after its start tag, in the same line, as the line's last.
+  enum class Place { kBefore, kBesideStart, kBeforeEnd, kBeside };
+
+  std::string_view text;  ///< Between "<!--" and "-->".
+  Place place = Place::kBefore;
+  int line = 0;    ///< Of the '<' of its element; 0 for the file itself, whose end a comment after the root is before.
+  int column = 0;  ///< Likewise.
+};
+
 /// Elements, and the texts that they show. Copies share the texts, which live as long as any of them.
 struct Outline {
-  Element root;                       ///< With all that is in it.
-  std::shared_ptr<const void> texts;  ///< What the elements' names and values lie in.
+  Element root;                        ///< With all that is in it.
+  std::shared_ptr<const void> texts;   ///< What the elements' names and values lie in.
+  std::vector<Comment> comments = {};  ///< In file order.
 };
 
 /// What is in a file.
@@ -98,9 +110,17 @@ Element Located(const Element& described, const Element& outline);
 /// no file can say is listed in docs/descriptions.md.
 std::string WriteDescriptions(const DeviceList& database);
 
-/// The description file that describes all of `databases`, none of which is null: their families one after the other, Version
-/// and Comment of the first. Nothing is joined or left out. A text that exceeds what a file may hold is written as well, and
+/// A database to write, and the outline of the file that it was loaded from; null: none. Neither has changed since. Both are
+/// borrowed.
+struct Source {
+  const DeviceList* database = nullptr;
+  const Outline* outline = nullptr;
+};
+
+/// The description file that describes all of `sources`, whose databases are not null: their families one after the other,
+/// Version and Comment of the first. Comments of their outlines are kept at their elements, and so is the schema that the first
+/// root names. Nothing is joined or left out. A text that exceeds what a file may hold is written as well, and
 /// will not load.
-std::string WriteDescriptions(const std::vector<const DeviceList*>& databases);
+std::string WriteDescriptions(const std::vector<Source>& sources);
 
 }  // namespace plddb

@@ -5,17 +5,11 @@
 
 #include "descriptions/NearNames.h"
 #include "descriptions/elements.h"
-#include "descriptions/text_position.h"
 #include "descriptions/values.h"
 #include "descriptions/xml_text.h"
 
 namespace plddb::descriptions {
 namespace {
-
-/// What editors put into an element so that they know its schema.
-bool IsSchemaHint(std::string_view name) {
-  return name == "xmlns" || name.substr(0, 6) == "xmlns:" || name.substr(0, 4) == "xsi:";
-}
 
 /// "A, B or C".
 std::string Listed(const std::vector<std::string_view>& names) {
@@ -29,14 +23,14 @@ std::string Listed(const std::vector<std::string_view>& names) {
 
 }  // namespace
 
-bool ElementReader::Parse() {
+bool ElementReader::Parse(bool withComments) {
   buffer_->reserve(text_.size() + 1);
   *buffer_ = text_;
   *buffer_ +=
       '\n';  // the parser puts its end mark over the last character, and then some of its faults are not where they were
   // As a fragment, so that text beside the root element is not passed over; as UTF-8, so that the buffer is not converted.
-  const auto result = document_.load_buffer_inplace(buffer_->data(), buffer_->size(),
-                                                    pugi::parse_default | pugi::parse_fragment, pugi::encoding_utf8);
+  const unsigned int options = pugi::parse_default | pugi::parse_fragment | (withComments ? pugi::parse_comments : 0);
+  const auto result = document_.load_buffer_inplace(buffer_->data(), buffer_->size(), options, pugi::encoding_utf8);
   if (result) return true;
   if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
   ReportBrokenXml(text_, result, faults_);
@@ -44,10 +38,9 @@ bool ElementReader::Parse() {
 }
 
 Outline ElementReader::TakeOutline() {
-  TextPositions positions(text_);
-  Element root =
-      ToElement(document_.document_element(), [&](const char* inBuffer) { return positions.At(OffsetOf(inBuffer)); });
-  return {std::move(root), std::move(buffer_)};
+  OutlineMaker maker(text_, [this](const char* inBuffer) { return OffsetOf(inBuffer); });
+  Element root = maker.Root(document_);
+  return {std::move(root), std::move(buffer_), maker.TakeComments()};
 }
 
 void ElementReader::AddFault(pugi::xml_node node, std::string text) {

@@ -20,8 +20,8 @@ class ElementReader {
   /// Borrows `text` and `faults`, which must outlive it.
   ElementReader(std::string_view text, Faults& faults) : text_(text), faults_(faults) {}
 
-  /// Parses the text. False, and a fault, when it is not XML.
-  bool Parse();
+  /// Parses the text. False, and a fault, when it is not XML. `withComments` keeps comments among the nodes.
+  bool Parse(bool withComments);
   pugi::xml_node Document() const { return document_; }
 
   /// The root element, and all in it. Hands over the text in which names and values lie: the reader is of no use afterwards.

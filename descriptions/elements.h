@@ -2,17 +2,41 @@
 
 #include <functional>
 #include <pugixml.hpp>
+#include <string_view>
+#include <vector>
 
 #include "descriptions/Descriptions.h"
 #include "descriptions/text_position.h"
 
 namespace plddb::descriptions {
 
-/// Says where a name or value that the parser lends stands. It is asked in the order of the text.
-using Locate = std::function<TextPosition(const char*)>;
+/// Whether editors put an attribute of this name into an element so that they know its schema.
+bool IsSchemaHint(std::string_view name);
 
-/// `node` and all in it, as elements that show the texts of the parsed document. Descriptions are a few levels deep, and so is
-/// the recursion.
-Element ToElement(pugi::xml_node node, const Locate& locate);
+/// Makes elements and comments of the nodes of a parsed document; they show its texts.
+class OutlineMaker {
+ public:
+  /// Gives the offset in `text` of a name or value that the parser lends.
+  using Offset = std::function<std::size_t(const char*)>;
+
+  OutlineMaker(std::string_view text, Offset offset) : text_(text), positions_(text), offset_(std::move(offset)) {}
+
+  /// The root of `document`, with all in it.
+  Element Root(pugi::xml_node document);
+
+  /// The comments that Root passed, in file order.
+  std::vector<Comment> TakeComments() { return std::move(comments_); }
+
+ private:
+  Element ToElement(pugi::xml_node node);
+  void AddChildren(Element& element, pugi::xml_node node);
+  bool IsBeside(pugi::xml_node comment) const;
+  TextPosition PositionOf(const char* inBuffer) { return positions_.At(offset_(inBuffer)); }
+
+  std::string_view text_;
+  TextPositions positions_;
+  Offset offset_;
+  std::vector<Comment> comments_;
+};
 
 }  // namespace plddb::descriptions

@@ -78,6 +78,11 @@ constexpr Field InHex(int digits, Field field) {
   return field;
 }
 
+constexpr Field Starts(Group group, Field field) {
+  field.group = group;
+  return field;
+}
+
 constexpr Field With(Kind kind, Field field) {
   field.kind = kind;
   return field;
@@ -123,7 +128,7 @@ constexpr Field kFamilyRows[] = {
 };
 
 constexpr Field kDeviceRows[] = {
-    FIELD(DeviceInfo, Name),
+    Starts(Group::Names, FIELD(DeviceInfo, Name)),
     FIELD(DeviceInfo, CodeName),
     FIELD(DeviceInfo, AliasName),
     FIELD(DeviceInfo, Family),
@@ -139,14 +144,14 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, EBRFile),
     FIELD(DeviceInfo, Pin),
     FIELD(DeviceInfo, BitMapTransformation),
-    InHex(8, FIELD(DeviceInfo, ispDeviceID)),
+    Starts(Group::Identification, InHex(8, FIELD(DeviceInfo, ispDeviceID))),
     InHex(8, FIELD(DeviceInfo, jtagDeviceID)),
     InHex(8, BACKUP(DeviceInfo, jtagDeviceIDBackup)),
     InHex(8, FIELD(DeviceInfo, DeviceIDMask)),
     InHex(8, BACKUP(DeviceInfo, DeviceIDMaskBackup)),
     InHex(8, FIELD(DeviceInfo, DeviceIDScanMask)),
     FIELD(DeviceInfo, IDLength),
-    FIELD(DeviceInfo, ARCHLength),
+    Starts(Group::Fuses, FIELD(DeviceInfo, ARCHLength)),
     BACKUP(DeviceInfo, BackupARCHLength),
     FIELD(DeviceInfo, ARCHRow),
     BACKUP(DeviceInfo, BackupARCHRow),
@@ -155,8 +160,8 @@ constexpr Field kDeviceRows[] = {
     BACKUP(DeviceInfo, BackupELength),
     FIELD(DeviceInfo, ERow),
     BACKUP(DeviceInfo, BackupERow),
-    FIELD(DeviceInfo, IRLength),
-    FIELD(DeviceInfo, AddressLength),
+    Starts(Group::Registers, FIELD(DeviceInfo, IRLength)),
+    Starts(Group::Fuses, FIELD(DeviceInfo, AddressLength)),
     BACKUP(DeviceInfo, BackupAddressLength),
     FIELD(DeviceInfo, DataLength),
     BACKUP(DeviceInfo, BackupDataLength),
@@ -171,18 +176,18 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, VerifyTime),
     FIELD(DeviceInfo, ispUESMask),
     FIELD(DeviceInfo, jtagUESMask),
-    FIELD(DeviceInfo, BSCANLength),
+    Starts(Group::Registers, FIELD(DeviceInfo, BSCANLength)),
     FIELD(DeviceInfo, InstructionBypassPattern),
     InHex(2, FIELD(DeviceInfo, IDInstruction)),
     InHex(2, MakeField<&DeviceInfo::SetUSERCODEIntruction, &DeviceInfo::GetUSERCODEInstruction>("USERCODEIntruction")),
     InHex(2, FIELD(DeviceInfo, InstructionBypass)),
     FIELD(DeviceInfo, BypassLength),
     InHex(2, FIELD(DeviceInfo, BypassValue)),
-    FIELD(DeviceInfo, BSDLFile),
+    Starts(Group::Names, FIELD(DeviceInfo, BSDLFile)),
     FIELD(DeviceInfo, BSDLFileTime),
     FIELD(DeviceInfo, TurboAlgTemplate),
     FIELD(DeviceInfo, TurboAlgIndex),
-    FIELD(DeviceInfo, DataFrames),
+    Starts(Group::Bitstream, FIELD(DeviceInfo, DataFrames)),
     FIELD(DeviceInfo, FrameBytes),
     FIELD(DeviceInfo, HeaderBytes),
     FIELD(DeviceInfo, DataFrameHeader),
@@ -196,7 +201,7 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, NumberOfExternalASC),
     FIELD(DeviceInfo, MultibootChipSelColumn),
     FIELD(DeviceInfo, MultibootSourceSelColumn),
-    COLUMN(DeviceInfo, MultibootCfgAddr),
+    Starts(Group::Lists, COLUMN(DeviceInfo, MultibootCfgAddr)),
     COLUMN(DeviceInfo, MultibootAutoAdd),
     COLUMN(DeviceInfo, SysIOList),
     // Of each of the following lists the first column makes the records, the others fill them.

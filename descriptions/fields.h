@@ -36,6 +36,9 @@ enum class Need : unsigned char {
   NotEmpty,  // a fault, and so is an empty text
 };
 
+/// Attributes that share a line in written files, where a start tag takes more than one.
+enum class Group : unsigned char { None, Names, Identification, Registers, Fuses, Bitstream, Lists };
+
 /// One attribute of an element, and the field behind it.
 struct Field {
   std::string_view name;
@@ -44,6 +47,7 @@ struct Field {
   void (*set)(void* record, const Value& value);
   Value (*get)(const void* record);  // lends texts; null where the value is one column of a list
   int hexDigits = 0;                 // of raw bits, which people read as hexadecimal digits; this many at least
+  Group group = Group::None;         // of it and the rows below, up to the next that has one
 };
 
 /// The fields of one kind of record, in the order in which the library wants them set.

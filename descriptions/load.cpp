@@ -45,7 +45,7 @@ class Loader {
  public:
   Loader(std::string_view text, Faults& faults) : reader_(text, faults), faults_(faults) {}
 
-  void Load(DeviceList& database);
+  void Load(DeviceList& database, bool withComments);
   Outline TakeOutline() { return reader_.TakeOutline(); }
 
  private:
@@ -88,6 +88,15 @@ class Loader {
   std::size_t devices_ = 0;
 };
 
+/// `node`, or what follows it, but for comments.
+pugi::xml_node NoComment(pugi::xml_node node) {
+  while (node.type() == pugi::node_comment) node = node.next_sibling();
+  return node;
+}
+
+pugi::xml_node FirstChild(pugi::xml_node node) { return NoComment(node.first_child()); }
+pugi::xml_node NextSibling(pugi::xml_node node) { return NoComment(node.next_sibling()); }
+
 /// Puts `records` behind those that the texts of the device's attributes made.
 template <class Record>
 void AppendRecords(DeviceInfo& device, const std::vector<Record>& made, std::vector<Record>& records,
@@ -114,12 +123,12 @@ void SetRecords(DeviceElement& element) {
   SetEbrEntries(element);
 }
 
-void Loader::Load(DeviceList& database) {
+void Loader::Load(DeviceList& database, bool withComments) {
   static constexpr Child<DeviceList> kRoot[] = {{"DeviceDatabase", &Loader::ReadDatabase, 1}};
-  if (!reader_.Parse()) return;
+  if (!reader_.Parse(withComments)) return;
   const pugi::xml_node document = reader_.Document();
   ReadChildren(database, document, kRoot);
-  if (!document.first_child()) faults_.Add(0, "there is nothing in the file: expected a DeviceDatabase element");
+  if (!FirstChild(document)) faults_.Add(0, "there is nothing in the file: expected a DeviceDatabase element");
 }
 
 void Loader::ReadDatabase(DeviceList& database, pugi::xml_node node) {
@@ -273,7 +282,7 @@ bool Loader::IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi
 template <class Parent, std::size_t count>
 void Loader::ReadChildren(Parent& parent, pugi::xml_node node, const Child<Parent> (&children)[count]) {
   std::array<std::size_t, count> seen{};
-  for (pugi::xml_node child = node.first_child(); child && !faults_.Full(); child = child.next_sibling()) {
+  for (pugi::xml_node child = FirstChild(node); child && !faults_.Full(); child = NextSibling(child)) {
     const auto hasItsName = [name = std::string_view(child.name())](const Child<Parent>& row) { return row.name == name; };
     const auto row = std::find_if(std::begin(children), std::end(children), hasItsName);
     if (row == std::end(children)) {
@@ -293,17 +302,17 @@ void Loader::ReadChildren(Parent& parent, pugi::xml_node node, const Child<Paren
 template <class Record>
 void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
   reader_.ReadFields(record, node);
-  for (pugi::xml_node child = node.first_child(); child && !faults_.Full(); child = child.next_sibling()) {
+  for (pugi::xml_node child = FirstChild(node); child && !faults_.Full(); child = NextSibling(child)) {
     reader_.Unexpected(child, {});
   }
 }
 
-/// Whether the text has few enough elements to be parsed; else a fault is reported. Those in comments count as well.
+/// Whether the text has few enough elements and comments to be parsed; else a fault is reported. Elements in comments count.
 bool CheckElementCount(std::string_view text, Faults& faults) {
   std::size_t count = 0;
   for (auto at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
-    const bool isStartTag = at + 1 < text.size() && std::string_view("/!?").find(text[at + 1]) == std::string_view::npos;
-    if (!isStartTag || ++count <= kMostElements) continue;
+    const bool isCounted = at + 1 < text.size() && std::string_view("/?").find(text[at + 1]) == std::string_view::npos;
+    if (!isCounted || ++count <= kMostElements) continue;
     faults.Add(at, "the file has more than " + std::to_string(kMostElements) + " elements: split it");
     return false;
   }
@@ -315,7 +324,7 @@ bool CheckElementCount(std::string_view text, Faults& faults) {
 void Load(std::string_view text, DeviceList& database, Faults& faults, Outline* outline) {
   if (!CheckCharacters(text, faults) || !CheckElementCount(text, faults)) return;
   Loader loader(text, faults);
-  loader.Load(database);
+  loader.Load(database, outline != nullptr);
   if (outline != nullptr && faults.Empty()) *outline = loader.TakeOutline();
 }
 

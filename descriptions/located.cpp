@@ -8,55 +8,19 @@
 #include <vector>
 
 #include "descriptions/Descriptions.h"
+#include "descriptions/list_columns.h"
 
 namespace plddb {
 namespace {
 
-/// A field of the records of a list.
-struct ListField {
-  std::string_view element;
-  std::string_view field;
-  std::string_view text;  // the attribute around the record that gives the field to all records; empty without one
-  const char* whenLeftOut;
-};
-
-// Of each element the field that makes the record comes first.
-constexpr ListField kListFields[] = {
-    {"SysIO", "Name", "SysIOList", ""},
-    {"Operation", "Name", "OperationList", ""},
-    {"ProgrammingMode", "Name", "ListProgrammingModeControl", ""},
-    {"BScanControl", "DefaultValue", "", "1"},
-    {"Control", "Name", "Controls", ""},
-    {"ControlRegZero", "Frequency", "ListControlReg0Frequency", ""},
-    {"ControlRegZero", "MasterClock", "ListControlReg0MasterClock", ""},
-    {"ControlRegZero", "ClockDivider", "ListControlReg0ClockDivider", ""},
-    {"ControlRegOne", "BitName", "ListControlReg1BitName", ""},
-    {"ControlRegOne", "Value", "", "0"},
-    {"ControlRegOne", "Address", "ListControlReg1Address", "0"},
-    {"ControlRegOne", "Column", "ListControlReg1Column", "0"},
-    {"Persistent_fuse", "Address", "ListPersistent_fuseAddress", "0"},
-    {"Persistent_fuse", "Column", "ListPersistent_fuseColumn", "0"},
-    {"Persistent_fuse", "Value", "", "0"},
-    {"ControlStatus", "BitName", "ListControlStatusBitName", ""},
-    {"ControlStatus", "Control", "ListControlStatusControl", ""},
-    {"ControlStatus", "Text", "", ""},
-    {"ControlStatus", "Index", "ListControlStatusIndex", "0"},
-    {"ControlVoltage", "VCCCore", "", ""},
-    {"ControlVoltage", "VCCJ", "", ""},
-    {"ControlVoltage", "PinList", "", ""},
-    {"Entry", "BitName", "BitName", ""},
-    {"Entry", "Value", "", "false"},
-    {"Entry", "Address", "Address", "0"},
-    {"Entry", "Column", "Column", "0"},
-    {"MultibootCfgAddr", "Value", "MultibootCfgAddr", "0"},
-    {"MultibootAutoAdd", "Value", "MultibootAutoAdd", "0"},
-};
+using descriptions::kListColumns;
+using descriptions::ListColumn;
 
 /// The fields of a record of a list, all of them and in order; those of another record as they are.
 std::vector<Attribute> AllFields(const Element& record) {
   std::vector<Attribute> fields;
-  for (const ListField& row : kListFields) {
-    if (row.element != record.name) continue;
+  for (const ListColumn& row : kListColumns) {
+    if (row.element != record.name || row.field.empty()) continue;
     const Attribute* const given = FindAttribute(record, row.field);
     fields.push_back({row.field, given == nullptr ? row.whenLeftOut : given->value});
   }
@@ -73,10 +37,10 @@ void SetPlace(Place& target, const Attribute& place) {
 Element MadeByTexts(const Element& described, const Element& around) {
   Element record = {described.name, 0, 0, AllFields(described), {}};
   for (Attribute& field : record.attributes) {
-    const auto row = std::find_if(std::begin(kListFields), std::end(kListFields), [&](const ListField& candidate) {
+    const auto row = std::find_if(std::begin(kListColumns), std::end(kListColumns), [&](const ListColumn& candidate) {
       return candidate.element == record.name && candidate.field == field.name;
     });
-    const Attribute* const text = row == std::end(kListFields) ? nullptr : FindAttribute(around, row->text);
+    const Attribute* const text = row == std::end(kListColumns) ? nullptr : FindAttribute(around, row->text);
     if (text == nullptr) continue;
     if (record.line == 0) SetPlace(record, *text);
     SetPlace(field, *text);

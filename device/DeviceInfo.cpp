@@ -2,7 +2,6 @@
 
 #include "foundation/owned_list.h"
 #include "foundation/paired_texts.h"
-#include "foundation/record_block.h"
 
 using namespace plddb::internal;
 
@@ -33,26 +32,3 @@ unsigned short DeviceInfo::GetSysIOCount() const { return static_cast<unsigned s
 void DeviceInfo::SetFamilyObject(FamilyList& family) { FamilyObject = &family; }
 
 FamilyList* DeviceInfo::GetFamilyObject() const { return FamilyObject; }
-
-void* DeviceInfo::operator new(std::size_t size) {
-  RecordBlock* ownBlock = nullptr;
-  void* const place = RecordBlock::Take(ownBlock, size);
-  RecordBlock::LetGo(ownBlock);
-  return place;
-}
-
-void* DeviceInfo::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  try {
-    return operator new(size);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
-
-void* DeviceInfo::operator new(std::size_t size, RecordBlock*& block) { return RecordBlock::Take(block, size); }
-
-void DeviceInfo::operator delete(void* device) noexcept { RecordBlock::Free(device); }
-
-void DeviceInfo::operator delete(void* device, const std::nothrow_t& /*tag*/) noexcept { RecordBlock::Free(device); }
-
-void DeviceInfo::operator delete(void* /*device*/, RecordBlock*& block) noexcept { RecordBlock::PutBack(block); }

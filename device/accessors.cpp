@@ -140,7 +140,7 @@ void DeviceInfo::SetFrameBytes(unsigned int bytes)                             {
 unsigned int DeviceInfo::GetFrameBytes() const                                 { return FrameBytes; }
 void DeviceInfo::SetHeaderBytes(unsigned int bytes)                            { HeaderBytes = bytes; }
 unsigned int DeviceInfo::GetHeaderBytes() const                                { return HeaderBytes; }
-void DeviceInfo::SetDataFrameHeader(unsigned int bytes)                        { DataFrameHeader = bytes; }
+void DeviceInfo::SetDataFrameHeader(unsigned int header)                       { DataFrameHeader = header; }
 unsigned int DeviceInfo::GetDataFrameHeader() const                            { return DataFrameHeader; }
 void DeviceInfo::SetStopBytes(unsigned int bytes)                              { StopBytes = bytes; }
 unsigned int DeviceInfo::GetStopBytes() const                                  { return StopBytes; }

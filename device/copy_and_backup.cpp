@@ -21,7 +21,7 @@ void CopyTexts(DeviceInfo& to, const DeviceInfo& from) {
   to.SetArchitecture(from.GetArchitecture());
   to.SetPON(from.GetPON());
   to.SetComm(from.GetComm());
-  to.SetAlgOptions(from.GetAlgOptions());  // behind SetComm, which writes it too
+  to.SetAlgOptions(from.GetAlgOptions());  // after SetComm, which writes it too
   to.SetAlgTemplate(from.GetAlgTemplate());
   to.SetTurboAlgTemplate(from.GetTurboAlgTemplate());
   to.SetISPAlgTemplate(from.GetISPAlgTemplate());

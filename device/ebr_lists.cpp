@@ -12,8 +12,9 @@ namespace {
 
 constexpr int kColumnsPerEntry = 8;
 
-/// A count beyond this is a mistake in the text: its entries would span 134 million columns. It ends like memory that cannot be
-/// had, and at once; a system that promises more memory than it has would fill it for minutes first.
+/// On purpose: a larger count is a mistake in the text, since its entries would span more than 134 million columns. It throws
+/// std::bad_alloc at once. A text of ten characters could ask for 120 GB otherwise, and a system that promises more memory than
+/// it has would fill it for minutes and then end the program.
 constexpr int kMostEntries = 1 << 24;
 
 /// a + b with 32 bits, wrapping around.

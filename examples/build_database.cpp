@@ -1,10 +1,10 @@
 // Builds a database in code and asks it.
-#include <DeviceListOwner.h>
+#include <plddb/DeviceListOwner.h>
 
 #include <cstdio>
 
 int main() {
-  const DeviceListOwner database = MakeDeviceList();  // frees the whole tree at the end
+  const plddb::DeviceListOwner database = plddb::MakeDeviceList();  // frees the whole tree at the end
 
   FamilyList* family = database->NewFamily();
   family->SetName("PLD1200");

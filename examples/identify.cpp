@@ -1,9 +1,9 @@
-#include <DeviceListOwner.h>
+#include <plddb/DeviceListOwner.h>
 
 #include <cstdio>
 
 int main() {
-  const DeviceListOwner database = MakeDeviceList();
+  const plddb::DeviceListOwner database = plddb::MakeDeviceList();
   DeviceInfo* device = database->NewFamily()->NewDevice();
   device->SetName("XC9572XL");
   device->SetjtagDeviceID(0x09604093);

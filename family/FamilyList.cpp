@@ -1,8 +1,9 @@
 #include "FamilyList.h"
 
+#include <memory>
+
 #include "family/walk.h"
 #include "foundation/owned_list.h"
-#include "foundation/record_block.h"
 #include "foundation/text_match.h"
 
 using namespace plddb::internal;
@@ -12,7 +13,6 @@ FamilyList::FamilyList() = default;
 FamilyList::~FamilyList() {
   // On purpose: the devices stay alive. The list never owned them.
   DestroyElements(OperationList);
-  RecordBlock::LetGo(NewDevices);
 }
 
 // clang-format off
@@ -73,15 +73,9 @@ DeviceInfo* FamilyList::AddNewDevice(int pos) { return InsertAt(pos); }
 
 DeviceInfo* FamilyList::InsertAt(int index) {
   if (index < 0 || index > Devices.GetCount()) return nullptr;
-  auto* const device = new (NewDevices) DeviceInfo(*this);
-  try {
-    Devices.Insert(index, device);
-  } catch (...) {
-    device->~DeviceInfo();
-    RecordBlock::PutBack(NewDevices);
-    throw;
-  }
-  return device;
+  auto device = std::make_unique<DeviceInfo>(*this);
+  Devices.Insert(index, device.get());
+  return device.release();
 }
 
 DeviceInfo* FamilyList::GetDevice(unsigned short i) const {

@@ -48,7 +48,6 @@ FamilyList::FamilyList(FamilyList* src) : FamilyList() {
 void FamilyList::CopyDevices(const FamilyList& src) {
   const int devices = src.GetDeviceCount();  // On purpose: 16 bits bound every copy.
   for (int i = 0; i < devices; ++i) {
-    auto* const device = new (NewDevices) DeviceInfo(src.GetDevice(i));
-    AppendNew(Devices, std::unique_ptr<DeviceInfo>(device))->SetFamilyObject(*this);
+    AppendNew(Devices, std::make_unique<DeviceInfo>(src.GetDevice(i)))->SetFamilyObject(*this);
   }
 }

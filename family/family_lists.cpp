@@ -16,7 +16,7 @@ void FamilyList::DeleteOperationList(const char* name) {
   const int count = OperationList.GetCount();
   int i = 0;
   while (i < count && !EqualExactly(TextAt(OperationList, i), name)) ++i;
-  delete OperationList.Delete(i);  // null behind the last
+  delete OperationList.Delete(i);  // null after the last
 }
 
 unsigned short FamilyList::GetOperationCount() const { return static_cast<unsigned short>(OperationList.GetCount()); }

@@ -68,7 +68,7 @@ void ForEachToken(const std::string& text, Visit visit) {
   }
 }
 
-/// The number at the start of a text, base 10, its low 32 bits: leading white space and one sign are allowed, anything behind
+/// The number at the start of a text, base 10, its low 32 bits: leading white space and one sign are allowed, anything after
 /// the digits is ignored, no digits give 0. The number is read with 64 bits, a larger one as the nearest of these: a huge text
 /// gives -1, a huge negative one 0. Not strtol, which asks the locale what white space is.
 inline int ParseNumber(std::string_view text) {
@@ -92,7 +92,7 @@ struct NumberRange {
 };
 
 /// A range of numbers, "0 to 31", cut at the first "to" wherever it stands. Without "to", `first` is 0 and `last` is read
-/// behind the first character.
+/// after the first character.
 inline NumberRange ParseRange(std::string_view text) {
   const auto to = text.find("to");
   if (to == text.npos) return {0, ParseNumber(text.substr(text.empty() ? 0 : 1))};

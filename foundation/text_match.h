@@ -19,7 +19,7 @@ inline bool EqualIgnoringCase(const char* a, const char* b) {
 }
 
 /// What follows `prefix` in `text`, letter case ignored; null when the text does not begin with it.
-inline const char* BehindPrefix(const char* text, const char* prefix) {
+inline const char* AfterPrefix(const char* text, const char* prefix) {
   for (; *prefix != '\0'; ++text, ++prefix) {
     if (*text != *prefix && ToUpper(*text) != ToUpper(*prefix)) return nullptr;
   }

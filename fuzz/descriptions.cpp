@@ -30,6 +30,17 @@ void CheckPlaces(const plddb::Element& element, std::pair<int, int>& last) {
   for (const plddb::Element& child : element.children) CheckPlaces(child, last);
 }
 
+/// What is written loads, and is written alike again.
+void CheckCanonicalForm(const DeviceList& database, const plddb::Outline& outline) {
+  const std::string once = plddb::WriteDescriptions(std::vector<plddb::Source>{{&database, &outline}});
+  plddb::Outline again;
+  const plddb::LoadResult loaded = plddb::ParseDescriptions(once, "written.xml", &again);
+  Check(loaded.database != nullptr, "what is written loads");
+  const std::string twice = plddb::WriteDescriptions(std::vector<plddb::Source>{{loaded.database.get(), &again}});
+  Check(twice == once, "the canonical form is written alike again");
+  Check(again.comments.size() == outline.comments.size(), "no comment is lost");
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -42,6 +53,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::CheckDatabase(*result.database);
     std::pair<int, int> last = {0, 0};
     CheckPlaces(outline.root, last);
+    CheckCanonicalForm(*result.database, outline);
   }
   for (const plddb::Fault& fault : result.faults) {
     Check(fault.file == "input.xml", "a fault names the file");

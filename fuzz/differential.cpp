@@ -96,7 +96,7 @@ void CompareTexts(const std::string& a, const std::string& b) {
   Check(EqualIgnoringCase(a.c_str(), b.c_str()) == equal, "texts are equal when their upper-cased copies are");
   const std::size_t length = std::strlen(b.c_str());
   const bool begins = UpperCased(a.c_str()).compare(0, length, UpperCased(b.c_str())) == 0;
-  Check(BehindPrefix(a.c_str(), b.c_str()) == (begins ? a.c_str() + length : nullptr), "a text begins with its prefix");
+  Check(AfterPrefix(a.c_str(), b.c_str()) == (begins ? a.c_str() + length : nullptr), "a text begins with its prefix");
   Check((LowerCased(a) == LowerCased(b)) == equal, "lower-casing tells the same texts apart");
   std::string upper = a;
   strupr(upper);

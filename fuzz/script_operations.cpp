@@ -1,11 +1,19 @@
 #include "fuzz/script_operations.h"
 
+#include <functional>
+#include <iterator>
 #include <new>
+#include <string>
+#include <type_traits>
 #include <unordered_map>
+#include <variant>
+#include <vector>
 
 #include "foundation/text_lists.h"
 #include "fuzz/script_call.h"
 #include "fuzz/script_helpers.h"
+#include "tests/support/device_fields.h"
+#include "tests/support/family_fields.h"
 
 using namespace plddb::internal;
 
@@ -13,8 +21,8 @@ namespace fuzz {
 namespace {
 
 struct Operation {
-  std::string_view name;
-  void (*play)(World& world, Arguments& arguments);
+  std::string name;
+  std::function<void(World& world, Arguments& arguments)> play;
 };
 
 // What takes more than the plain call.
@@ -154,13 +162,14 @@ void AskHidden(World& world, Arguments&) {
   Check(IsHidenFamily(family) == (family != nullptr && family->IsHidden()), "a family is hidden when it says so");
 }
 
-// The rows are macros, so that a name in a script is the name of the member.
+// The rows are macros, so that a name in a script is the name of the member. The ordinary accessors of devices and families
+// come from the field tables.
 #define CALL(member) \
   { #member, Call < &member> }
 #define OVERLOAD(member, parameters, ...) \
   { #member parameters, Call < static_cast < __VA_ARGS__>(&member)> }
 
-constexpr Operation kOperations[] = {
+const Operation kOtherOperations[] = {
     {"SelectDatabase", SelectDatabase},
     {"SelectFamily", SelectFamily},
     {"SelectDevice", SelectDevice},
@@ -190,145 +199,11 @@ constexpr Operation kOperations[] = {
     {"PlayElements", PlayElements},
     {"PlayList", PlayList},
 
-    CALL(DeviceInfo::SetName),
-    CALL(DeviceInfo::GetName),
-    CALL(DeviceInfo::SetCodeName),
-    CALL(DeviceInfo::GetCodeName),
-    CALL(DeviceInfo::SetAliasName),
-    CALL(DeviceInfo::GetAliasName),
-    CALL(DeviceInfo::SetFamily),
-    CALL(DeviceInfo::GetFamily),
-    CALL(DeviceInfo::SetVendor),
-    CALL(DeviceInfo::GetVendor),
-    CALL(DeviceInfo::SetAccess),
-    CALL(DeviceInfo::GetAccess),
-    CALL(DeviceInfo::SetArchitecture),
-    CALL(DeviceInfo::GetArchitecture),
-    CALL(DeviceInfo::SetPON),
-    CALL(DeviceInfo::GetPON),
-    CALL(DeviceInfo::SetComm),
-    CALL(DeviceInfo::GetComm),
-    CALL(DeviceInfo::SetAlgOptions),
-    CALL(DeviceInfo::GetAlgOptions),
-    CALL(DeviceInfo::SetAlgTemplate),
-    CALL(DeviceInfo::GetAlgTemplate),
-    CALL(DeviceInfo::SetISPAlgTemplate),
-    CALL(DeviceInfo::GetISPAlgTemplate),
-    CALL(DeviceInfo::SetSoftIPFile),
-    CALL(DeviceInfo::GetSoftIPFile),
-    CALL(DeviceInfo::SetEBRFile),
-    CALL(DeviceInfo::GetEBRFile),
-    CALL(DeviceInfo::SetPin),
-    CALL(DeviceInfo::GetPin),
-    CALL(DeviceInfo::SetBitMapTransformation),
-    CALL(DeviceInfo::GetBitMapTransformation),
-    CALL(DeviceInfo::SetispDeviceID),
-    CALL(DeviceInfo::GetispDeviceID),
-    CALL(DeviceInfo::SetjtagDeviceID),
-    CALL(DeviceInfo::GetjtagDeviceID),
-    CALL(DeviceInfo::SetjtagDeviceIDBackup),
-    CALL(DeviceInfo::GetjtagDeviceIDBackup),
-    CALL(DeviceInfo::SetDeviceIDMask),
-    CALL(DeviceInfo::GetDeviceIDMask),
-    CALL(DeviceInfo::SetDeviceIDMaskBackup),
-    CALL(DeviceInfo::GetDeviceIDMaskBackup),
-    CALL(DeviceInfo::SetDeviceIDScanMask),
-    CALL(DeviceInfo::GetDeviceIDScanMask),
-    CALL(DeviceInfo::SetIDLength),
-    CALL(DeviceInfo::GetIDLength),
-    CALL(DeviceInfo::SetARCHLength),
-    CALL(DeviceInfo::GetARCHLength),
-    CALL(DeviceInfo::SetSEDLength),
-    CALL(DeviceInfo::GetSEDLength),
-    CALL(DeviceInfo::SetELength),
-    CALL(DeviceInfo::GetELength),
-    CALL(DeviceInfo::SetERow),
-    CALL(DeviceInfo::GetERow),
-    CALL(DeviceInfo::SetIRLength),
-    CALL(DeviceInfo::GetIRLength),
-    CALL(DeviceInfo::SetAddressLength),
-    CALL(DeviceInfo::GetAddressLength),
-    CALL(DeviceInfo::SetDataLength),
-    CALL(DeviceInfo::GetDataLength),
-    CALL(DeviceInfo::SetPhysicalUESLength),
-    CALL(DeviceInfo::GetPhysicalUESLength),
-    CALL(DeviceInfo::SetispLogicalUESLength),
-    CALL(DeviceInfo::GetispLogicalUESLength),
-    CALL(DeviceInfo::SetjtagLogicalUESLength),
-    CALL(DeviceInfo::GetjtagLogicalUESLength),
-    CALL(DeviceInfo::SetDisableDeviceSTAPLSupport),
-    CALL(DeviceInfo::GetDisableDeviceSTAPLSupport),
-    CALL(DeviceInfo::SetFuseNumber),
-    CALL(DeviceInfo::GetFuseNumber),
-    CALL(DeviceInfo::SetProgramTime),
-    CALL(DeviceInfo::GetProgramTime),
-    CALL(DeviceInfo::SetEraseTime),
-    CALL(DeviceInfo::GetEraseTime),
-    CALL(DeviceInfo::SetVerifyTime),
-    CALL(DeviceInfo::GetVerifyTime),
-    CALL(DeviceInfo::SetispUESMask),
-    CALL(DeviceInfo::GetispUESMask),
-    CALL(DeviceInfo::SetjtagUESMask),
-    CALL(DeviceInfo::GetjtagUESMask),
-    CALL(DeviceInfo::SetBSCANLength),
-    CALL(DeviceInfo::GetBSCANLength),
     CALL(DeviceInfo::GetDevicePackage),
-    CALL(DeviceInfo::SetInstructionBypassPattern),
-    CALL(DeviceInfo::GetInstructionBypassPattern),
-    CALL(DeviceInfo::SetIDInstruction),
-    CALL(DeviceInfo::GetIDInstruction),
-    CALL(DeviceInfo::SetARCHRow),
-    CALL(DeviceInfo::GetARCHRow),
-    CALL(DeviceInfo::SetUSERCODEIntruction),
-    CALL(DeviceInfo::GetUSERCODEInstruction),
-    CALL(DeviceInfo::SetInstructionBypass),
-    CALL(DeviceInfo::GetInstructionBypass),
-    CALL(DeviceInfo::SetBypassLength),
-    CALL(DeviceInfo::GetBypassLength),
-    CALL(DeviceInfo::SetBypassValue),
-    CALL(DeviceInfo::GetBypassValue),
-    CALL(DeviceInfo::SetBSDLFile),
-    CALL(DeviceInfo::GetBSDLFile),
-    CALL(DeviceInfo::SetBSDLFileTime),
-    CALL(DeviceInfo::GetBSDLFileTime),
-    CALL(DeviceInfo::SetTurboAlgTemplate),
-    CALL(DeviceInfo::GetTurboAlgTemplate),
-    CALL(DeviceInfo::SetTurboAlgIndex),
-    CALL(DeviceInfo::GetTurboAlgIndex),
     CALL(DeviceInfo::SetSysIOList),
     CALL(DeviceInfo::AddSysIOList),
     CALL(DeviceInfo::GetSysIO),
     CALL(DeviceInfo::GetSysIOCount),
-    CALL(DeviceInfo::SetBackupAddressLength),
-    CALL(DeviceInfo::GetBackupAddressLength),
-    CALL(DeviceInfo::SetBackupFuseNumber),
-    CALL(DeviceInfo::GetBackupFuseNumber),
-    CALL(DeviceInfo::SetBackupDataLength),
-    CALL(DeviceInfo::GetBackupDataLength),
-    CALL(DeviceInfo::SetDataFrames),
-    CALL(DeviceInfo::GetDataFrames),
-    CALL(DeviceInfo::SetFrameBytes),
-    CALL(DeviceInfo::GetFrameBytes),
-    CALL(DeviceInfo::SetHeaderBytes),
-    CALL(DeviceInfo::GetHeaderBytes),
-    CALL(DeviceInfo::SetDataFrameHeader),
-    CALL(DeviceInfo::GetDataFrameHeader),
-    CALL(DeviceInfo::SetStopBytes),
-    CALL(DeviceInfo::GetStopBytes),
-    CALL(DeviceInfo::SetUESBytes),
-    CALL(DeviceInfo::GetUESBytes),
-    CALL(DeviceInfo::SetTrailerBytes),
-    CALL(DeviceInfo::GetTrailerBytes),
-    CALL(DeviceInfo::SetEndBytes),
-    CALL(DeviceInfo::GetEndBytes),
-    CALL(DeviceInfo::SetBitstreamColWidth),
-    CALL(DeviceInfo::GetBitstreamColWidth),
-    CALL(DeviceInfo::SetSyncExtDoneAddress),
-    CALL(DeviceInfo::GetSyncExtDoneAddress),
-    CALL(DeviceInfo::SetSyncExtDoneColumn),
-    CALL(DeviceInfo::GetSyncExtDoneColumn),
-    CALL(DeviceInfo::SetNumberOfExternalASC),
-    CALL(DeviceInfo::GetNumberOfExternalASC),
     OVERLOAD(DeviceInfo::SetMultibootCfgAddr, "(const char*)", void (DeviceInfo::*)(const char*)),
     OVERLOAD(DeviceInfo::SetMultibootCfgAddr, "(std::vector<int>)", void (DeviceInfo::*)(std::vector<int>)),
     CALL(DeviceInfo::GetMultibootCfgAddr),
@@ -340,14 +215,6 @@ constexpr Operation kOperations[] = {
     CALL(DeviceInfo::SetMultibootSourceSelColumn),
     CALL(DeviceInfo::GetMultibootSourceSelColumn),
     CALL(DeviceInfo::GetFamilyObject),
-    CALL(DeviceInfo::SetBackupARCHLength),
-    CALL(DeviceInfo::GetBackupARCHLength),
-    CALL(DeviceInfo::SetBackupARCHRow),
-    CALL(DeviceInfo::GetBackupARCHRow),
-    CALL(DeviceInfo::SetBackupELength),
-    CALL(DeviceInfo::GetBackupELength),
-    CALL(DeviceInfo::SetBackupERow),
-    CALL(DeviceInfo::GetBackupERow),
     CALL(DeviceInfo::SetListControlReg0Frequency),
     CALL(DeviceInfo::SetListControlReg0MasterClock),
     CALL(DeviceInfo::SetListControlReg0ClockDivider),
@@ -382,42 +249,6 @@ constexpr Operation kOperations[] = {
     CALL(DeviceInfo::RestoreDeviceBackupValue),
     CALL(DeviceInfo::ChangeDeviceCDRValue),
 
-    CALL(FamilyList::SetName),
-    CALL(FamilyList::GetName),
-    CALL(FamilyList::SetAliasName),
-    CALL(FamilyList::GetAliasName),
-    CALL(FamilyList::SetBypassInst),
-    CALL(FamilyList::GetBypassInst),
-    CALL(FamilyList::SetIDCodeInst),
-    CALL(FamilyList::GetIDCodeInst),
-    CALL(FamilyList::SetISCRelease),
-    CALL(FamilyList::GetISCRelease),
-    CALL(FamilyList::SetExtension),
-    CALL(FamilyList::GetExtension),
-    CALL(FamilyList::SetXFPFile),
-    CALL(FamilyList::GetXFPFile),
-    CALL(FamilyList::SetICFFile),
-    CALL(FamilyList::GetICFFile),
-    CALL(FamilyList::SetReInitialize),
-    CALL(FamilyList::IsReInitialize),
-    CALL(FamilyList::Set1532Compliant),
-    CALL(FamilyList::Is1532Compliant),
-    CALL(FamilyList::SetCDRFixed),
-    CALL(FamilyList::IsCDRFixed),
-    CALL(FamilyList::SetHidden),
-    CALL(FamilyList::IsHidden),
-    CALL(FamilyList::SetDebugMode),
-    CALL(FamilyList::IsDebugMode),
-    CALL(FamilyList::SetFPGALoaderSupport),
-    CALL(FamilyList::IsFPGALoaderSupport),
-    CALL(FamilyList::SetSTAPLSupport),
-    CALL(FamilyList::IsSTAPLSupport),
-    CALL(FamilyList::SetFPGADevice),
-    CALL(FamilyList::IsFPGADevice),
-    CALL(FamilyList::SetCFGPinCount),
-    CALL(FamilyList::GetCFGPinCount),
-    CALL(FamilyList::SetBitstreamModelTemplate),
-    CALL(FamilyList::GetBitstreamModelTemplate),
     CALL(FamilyList::NewDevice),
     CALL(FamilyList::InsertNewDevice),
     CALL(FamilyList::AddNewDevice),
@@ -535,18 +366,49 @@ constexpr Operation kOperations[] = {
 #undef CALL
 #undef OVERLOAD
 
-/// The operation of this name; for any other name one of them all the same, so that no line is idle.
+/// Calls a setter with what the script gives, a getter with a look at the answer; both by the field table's row.
+template <class Record>
+void AddAccessors(const std::vector<support::Field<Record>>& fields, const std::string& className,
+                  std::vector<Operation>& operations) {
+  for (const auto& field : fields) {
+    std::visit(
+        [&](const auto& access) {
+          using Access = std::decay_t<decltype(access)>;
+          if constexpr (support::kIsOrdinary<Access>) {
+            const auto set = access.set;
+            const auto get = access.get;
+            operations.push_back({className + "::" + field.setters.front(),
+                                  [set](World& world, Arguments& arguments) { CallMember(world, arguments, set); }});
+            operations.push_back({className + "::" + field.getter,
+                                  [get](World& world, Arguments& arguments) { CallMember(world, arguments, get); }});
+          }
+        },
+        field.access);
+  }
+}
+
+const std::vector<Operation>& Operations() {
+  static const std::vector<Operation> operations = [] {
+    std::vector<Operation> all(std::begin(kOtherOperations), std::end(kOtherOperations));
+    AddAccessors(support::DeviceFields(), "DeviceInfo", all);
+    AddAccessors(support::FamilyFields(), "FamilyList", all);
+    return all;
+  }();
+  return operations;
+}
+
+/// The operation of this name; for any other name one of them anyway, so that no line is idle.
 const Operation& OperationNamed(std::string_view name) {
   static const auto* const byName = [] {
     auto* const map = new std::unordered_map<std::string_view, const Operation*>;
-    for (const Operation& operation : kOperations) map->emplace(operation.name, &operation);
+    for (const Operation& operation : Operations()) map->emplace(operation.name, &operation);
     return map;
   }();
   const auto found = byName->find(name);
   if (found != byName->end()) return *found->second;
   std::size_t sum = 0;
   for (const char c : name) sum = sum * 31 + static_cast<unsigned char>(c);
-  return kOperations[sum % std::size(kOperations)];
+  return Operations()[sum % Operations().size()];
 }
 
 }  // namespace

@@ -3,39 +3,20 @@
 #include <cstring>
 
 #include "fuzz/input.h"
+#include "tests/support/device_fields.h"
+#include "tests/support/family_fields.h"
 
 namespace fuzz {
 namespace {
 
-using DeviceText = char* (DeviceInfo::*)() const;
-constexpr DeviceText kDeviceTexts[] = {
-    &DeviceInfo::GetName,
-    &DeviceInfo::GetCodeName,
-    &DeviceInfo::GetAliasName,
-    &DeviceInfo::GetFamily,
-    &DeviceInfo::GetVendor,
-    &DeviceInfo::GetAccess,
-    &DeviceInfo::GetArchitecture,
-    &DeviceInfo::GetPON,
-    &DeviceInfo::GetComm,
-    &DeviceInfo::GetAlgOptions,
-    &DeviceInfo::GetAlgTemplate,
-    &DeviceInfo::GetISPAlgTemplate,
-    &DeviceInfo::GetSoftIPFile,
-    &DeviceInfo::GetEBRFile,
-    &DeviceInfo::GetispUESMask,
-    &DeviceInfo::GetjtagUESMask,
-    &DeviceInfo::GetInstructionBypassPattern,
-    &DeviceInfo::GetBSDLFile,
-    &DeviceInfo::GetBSDLFileTime,
-    &DeviceInfo::GetTurboAlgTemplate,
-};
-
-using FamilyText = char* (FamilyList::*)() const;
-constexpr FamilyText kFamilyTexts[] = {
-    &FamilyList::GetName,      &FamilyList::GetAliasName, &FamilyList::GetBypassInst, &FamilyList::GetIDCodeInst,
-    &FamilyList::GetExtension, &FamilyList::GetXFPFile,   &FamilyList::GetICFFile,    &FamilyList::GetBitstreamModelTemplate,
-};
+/// The length of all texts of a record.
+template <class Record>
+std::size_t ReadTexts(const std::vector<support::Field<Record>>& fields, const Record& record) {
+  std::size_t size = 0;
+  support::ForEachFieldOf<support::TextField<Record>>(
+      fields, [&](const auto&, const auto& text) { size += Read((record.*text.get)()); });
+  return size;
+}
 
 // A record's size: one for itself, one for each entry of its lists, and the length of its texts.
 std::size_t SizeOf(const CControlRegZero& r) { return 1 + Read(r.Frequency) + Read(r.MasterClock) + Read(r.ClockDivider); }
@@ -107,7 +88,7 @@ std::size_t CheckPackages(const PackageList& packages) {
 std::size_t CheckDevice(DeviceInfo& device) {
   Check(device.GetDevicePackage() != nullptr, "a device has a package list");
   std::size_t size = 1 + CheckPackages(*device.GetDevicePackage()) + CheckLists(device);
-  for (const DeviceText text : kDeviceTexts) size += Read((device.*text)());
+  size += ReadTexts(support::DeviceFields(), device);
   const int entries = device.GetSysIOCount();
   for (int i = 0; i < entries; ++i) {
     Check(device.GetSysIO(i) != nullptr, "there is an I/O entry at each position");
@@ -119,7 +100,7 @@ std::size_t CheckDevice(DeviceInfo& device) {
 
 std::size_t CheckFamily(FamilyList& family) {
   std::size_t size = 1 + SizeOf(family.GetListProgrammingModeControl()) + SizeOf(family.GetListBScanControl());
-  for (const FamilyText text : kFamilyTexts) size += Read((family.*text)());
+  size += ReadTexts(support::FamilyFields(), family);
   Check(family.GetICFFile() != nullptr, "the ICF file is never null");
   const int devices = family.GetDeviceCount();
   for (int i = 0; i < devices; ++i) {

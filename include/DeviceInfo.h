@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <initializer_list>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -21,10 +19,6 @@
 #include "plddb_export.h"
 
 class FamilyList;
-
-namespace plddb::internal {
-class RecordBlock;
-}  // namespace plddb::internal
 
 /// One device of the database: its names, identifiers, register lengths, instructions, times, packages and parsed lists.
 ///
@@ -258,11 +252,12 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// \name Embedded memory blocks (EBR)
   /// Built block by block on a scratch list: BitName, then Column, then Address (it reads the columns), then Name, which files
   /// a copy of the scratch list as a finished block. A null text changes nothing; the last three do nothing while the scratch
-  /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read behind the
+  /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read after the
   /// first character.
   ///@{
   /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive leaves it
-  /// empty. More than 16,777,216 entries count as memory that cannot be had. std::bad_alloc leaves the scratch list as it was.
+  /// empty. std::bad_alloc leaves the scratch list as it was. On purpose: more than 16,777,216 entries throw std::bad_alloc at
+  /// once, whatever memory there is; a text of ten characters could ask for 120 GB otherwise.
   void SetListControlEBRBitName(const char* count);
   /// Numbers the columns in rows of last - first + 1, 8 columns an entry: "0 to 31" gives 0, 8, 16, 24, 0, 8, ... Entries that
   /// do not fill a row keep their column; a width below 8 changes nothing.
@@ -302,43 +297,8 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// Otherwise, and without a family, nothing happens. `pon` may be a text of this device.
   void ChangeDeviceCDRValue(const char* pon);
 
-  /// \name Memory
-  /// The devices that a family makes lie side by side, up to 64 in a block of memory, which is given back with the last of
-  /// them. `new` and `delete` are used as with any class; their global forms, which have two colons in front, know nothing of
-  /// the blocks, and are not to be used for devices.
-  ///@{
-  static void* operator new(std::size_t size);  ///< A block for this record alone; throws std::bad_alloc.
-  /// The same; null when there is no memory.
-  static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
-  static void* operator new(std::size_t, void* place) noexcept { return place; }  ///< Where the caller wants it.
-  static void operator delete(void* device) noexcept;  ///< Gives the record's place back; null is ignored.
-  /// The same, for a record that `new (std::nothrow)` could not finish.
-  static void operator delete(void* device, const std::nothrow_t& tag) noexcept;
-  ///@}
-
-  /// \name Memory of over-aligned classes derived from this one
-  ///@{
-  /// From the global operator.
-  static void* operator new(std::size_t size, std::align_val_t alignment) { return ::operator new(size, alignment); }
-  /// The same; null when there is no memory.
-  static void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t& tag) noexcept {
-    return ::operator new(size, alignment, tag);
-  }
-  /// Back to the global operator.
-  static void operator delete(void* device, std::align_val_t alignment) noexcept { ::operator delete(device, alignment); }
-  /// The same, for a record that could not be finished.
-  static void operator delete(void* device, std::align_val_t alignment, const std::nothrow_t& tag) noexcept {
-    ::operator delete(device, alignment, tag);
-  }
-  ///@}
-
  private:
-  friend class FamilyList;  // makes devices in its blocks
-
   DeviceInfo();  // without a family; what the copying constructor starts from
-
-  static void* operator new(std::size_t size, plddb::internal::RecordBlock*& block);
-  static void operator delete(void* device, plddb::internal::RecordBlock*& block) noexcept;
 
   // In this order the record is destroyed, from the last to the first.
   std::vector<CControlRegZero> listControlRegZero;

@@ -2,7 +2,6 @@
 
 #include <climits>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "DeviceInfo.h"
@@ -12,6 +11,7 @@
 #include "LObject.h"
 #include "LString.h"         // IWYU pragma: export
 #include "StringServices.h"  // IWYU pragma: export
+#include "integer_arguments.h"
 #include "plddb_export.h"
 
 /// START HERE: the database root. It holds device families; a family holds devices, a device its packages, a package the
@@ -29,7 +29,7 @@
 ///  - Threads: no locks. Every const member may run beside other readers while nobody writes; GetDeviceListWithCommAndID
 ///             writes the root's name list and is a writer.
 ///
-/// The root owns its families and destroys them with itself. It never destroys a device: see DeviceListOwner.h.
+/// The root owns its families and destroys them when it is destroyed. It never destroys a device: see DeviceListOwner.h.
 class PLDDB_EXPORT DeviceList : public LObject {
  public:
   DeviceList();  ///< An empty database.
@@ -47,7 +47,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
   DeviceList& operator=(DeviceList& src);
   DeviceList& operator=(const DeviceList&) = delete;
 
-  /// Appends copies of all families of `src` behind those held; names are not compared, Version and Comment stay. Returns
+  /// Appends copies of all families of `src` after those held; names are not compared, Version and Comment stay. Returns
   /// this database. With null, or this database itself, nothing is merged. std::bad_alloc keeps the families appended so far.
   DeviceList* AddNewDeviceList(DeviceList* src);
 
@@ -69,15 +69,15 @@ class PLDDB_EXPORT DeviceList : public LObject {
   void DeleteFamily(const char* name);
   void DeleteFamily(int i);  ///< The same for the family at `i`; nothing outside the list.
 
-  /// GetFamily(int) and DeleteFamily(int) for any other integer type; null, or nothing, for what is no position.
-  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+  /// GetFamily(int) for other integer types; null for what is no position.
+  /// On purpose not for deleting: NULL, meant as a name, would delete family 0. It does not compile.
+  template <class Index, plddb::internal::IfInteger<Index> = 0>
   FamilyList* GetFamily(Index i) const {
     return static_cast<unsigned long long>(i) > INT_MAX ? nullptr : GetFamily(static_cast<int>(i));
   }
-  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
-  void DeleteFamily(Index i) {
-    if (static_cast<unsigned long long>(i) <= INT_MAX) DeleteFamily(static_cast<int>(i));
-  }
+  /// Refuses NULL, which is no position, and with it all values of its type (long, mostly): cast these to int.
+  template <class Index, plddb::internal::IfMaybeNull<Index> = 0>
+  FamilyList* GetFamily(Index i) const = delete;
   ///@}
 
   /// The code names that the last GetDeviceListWithCommAndID found. The list is valid as long as the database, its texts until
@@ -162,7 +162,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
 
   /// \name Lookups by fuse count
   /// Two counts also stand for devices stored with another one, whatever their access mode: 5892 for 5828, and 4988064 for
-  /// 4982712. On purpose each lookup says which it honours.
+  /// 4982712. Each lookup states which of the two it honours; they differ on purpose.
   ///@{
 
   /// 1 when a device has exactly this count and the access mode "ISP", else 0. Honours no alias.
@@ -178,7 +178,7 @@ class PLDDB_EXPORT DeviceList : public LObject {
   DeviceInfo* GetDeviceWithFuseMapAndFullNameEx(unsigned long fuseCount, const char* fullName) const;
 
   /// Replaces `candidates` by the code names of all devices of this count and returns their number. A "DUAL" device gives two
-  /// entries, with "<ISP>" and "<JTAG>" behind the text; one found through an alias count gives its text alone. Honours both.
+  /// entries, with "<ISP>" and "<JTAG>" after the text; one found through an alias count gives its text alone. Honours both.
   int GetDeviceCodeNameWithFuseMap(unsigned long fuseCount, std::vector<std::string>& candidates) const;
 
   /// The same with names, of devices whose PhysicalUESLength is not 0. On purpose: appends to `candidates`, and returns the

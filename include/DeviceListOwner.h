@@ -9,6 +9,8 @@
 /// \file
 /// Owning a whole tree. A bare DeviceList never frees its devices; what is here does, devices before families.
 
+namespace plddb {
+
 /// Destroys all devices of `family` and leaves it empty. Never fails.
 inline void ReleaseDevices(FamilyList& family) noexcept {
   int count = 0;
@@ -47,3 +49,13 @@ inline void AssignDeviceList(DeviceList& target, DeviceList& source) {
   ReleaseDevices(target);
   target = source;
 }
+
+}  // namespace plddb
+
+// The names of version 1, which go with the next one.
+using plddb::AssignDeviceList;
+using plddb::CopyDeviceList;
+using plddb::DeviceListDeleter;
+using plddb::DeviceListOwner;
+using plddb::MakeDeviceList;
+using plddb::ReleaseDevices;

@@ -2,7 +2,6 @@
 
 #include <climits>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "CBScanControl.h"
@@ -10,6 +9,7 @@
 #include "DeviceStrElement.h"
 #include "LObjList.h"
 #include "LObject.h"
+#include "integer_arguments.h"
 #include "plddb_export.h"
 
 /// One device family: its names, the instructions and files that its devices share, its flags, and its devices in load order.
@@ -76,17 +76,20 @@ class PLDDB_EXPORT FamilyList : public LObject {
   /// Makes a new device the `pos`-th (1-based); those from there on move back. Null, and no device, outside the list.
   DeviceInfo* InsertNewDevice(int pos);
 
-  /// Puts a new device right behind the `pos`-th (1-based), 0 in front of all. Null, and no device, outside the list.
+  /// Puts a new device right after the `pos`-th (1-based), 0 in front of all. Null, and no device, outside the list.
   DeviceInfo* AddNewDevice(int pos);
 
   DeviceInfo* GetDevice(unsigned short i) const;  ///< Lends the device at `i` (0-based) below GetDeviceCount(), else null.
   DeviceInfo* GetDevice(int i) const;             ///< Lends the device at `i` (0-based) of the whole list, else null.
 
-  /// GetDevice(int) for any other integer type; null for what is no position.
-  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+  /// GetDevice(int) for other integer types; null for what is no position.
+  template <class Index, plddb::internal::IfInteger<Index> = 0>
   DeviceInfo* GetDevice(Index i) const {
     return static_cast<unsigned long long>(i) > INT_MAX ? nullptr : GetDevice(static_cast<int>(i));
   }
+  /// Refuses NULL, which is no position, and with it all values of its type (long, mostly): cast these to int.
+  template <class Index, plddb::internal::IfMaybeNull<Index> = 0>
+  DeviceInfo* GetDevice(Index i) const = delete;
 
   /// The first device whose name equals `name`, ignoring case. Texts of 1,024 characters or more match nothing.
   DeviceInfo* GetDevice(const char* name) const;
@@ -95,13 +98,9 @@ class PLDDB_EXPORT FamilyList : public LObject {
   /// The number of devices. On purpose: 16 bits wide, and the bound of every walk over a whole database.
   unsigned short GetDeviceCount() const;
 
-  DeviceInfo* DeleteDevice(int pos);  ///< Unlinks the `pos`-th device (1-based) and hands it over; null outside the list.
-
-  /// DeleteDevice(int) for any other integer type; null for what is no position.
-  template <class Position, std::enable_if_t<std::is_integral_v<Position>, int> = 0>
-  DeviceInfo* DeleteDevice(Position pos) {
-    return static_cast<unsigned long long>(pos) > INT_MAX ? nullptr : DeleteDevice(static_cast<int>(pos));
-  }
+  /// Unlinks the `pos`-th device (1-based) and hands it over; null outside the list.
+  /// On purpose for int alone, unlike GetDevice: NULL, meant as a code name, does not compile.
+  DeviceInfo* DeleteDevice(int pos);
 
   /// Unlinks the first device whose code name equals `codeName`, ignoring case, and hands it over; null when there is none.
   /// On purpose: the code name, where GetDevice(const char*) takes the name. A code name or argument that is empty or has
@@ -156,14 +155,17 @@ class PLDDB_EXPORT FamilyList : public LObject {
   /// "DUAL" either. On purpose: no mask, and 0 is an identifier like any other.
   DeviceInfo* GetDevice(const char* comm, unsigned int id) const;
 
-  /// The same for any integer type (a plain literal included); null for what does not fit 32 bits.
-  template <class Id, std::enable_if_t<std::is_integral_v<Id>, int> = 0>
+  /// The same for other integer types (a plain literal included); null for what does not fit 32 bits.
+  template <class Id, plddb::internal::IfInteger<Id> = 0>
   DeviceInfo* GetDevice(const char* comm, Id id) const {
     if constexpr (sizeof(Id) > sizeof(unsigned int)) {
       if (static_cast<unsigned long long>(id) > UINT_MAX) return nullptr;
     }
     return GetDevice(comm, static_cast<unsigned int>(id));
   }
+  /// Refuses NULL, which may be meant as a code name, and with it all values of its type (long, mostly).
+  template <class Id, plddb::internal::IfMaybeNull<Id> = 0>
+  DeviceInfo* GetDevice(const char* comm, Id id) const = delete;
 
   /// The first device of exactly this access mode whose name equals `name`.
   DeviceInfo* GetDeviceWithComm(const char* comm, const char* name) const;
@@ -181,8 +183,6 @@ class PLDDB_EXPORT FamilyList : public LObject {
   ///@}
 
  private:
-  friend struct plddb::internal::FamilyWalk;  // reads the devices without range checks
-
   DeviceInfo* InsertAt(int index);
   void CopyDevices(const FamilyList& src);
 
@@ -208,7 +208,6 @@ class PLDDB_EXPORT FamilyList : public LObject {
   std::vector<CBScanControl> ListBScanControl;
   int CFGPinCount = 0;
   std::string BitstreamModelTemplate;
-  plddb::internal::RecordBlock* NewDevices = nullptr;  // where the next device is made
 };
 
 /// Whether the family is marked hidden; false for null. The spelling is the interface's own.

@@ -5,11 +5,6 @@
 #include "LObject.h"
 #include "plddb_export.h"
 
-namespace plddb::internal {
-struct FamilyWalk;
-struct PackageWalk;
-}  // namespace plddb::internal
-
 /// An ordered sequence of object pointers with 0-based positions.
 ///
 /// The list borrows its elements and never destroys one: neither removing an element nor destroying the list does. Owners
@@ -36,9 +31,6 @@ class PLDDB_EXPORT LObjList {
   LObject* RemoveTail();            ///< Unlinks the last element and hands it over; null for an empty list.
 
  private:
-  friend struct plddb::internal::FamilyWalk;  // these two read the elements without range checks
-  friend struct plddb::internal::PackageWalk;
-
   bool Holds(int index) const;
 
   std::vector<LObject*> elements_;

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <type_traits>
-
 #include "LObjList.h"
 #include "LObject.h"
 #include "Package.h"
+#include "integer_arguments.h"
 #include "plddb_export.h"
 
 /// The packages of one device, in load order. The list owns its packages.
@@ -21,11 +20,14 @@ class PLDDB_EXPORT PackageList : public LObject {
   Package* NewPackage();                        ///< Appends an empty package and lends it.
   Package* GetPackage(unsigned short i) const;  ///< Lends the package at `i`; null when `i` is not below GetPackageCount().
 
-  /// The same for any integer type (a plain literal included); null outside 0..65535.
-  template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+  /// The same for other integer types (a plain literal included); null outside 0..65535.
+  template <class Index, plddb::internal::IfInteger<Index> = 0>
   Package* GetPackage(Index i) const {
     return static_cast<unsigned long long>(i) > 65535 ? nullptr : GetPackage(static_cast<unsigned short>(i));
   }
+  /// Refuses NULL, which is no position, and with it all values of its type (long, mostly): cast these to int.
+  template <class Index, plddb::internal::IfMaybeNull<Index> = 0>
+  Package* GetPackage(Index i) const = delete;
 
   Package* GetPackage(const char* type) const;  ///< Lends the first package of exactly this type; null when there is none.
   unsigned short GetPackageCount() const;       ///< The number of packages, modulo 65,536.
@@ -35,12 +37,10 @@ class PLDDB_EXPORT PackageList : public LObject {
   char* GetPackagePONWithJDFFile(const char* jdf) const;   ///< PON of the first package with this JDF; null when none.
   char* GetOrvoSettingWithJDFFile(const char* jdf) const;  ///< OrvoSetting of the first package with this JDF; null when none.
 
-  /// Appends a copy of each package of `src`, in order, behind the packages already held; `src` may be this list, which is
+  /// Appends a copy of each package of `src`, in order, after the packages already held; `src` may be this list, which is
   /// doubled. Returns true; a null source appends nothing. std::bad_alloc keeps the copies appended so far.
   bool CopyPackageList(PackageList* src);
 
  private:
-  friend struct plddb::internal::PackageWalk;  // reads the packages without range checks
-
   LObjList Packages;  // of Package, owned
 };

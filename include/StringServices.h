@@ -18,5 +18,5 @@ PLDDB_EXPORT void strupr(std::string& s);  ///< Upper-cases the letters of `s` i
 PLDDB_EXPORT void strlwr(char* s);         ///< Lower-cases the letters of `s` in place.
 
 /// Position in `s` of the first `sub` at or after `start`; -1 when there is none or an argument is null. `flag` true compares
-/// exactly, false ignores letter case. A negative `start` counts as 0; one behind the end of `s` finds nothing.
+/// exactly, false ignores letter case. A negative `start` counts as 0; one after the end of `s` finds nothing.
 PLDDB_EXPORT int FindSubString(const char* s, const char* sub, int start, bool flag);

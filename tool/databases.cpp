@@ -35,10 +35,10 @@ const std::vector<Database>& LoadDatabases(const std::vector<std::string>& named
   return Load(DataFiles(named), outlines);
 }
 
-const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths) {
+const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths, Outlines outlines) {
   std::vector<DataFile> files;
   for (std::string& file : DescriptionFiles(paths)) files.push_back({std::move(file), Origin::kCommandLine});
-  return Load(files, Outlines::kNo);
+  return Load(files, outlines);
 }
 
 }  // namespace tool

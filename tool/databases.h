@@ -25,7 +25,7 @@ enum class Outlines { kNo, kYes };
 const std::vector<Database>& LoadDatabases(const std::vector<std::string>& named, Outlines outlines = Outlines::kNo);
 
 /// The same for the files that `paths` name, and no others.
-const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths);
+const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths, Outlines outlines = Outlines::kNo);
 
 /// Calls `visit(device)` for every device that the lookups visit, in their order.
 template <typename Visit>

@@ -132,10 +132,10 @@ class FirstById {
   std::unordered_map<unsigned int, std::unordered_map<unsigned int, const Placed*>> firsts_;  // by mask, then by id
 };
 
-std::vector<FamilyList*> FamiliesOf(const DeviceLists& databases) {
+std::vector<FamilyList*> FamiliesOf(const Sources& sources) {
   std::vector<FamilyList*> families;
-  for (const DeviceList* const database : databases) {
-    for (int i = 0; FamilyList* const family = database->GetFamily(i); ++i) families.push_back(family);
+  for (const plddb::Source& source : sources) {
+    for (int i = 0; FamilyList* const family = source.database->GetFamily(i); ++i) families.push_back(family);
   }
   return families;
 }
@@ -202,8 +202,8 @@ std::string Target(const std::string& path) {
 }
 
 /// Texts are never written that would not load, such as more families than a file may have.
-std::string LoadableText(const DeviceLists& databases) {
-  std::string text = plddb::WriteDescriptions(databases);
+std::string LoadableText(const Sources& sources) {
+  std::string text = plddb::WriteDescriptions(sources);
   const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "");
   if (loaded.faults.empty()) return text;
   throw Failure("plddb: error: nothing is written, since the file would not load: " + loaded.faults.front().text);
@@ -211,8 +211,8 @@ std::string LoadableText(const DeviceLists& databases) {
 
 }  // namespace
 
-void WriteDatabases(const DeviceLists& databases, const std::string& path) {
-  WriteDescriptionText(LoadableText(databases), path);
+void WriteSources(const Sources& sources, const std::string& path) {
+  WriteDescriptionText(LoadableText(sources), path);
 }
 
 void WriteDescriptionText(const std::string& text, const std::string& path) {
@@ -228,8 +228,8 @@ void WriteDescriptionText(const std::string& text, const std::string& path) {
   file.TakePlace();
 }
 
-void ReportShadowed(const DeviceLists& databases) {
-  const std::vector<FamilyList*> families = FamiliesOf(databases);
+void ReportShadowed(const Sources& sources) {
+  const std::vector<FamilyList*> families = FamiliesOf(sources);
   ReportShadowedFamilies(families);
   ReportShadowedDevices(DevicesOf(families));
 }

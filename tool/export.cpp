@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kFooter =
     R"(The canonical form has families and devices in their order, attributes in a fixed order, and leaves out what has its default
-or what a reader derives. Exporting it again gives the same bytes. What lookups will not find is told on standard error.
+or what is derived on loading. Comments stay at their elements; start tags are wrapped at 100 columns. Exporting it again gives the same bytes. What lookups will not find is told on standard error.
 
 Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.
 
@@ -22,11 +22,11 @@ struct Options {
 };
 
 ExitCode RunExport(const Options& options) {
-  const std::vector<Database>& databases = LoadFiles({options.file});
+  const std::vector<Database>& databases = LoadFiles({options.file}, Outlines::kYes);
   if (databases.size() > 1) throw WrongUsage(options.file + " is a folder; merge its files instead");
-  const DeviceLists written = {databases.front().devices.get()};
+  const Sources written = {{databases.front().devices.get(), &databases.front().outline}};
   ReportShadowed(written);
-  WriteDatabases(written, options.output);
+  WriteSources(written, options.output);
   return ExitCode::kFound;
 }
 

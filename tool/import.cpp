@@ -73,8 +73,9 @@ ExitCode RunImport(const Options& options) {
   if (import.database == nullptr) throw Failure(Lines(import.faults));
   const std::string text = TextOf(import, options.into);
   if (!import.faults.empty()) WriteMessage(Lines(import.faults) + '\n');
-  const plddb::LoadResult loaded = plddb::ParseDescriptions(text, options.into);
-  if (loaded.database != nullptr) ReportShadowed({loaded.database.get()});
+  plddb::Outline outline;
+  const plddb::LoadResult loaded = plddb::ParseDescriptions(text, options.into, &outline);
+  if (loaded.database != nullptr) ReportShadowed({{loaded.database.get(), &outline}});
   WriteDescriptionText(text, options.output.empty() ? options.into : options.output);
   return ExitCode::kFound;
 }

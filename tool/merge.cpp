@@ -23,10 +23,12 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  DeviceLists merged;  // on purpose no copies into one database: they give up backups that differ from their values
-  for (const Database& database : LoadFiles(options.files)) merged.push_back(database.devices.get());
+  Sources merged;  // on purpose no copies into one database: they give up backups that differ from their values
+  for (const Database& database : LoadFiles(options.files, Outlines::kYes)) {
+    merged.push_back({database.devices.get(), &database.outline});
+  }
   ReportShadowed(merged);
-  WriteDatabases(merged, options.output);
+  WriteSources(merged, options.output);
   return ExitCode::kFound;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 
 #include "DeviceListOwner.h"
 
@@ -34,7 +35,6 @@ TEST_F(Literals, NamePositionsOfPackages) {
   const long long widest = 0;
   EXPECT_EQ(packages->GetPackage(0), package);
   EXPECT_EQ(packages->GetPackage(0u), package);
-  EXPECT_EQ(packages->GetPackage(0L), package);
   EXPECT_EQ(packages->GetPackage(std::size_t{0}), package);
   EXPECT_EQ(packages->GetPackage(narrow), package);
   EXPECT_EQ(packages->GetPackage(signedNarrow), package);
@@ -50,14 +50,13 @@ TEST_F(Literals, NamePositionsOfDevices) {
   const unsigned short narrow = 0;
   EXPECT_EQ(family->GetDevice(0), device);
   EXPECT_EQ(family->GetDevice(0u), device);
-  EXPECT_EQ(family->GetDevice(0L), device);
   EXPECT_EQ(family->GetDevice(0ULL), device);
   EXPECT_EQ(family->GetDevice(std::size_t{0}), device);
   EXPECT_EQ(family->GetDevice(narrow), device);
   EXPECT_EQ(family->GetDevice("N"), device);
   EXPECT_EQ(family->GetDevice(nullptr), nullptr);
   EXPECT_EQ(family->GetDevice(-1), nullptr);
-  EXPECT_EQ(family->GetDevice(-1L), nullptr);
+  EXPECT_EQ(family->GetDevice(-1LL), nullptr);
   EXPECT_EQ(family->GetDevice(65'536), nullptr);
   EXPECT_EQ(family->GetDevice(4'294'967'296ULL), nullptr);
 }
@@ -67,7 +66,7 @@ TEST_F(Literals, NameIdentifiers) {
   const unsigned long wide = 0;
   EXPECT_EQ(family->GetDevice("JTAG", 0), device);
   EXPECT_EQ(family->GetDevice("JTAG", 0u), device);
-  EXPECT_EQ(family->GetDevice("JTAG", 0L), device);
+  EXPECT_EQ(family->GetDevice("JTAG", 0LL), device);
   EXPECT_EQ(family->GetDevice("JTAG", std::size_t{0}), device);
   EXPECT_EQ(family->GetDevice("JTAG", id), device);
   EXPECT_EQ(family->GetDevice("JTAG", wide), device);
@@ -87,7 +86,7 @@ TEST_F(Literals, NameFamilies) {
   EXPECT_EQ(database->GetFamily(0), family);
   EXPECT_EQ(database->GetFamily(0u), family);
   EXPECT_EQ(database->GetFamily(std::size_t{0}), family);
-  EXPECT_EQ(database->GetFamily(-1L), nullptr);
+  EXPECT_EQ(database->GetFamily(-1LL), nullptr);
   EXPECT_EQ(database->GetFamily("F"), family);
   EXPECT_EQ(database->GetFamily(nullptr), nullptr);
   EXPECT_EQ(database->GetFamily(-1), nullptr);
@@ -100,12 +99,13 @@ TEST_F(Literals, NameDevicesAndFamiliesToDelete) {
   const std::unique_ptr<DeviceInfo> inserted(family->InsertNewDevice(1));
   EXPECT_EQ(family->DeleteDevice(1), inserted.get());
   EXPECT_EQ(family->DeleteDevice(0), nullptr);
-  EXPECT_EQ(family->DeleteDevice(0u), nullptr);
+  EXPECT_EQ(family->DeleteDevice(nullptr), nullptr);
   EXPECT_EQ(family->DeleteDevice(-1L), nullptr);
   EXPECT_EQ(family->DeleteDevice("none"), nullptr);
   database->DeleteFamily("none");
   database->DeleteFamily(1);
   database->DeleteFamily(1u);
+  database->DeleteFamily(nullptr);
   database->DeleteFamily(-1L);
   EXPECT_EQ(database->GetFamilyCount(), 1);
 }
@@ -154,6 +154,61 @@ TEST_F(Literals, NameModesAndFuseCounts) {
   EXPECT_EQ(database->GetDeviceListWithCommAndID("JTAG", 0x09604093, candidates), 1);
   EXPECT_EQ(database->GetDeviceCommISPWithFuseMap(100), 0);
   EXPECT_EQ(database->GetDeviceWithFuseMapAndFullName(100, "C"), device);
+}
+
+// NULL is an integer for overload resolution, and is meant as a text. `COMPILES(DeviceList, GetFamily(NULL))`: whether the call
+// compiles for a record of that class.
+template <typename Record, typename Call>
+constexpr bool Accepts(Call) {
+  return std::is_invocable_v<Call, Record&>;
+}
+#define COMPILES(Record, call) Accepts<Record>([](auto& record) -> decltype(record.call) { return record.call; })
+
+static_assert(!COMPILES(DeviceList, DeleteFamily(NULL)));
+static_assert(!COMPILES(DeviceList, DeleteFamily(0L)));
+static_assert(!COMPILES(DeviceList, DeleteFamily(0u)));
+static_assert(!COMPILES(FamilyList, DeleteDevice(NULL)));
+static_assert(!COMPILES(FamilyList, DeleteDevice(0L)));
+static_assert(!COMPILES(FamilyList, DeleteDevice(0u)));
+static_assert(!COMPILES(DeviceList, GetFamily(NULL)));
+static_assert(!COMPILES(DeviceList, GetFamily(0L)));
+static_assert(!COMPILES(FamilyList, GetDevice(NULL)));
+static_assert(!COMPILES(FamilyList, GetDevice(0L)));
+static_assert(!COMPILES(FamilyList, GetDevice("JTAG", NULL)));
+static_assert(!COMPILES(FamilyList, GetDevice("JTAG", 0L)));
+static_assert(!COMPILES(FamilyList, GetDevice(NULL, NULL)));
+static_assert(!COMPILES(PackageList, GetPackage(NULL)));
+static_assert(!COMPILES(PackageList, GetPackage(0L)));
+static_assert(!COMPILES(LString, Find("text", NULL)));
+
+static_assert(COMPILES(DeviceList, DeleteFamily(0)) && COMPILES(DeviceList, DeleteFamily(nullptr)) &&
+              COMPILES(DeviceList, DeleteFamily(static_cast<unsigned short>(0))) && COMPILES(DeviceList, DeleteFamily("F")));
+static_assert(COMPILES(FamilyList, DeleteDevice(0)) && COMPILES(FamilyList, DeleteDevice(nullptr)) &&
+              COMPILES(FamilyList, DeleteDevice(static_cast<unsigned short>(0))) && COMPILES(FamilyList, DeleteDevice("C")));
+static_assert(COMPILES(DeviceList, GetFamily(0)) && COMPILES(DeviceList, GetFamily(nullptr)) &&
+              COMPILES(DeviceList, GetFamily(std::size_t{0})) && COMPILES(DeviceList, GetFamily("F")));
+static_assert(COMPILES(FamilyList, GetDevice(0)) && COMPILES(FamilyList, GetDevice(nullptr)) &&
+              COMPILES(FamilyList, GetDevice(std::size_t{0})) && COMPILES(FamilyList, GetDevice("N")));
+static_assert(COMPILES(FamilyList, GetDevice("JTAG", 0)) && COMPILES(FamilyList, GetDevice("TQ100", nullptr)) &&
+              COMPILES(FamilyList, GetDevice(NULL, 0)) && COMPILES(FamilyList, GetDevice(nullptr, "C")));
+static_assert(COMPILES(PackageList, GetPackage(0)) && COMPILES(PackageList, GetPackage(nullptr)) &&
+              COMPILES(PackageList, GetPackage(std::size_t{0})) && COMPILES(PackageList, GetPackage("TQ100")));
+
+// Where no overload takes a number, NULL is the null pointer that it is meant to be.
+TEST_F(Literals, NullIsATextWhereNoNumberIsTaken) {
+  device->SetName(NULL);
+  device->SetMultibootCfgAddr(NULL);
+  device->SetMultibootAutoAdd(NULL);
+  family->SetListProgrammingModeControl(NULL);
+  family->SetListBScanControl(NULL);
+  EXPECT_STREQ(device->GetName(), "N");
+  EXPECT_TRUE(device->GetMultibootCfgAddr().empty() && device->GetMultibootAutoAdd().empty());
+  EXPECT_TRUE(family->GetListProgrammingModeControl().empty() && family->GetListBScanControl().empty());
+  EXPECT_EQ(package->AddAdapter(NULL), nullptr);
+  EXPECT_EQ(package->AddAdapter(NULL, NULL), nullptr);
+  EXPECT_EQ(family->GetDevicePos(NULL), -1);
+  EXPECT_EQ(database->GetDeviceWithName(NULL), nullptr);
+  EXPECT_EQ(database->AddNewDeviceList(NULL), database.get());
 }
 
 }  // namespace

@@ -100,8 +100,8 @@ TEST(AddTo, JoinsTheFamilyOfTheSameName) {
 
 TEST(AddTo, GivesPackagesToADeviceThatIsThere) {
   const bsdl::Import import = Import({sample::kText, WithMap("VQ64")});
-  const std::string tq = "      <Package Type=\"TQ100\" PON=\"PLD1234A-TQ100\" />\n";
-  const std::string vq = "      <Package Type=\"VQ64\" PON=\"PLD1234A-VQ64\" />\n";
+  const std::string tq = "      <Package Type=\"TQ100\" PON=\"PLD1234A-TQ100\"/>\n";
+  const std::string vq = "      <Package Type=\"VQ64\" PON=\"PLD1234A-VQ64\"/>\n";
   const std::string head = "<DeviceDatabase><Family Name='PLD1200'>\n";
   const std::string foot = "</Family></DeviceDatabase>\n";
   const struct {

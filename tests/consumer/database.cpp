@@ -1,11 +1,12 @@
 // Uses plddb, prints: PLD1234A 2
 #include <DeviceList.h>
-#include <DeviceListOwner.h>
+#include <plddb/DeviceList.h>
+#include <plddb/DeviceListOwner.h>
 
 #include <cstdio>
 
 int main() {
-  const DeviceListOwner database = MakeDeviceList();
+  const plddb::DeviceListOwner database = plddb::MakeDeviceList();
   DeviceInfo* device = database->NewFamily()->NewDevice();
   device->SetCodeName("PLD1234A");
   device->SetjtagDeviceID(0x01234057);

@@ -47,8 +47,10 @@ TEST(AllocationFailures, OfReadingAFileLeaveNothingBehind) {
 
 TEST(AllocationFailures, OfWritingGiveNoText) {
   const support::CountedParser counted;
-  const plddb::LoadResult loaded = plddb::LoadDescriptions(kExample);
-  const std::vector<const DeviceList*> twice = {loaded.database.get(), loaded.database.get()};
+  plddb::Outline outline;
+  const plddb::LoadResult loaded = plddb::LoadDescriptions(kExample, &outline);
+  const plddb::Source source = {loaded.database.get(), &outline};
+  const std::vector<plddb::Source> twice = {source, source};
   const std::string whole = plddb::WriteDescriptions(twice);
   std::string written;
   const long live = support::LiveAllocations();

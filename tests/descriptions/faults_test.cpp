@@ -399,7 +399,7 @@ TEST(Faults, AFileHasAMillionElementsAtMost) {
     for (std::size_t i = 0; i < count; ++i) text += part;
     return text;
   };
-  const std::string comment = "<DeviceDatabase><!--" + repeated("<a>", 999999);  // they count as well
+  const std::string comment = "<DeviceDatabase><!--" + repeated("<a>", 999998);  // and the elements in it count as well
   EXPECT_EQ(FaultsOf(comment + "</a><?a?>--></DeviceDatabase>"), Texts{});
   EXPECT_EQ(FaultsOf(comment + "<a>--></DeviceDatabase>"),
             Texts{"1:" + std::to_string(comment.size() + 1) + ": the file has more than 1000000 elements: split it"});

@@ -58,26 +58,26 @@ TEST(WriteDescriptions, LeavesOutDefaultsAndWhatAReaderDerives) {
     const char* device;    // as it is given
     const char* expected;  // as it is written
   } rows[] = {
-      {"nothing set", R"(<Device/>)", R"(<Device />)"},
-      {"an empty text is set", R"(<Device Name=""/>)", R"(<Device Name="" />)"},
-      {"defaults", R"(<Device IRLength="0" DisableDeviceSTAPLSupport="false"/>)", R"(<Device />)"},
-      {"the order of the table", R"(<Device IRLength="8" Name="A"/>)", R"(<Device Name="A" IRLength="8" />)"},
-      {"identifiers in hexadecimal", R"(<Device jtagDeviceID="147"/>)", R"(<Device jtagDeviceID="0x00000093" />)"},
-      {"instructions in hexadecimal", R"(<Device IDInstruction="9"/>)", R"(<Device IDInstruction="0x09" />)"},
-      {"a backup that is derived", R"(<Device FuseNumber="5" BackupFuseNumber="5"/>)", R"(<Device FuseNumber="5" />)"},
+      {"nothing set", R"(<Device/>)", R"(<Device/>)"},
+      {"an empty text is set", R"(<Device Name=""/>)", R"(<Device Name=""/>)"},
+      {"defaults", R"(<Device IRLength="0" DisableDeviceSTAPLSupport="false"/>)", R"(<Device/>)"},
+      {"the order of the table", R"(<Device IRLength="8" Name="A"/>)", R"(<Device Name="A" IRLength="8"/>)"},
+      {"identifiers in hexadecimal", R"(<Device jtagDeviceID="147"/>)", R"(<Device jtagDeviceID="0x00000093"/>)"},
+      {"instructions in hexadecimal", R"(<Device IDInstruction="9"/>)", R"(<Device IDInstruction="0x09"/>)"},
+      {"a backup that is derived", R"(<Device FuseNumber="5" BackupFuseNumber="5"/>)", R"(<Device FuseNumber="5"/>)"},
       {"a backup that differs", R"(<Device FuseNumber="5" BackupFuseNumber="0"/>)",
-       R"(<Device FuseNumber="5" BackupFuseNumber="0" />)"},
-      {"a backup alone", R"(<Device BackupFuseNumber="7"/>)", R"(<Device BackupFuseNumber="7" />)"},
-      {"the family's name", R"(<Device Family="F"/>)", R"(<Device />)"},
-      {"another family's name", R"(<Device Family="G"/>)", R"(<Device Family="G" />)"},
-      {"options that equal the mode", R"(<Device Comm="JTAG" AlgOptions="JTAG"/>)", R"(<Device Comm="JTAG" />)"},
-      {"options that differ", R"(<Device AlgOptions="x" Comm="JTAG"/>)", R"(<Device Comm="JTAG" AlgOptions="x" />)"},
-      {"a width that is not set", R"(<Device DataLength="512"/>)", R"(<Device DataLength="512" />)"},
+       R"(<Device FuseNumber="5" BackupFuseNumber="0"/>)"},
+      {"a backup alone", R"(<Device BackupFuseNumber="7"/>)", R"(<Device BackupFuseNumber="7"/>)"},
+      {"the family's name", R"(<Device Family="F"/>)", R"(<Device/>)"},
+      {"another family's name", R"(<Device Family="G"/>)", R"(<Device Family="G"/>)"},
+      {"options that equal the mode", R"(<Device Comm="JTAG" AlgOptions="JTAG"/>)", R"(<Device Comm="JTAG"/>)"},
+      {"options that differ", R"(<Device AlgOptions="x" Comm="JTAG"/>)", R"(<Device Comm="JTAG" AlgOptions="x"/>)"},
+      {"a width that is not set", R"(<Device DataLength="512"/>)", R"(<Device DataLength="512"/>)"},
       {"a width of its own", R"(<Device DataLength="512" BitstreamColWidth="8"/>)",
-       R"(<Device DataLength="512" BitstreamColWidth="8" />)"},
-      {"address ranges", R"(<Device listAddressRange="R; A0-A7 ; ;B;"/>)", R"(<Device listAddressRange=";A0-A7; ;B;" />)"},
+       R"(<Device DataLength="512" BitstreamColWidth="8"/>)"},
+      {"address ranges", R"(<Device listAddressRange="R; A0-A7 ; ;B;"/>)", R"(<Device listAddressRange=";A0-A7; ;B;"/>)"},
       {"empty entries", R"(<Device SysIOList='"A" " " "B"'/>)",
-       "<Device SysIOList=\"&quot;A&quot;, &quot; &quot;\">\n      <SysIO Name=\"B\" />\n    </Device>"},
+       "<Device SysIOList=\"&quot;A&quot;, &quot; &quot;\">\n      <SysIO Name=\"B\"/>\n    </Device>"},
   };
   for (const auto& row : rows) {
     const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<DeviceDatabase>\n  <Family Name=\"F\">\n    ";
@@ -130,22 +130,22 @@ TEST(WriteDescriptions, WritesSeveralDatabasesOneAfterTheOther) {
   second->NewFamily()->SetName("A");
   second->NewFamily()->NewDevice()->SetName("D");
   const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-  const std::string families = "  <Family Name=\"A\" />\n  <Family>\n    <Device Name=\"D\" />\n  </Family>\n";
+  const std::string families = "  <Family Name=\"A\"/>\n  <Family>\n    <Device Name=\"D\"/>\n  </Family>\n";
   const struct {
     const char* what;
-    std::vector<const DeviceList*> databases;
+    std::vector<plddb::Source> databases;
     std::string expected;
   } rows[] = {
-      {"nothing", {}, "<DeviceDatabase />\n"},
-      {"an empty one", {none.get()}, "<DeviceDatabase />\n"},
-      {"empty ones", {none.get(), none.get()}, "<DeviceDatabase />\n"},
-      {"one", {second.get()}, "<DeviceDatabase Version=\"2\">\n" + families + "</DeviceDatabase>\n"},
-      {"an empty one first", {none.get(), second.get()}, "<DeviceDatabase>\n" + families + "</DeviceDatabase>\n"},
+      {"nothing", {}, "<DeviceDatabase/>\n"},
+      {"an empty one", {{none.get()}}, "<DeviceDatabase/>\n"},
+      {"empty ones", {{none.get()}, {none.get()}}, "<DeviceDatabase/>\n"},
+      {"one", {{second.get()}}, "<DeviceDatabase Version=\"2\">\n" + families + "</DeviceDatabase>\n"},
+      {"an empty one first", {{none.get()}, {second.get()}}, "<DeviceDatabase>\n" + families + "</DeviceDatabase>\n"},
       {"two",
-       {first.get(), second.get()},
-       "<DeviceDatabase Version=\"1\">\n  <Family Name=\"A\" />\n" + families + "</DeviceDatabase>\n"},
+       {{first.get()}, {second.get()}},
+       "<DeviceDatabase Version=\"1\">\n  <Family Name=\"A\"/>\n" + families + "</DeviceDatabase>\n"},
       {"one twice",
-       {second.get(), second.get()},
+       {{second.get()}, {second.get()}},
        "<DeviceDatabase Version=\"2\">\n" + families + families + "</DeviceDatabase>\n"},
   };
   for (const auto& row : rows) EXPECT_EQ(plddb::WriteDescriptions(row.databases), head + row.expected) << "row: " << row.what;

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <set>
+#include <string>
 #include <type_traits>
 
 #include "tests/support/allocation_counter.h"
+#include "tests/support/exported_operations.h"
 
 namespace {
 
@@ -27,6 +30,12 @@ constexpr Field kFields[] = {
 
 void Fill(Adapter& adapter) {
   for (const Field& field : kFields) (adapter.*field.set)(field.name);
+}
+
+TEST(Adapter, EachSetterHasARowInTheTable) {
+  std::set<std::string> named;
+  for (const Field& field : kFields) named.insert(std::string("Set") + field.name);
+  EXPECT_EQ(named, support::ExportedSetters("Adapter"));
 }
 
 TEST(Adapter, EveryTextIsNullUntilSet) {

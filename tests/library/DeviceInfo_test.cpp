@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdint>
 #include <memory>
 #include <new>
 #include <string>
@@ -460,70 +459,47 @@ TEST(DeviceInfo, DestroyingItDoesNotUnlinkItFromItsFamily) {
 
 // Memory
 
-struct LargerDevice : DeviceInfo {
-  using DeviceInfo::DeviceInfo;
-  char more[1000] = "more";
-};
+template <typename Record, typename = void>
+constexpr bool kHasOwnNew = false;
+template <typename Record>
+constexpr bool kHasOwnNew<Record, std::void_t<decltype(Record::operator new(sizeof(Record)))>> = true;
 
-struct alignas(256) WideDevice : DeviceInfo {
-  using DeviceInfo::DeviceInfo;
-};
+static_assert(!kHasOwnNew<DeviceInfo>, "a device is allocated as any object is, so that memory checkers see it");
 
-TEST(DeviceMemory, ADeviceMadeByNewIsABlockOfItsOwn) {
+TEST(DeviceMemory, EveryFormOfNewMakesADevice) {
   const long live = support::LiveAllocations();
-  FamilyList family;
-  const std::unique_ptr<DeviceInfo> plain(new DeviceInfo(family));
-  const std::unique_ptr<DeviceInfo> larger(new LargerDevice(family));
-  const std::unique_ptr<DeviceInfo> nothrow(new (std::nothrow) DeviceInfo(family));
-  const long made = support::LiveAllocations() - live;
-  EXPECT_EQ(made, 3);
+  {
+    FamilyList family;
+    delete new DeviceInfo(family);
+    delete new (std::nothrow) DeviceInfo(family);
+    ::delete ::new DeviceInfo(family);
+    const auto owned = std::make_unique<DeviceInfo>(family);
+    const auto shared = std::make_shared<DeviceInfo>(owned.get());
+    EXPECT_EQ(shared->GetFamilyObject(), &family);
+  }
+  const long left = support::LiveAllocations() - live;
+  EXPECT_EQ(left, 0);
 }
 
-TEST(DeviceMemory, OverAlignedClassesAreAligned) {
+TEST(DeviceMemory, EachDeviceOfAFamilyGivesItsMemoryBackAtOnce) {
   FamilyList family;
-  for (int i = 0; i < 10; ++i) {  // one may be aligned by chance
-    const std::unique_ptr<DeviceInfo> wide(new WideDevice(family));
-    const std::unique_ptr<DeviceInfo> nothrow(new (std::nothrow) WideDevice(family));
-    for (const auto* const device : {wide.get(), nothrow.get()}) {
-      EXPECT_EQ(reinterpret_cast<std::uintptr_t>(device) % alignof(WideDevice), 0U)
-          << (device == wide.get() ? "new" : "nothrow");
-    }
+  for (int i = 0; i < 9; ++i) family.NewDevice();
+  for (int i = 9; i > 0; --i) {
+    const long live = support::LiveAllocations();
+    delete family.DeleteDevice((i + 1) / 2);
+    const long freed = live - support::LiveAllocations();
+    EXPECT_EQ(freed, 1) << "devices left: " << i - 1;
   }
 }
 
-TEST(DeviceMemory, ADeviceStandsWhereItsUserWantsIt) {
-  FamilyList family;
-  alignas(DeviceInfo) unsigned char place[sizeof(DeviceInfo)];
-  DeviceInfo* const device = new (place) DeviceInfo(family);
-  EXPECT_EQ(static_cast<void*>(device), place);
-  device->~DeviceInfo();
-}
-
-TEST(DeviceMemory, NewWithoutExceptionsAnswersNull) {
-  FamilyList family;
-  const support::FailAllocation failing(1);
-  const std::unique_ptr<DeviceInfo> device(new (std::nothrow) DeviceInfo(family));
-  EXPECT_EQ(device, nullptr);
-}
-
-TEST(DeviceMemory, ACopyThatFailsGivesItsBlockBack) {
+TEST(DeviceMemory, ACopyThatFailsGivesItsMemoryBack) {
   Device source;
   source.record.SetName("PLD1234A");
-  const struct {
-    const char* form;
-    DeviceInfo* (*copy)(DeviceInfo*);
-    long thrown;
-  } cases[] = {
-      {"new", [](DeviceInfo* device) { return new DeviceInfo(device); }, 2},
-      {"new (std::nothrow)", [](DeviceInfo* device) { return new (std::nothrow) DeviceInfo(device); }, 1},
-  };
-  for (const auto& row : cases) {
-    const long live = support::LiveAllocations();
-    const long thrown = support::ForEachFailingAllocation([&] { delete row.copy(&source.record); });
-    const long left = support::LiveAllocations() - live;
-    EXPECT_EQ(thrown, row.thrown) << row.form;
-    EXPECT_EQ(left, 0) << row.form;
-  }
+  const long live = support::LiveAllocations();
+  const long thrown = support::ForEachFailingAllocation([&] { delete new DeviceInfo(&source.record); });
+  const long left = support::LiveAllocations() - live;
+  EXPECT_EQ(thrown, 2);  // the record and its text
+  EXPECT_EQ(left, 0);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "tests/support/allocation_counter.h"
-#include "tests/support/record_fields.h"
+#include "tests/support/field_rules.h"
 #include "tests/support/sample_tree.h"
 #include "tests/support/tree_equality.h"
 
@@ -51,13 +51,16 @@ DeviceListOwner DatabaseOf(const std::vector<FamilyNames>& families) {
 
 const std::vector<support::Field<DeviceList>>& RootFields() {
   static const std::vector<support::Field<DeviceList>> fields = {
-      support::Row(1, "Version", &DeviceList::SetVersion, &DeviceList::GetVersion),
-      support::Row(2, "Comment", &DeviceList::SetComment, &DeviceList::GetComment),
+      support::Row("Version", "SetVersion", &DeviceList::SetVersion, "GetVersion", &DeviceList::GetVersion),
+      support::Row("Comment", "SetComment", &DeviceList::SetComment, "GetComment", &DeviceList::GetComment),
   };
   return fields;
 }
 
 TEST(DeviceListTexts, FollowTheRulesOfEveryTextField) {
+  auto rows = RootFields();
+  rows.push_back(support::HiddenRow<DeviceList>("Families").SetBy({"AddNewDeviceList"}));
+  support::ExpectARowForEachSetter(rows, "DeviceList");
   support::ExpectDefaults(RootFields(), MakeDeviceList);
   support::ExpectRoundTrips(RootFields(), MakeDeviceList);
   support::ExpectIndependence(RootFields(), MakeDeviceList);

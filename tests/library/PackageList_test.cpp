@@ -84,7 +84,7 @@ TEST(PackageList, GetPackageOutsideTheListIsNull) {
   for (const unsigned short i : {static_cast<unsigned short>(2), static_cast<unsigned short>(65'535)}) {
     EXPECT_EQ(list.GetPackage(i), nullptr) << "i: " << i;
   }
-  EXPECT_EQ(list.GetPackage(65'536L), nullptr);
+  EXPECT_EQ(list.GetPackage(65'536LL), nullptr);
   EXPECT_EQ(list.GetPackage(4'294'967'296ULL), nullptr);
   EXPECT_EQ(list.GetPackage(-1LL), nullptr);
 }
@@ -99,7 +99,7 @@ TEST(PackageList, GetPackageTakesEveryIntegerType) {
   EXPECT_EQ(list.GetPackage(tiny), second);
   EXPECT_EQ(list.GetPackage(1), second);
   EXPECT_EQ(list.GetPackage(1u), second);
-  EXPECT_EQ(list.GetPackage(1L), second);
+  EXPECT_EQ(list.GetPackage(1UL), second);
   EXPECT_EQ(list.GetPackage(std::size_t{1}), second);
 }
 

@@ -5,12 +5,14 @@
 #include <climits>
 #include <cstring>
 #include <memory>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "tests/support/allocation_counter.h"
+#include "tests/support/exported_operations.h"
 
 namespace {
 
@@ -57,6 +59,12 @@ void FillTexts(Package& package) {
 void AddTwoAdapters(Package& package) {
   package.AddAdapter("V0", "A0");
   package.AddAdapter("V1", "A1");
+}
+
+TEST(Package, EachSetterHasARowInTheTable) {
+  std::set<std::string> named = {"AddAdapter", "SetAdapter"};
+  for (const Field& field : kFields) named.insert(std::string("Set") + field.name);
+  EXPECT_EQ(named, support::ExportedSetters("Package"));
 }
 
 TEST(Package, StartsEmpty) {

@@ -11,6 +11,7 @@
 #include "FamilyList.h"
 #include "tests/support/allocation_counter.h"
 #include "tests/support/device_fields.h"
+#include "tests/support/field_rules.h"
 #include "tests/support/show.h"
 #include "tests/support/tree_equality.h"
 

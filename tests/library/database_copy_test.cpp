@@ -12,6 +12,7 @@
 #include "tests/support/device_fields.h"
 #include "tests/support/failing_target.h"
 #include "tests/support/family_fields.h"
+#include "tests/support/field_rules.h"
 #include "tests/support/random_tree.h"
 #include "tests/support/sample_tree.h"
 #include "tests/support/show.h"

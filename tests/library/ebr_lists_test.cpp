@@ -133,18 +133,50 @@ TEST(SetListControlEBRBitName, AnAbsurdCountEndsInBadAllocAtOnce) {
   }
 }
 
-TEST(SetListControlEBRBitName, AnAbsurdCountAsksForNoMemory) {
-  Device device;
-  const support::FailAllocation failing(1);
-  bool refused = false;
-  try {
-    device.record.SetListControlEBRBitName("16777217");
-  } catch (const std::bad_alloc&) {
-    refused = true;
+// Up to the bound the system decides whether there is memory; beyond it, nobody is asked. The allocation fails here, so that no
+// row needs any.
+TEST(SetListControlEBRBitName, OnlyCountsAboveTheBoundAreRefusedUnasked) {
+  const struct {
+    const char* count;
+    bool asks;
+  } cases[] = {
+      {"1", true},           {"16777215", true},  {"16777216", true},  {" +16777216 entries", true},
+      {"4311744512", true},                                                                    // 16,777,216 in its low 32 bits
+      {"16777217", false},   {"16777218", false}, {"33554432", false}, {"4311744513", false},  // 16,777,217 in its low 32 bits
+      {"2147483647", false},
+  };
+  for (const auto& row : cases) {
+    Device device;
+    bool refused = false;
+    bool asked = false;
+    {
+      const support::FailAllocation failing(1);
+      try {
+        device.record.SetListControlEBRBitName(row.count);
+      } catch (const std::bad_alloc&) {
+        refused = true;
+      }
+      asked = failing.Happened();
+    }
+    EXPECT_TRUE(refused) << "count: " << row.count;
+    EXPECT_EQ(asked, row.asks) << "count: " << row.count;
   }
-  const bool asked = failing.Happened();
-  EXPECT_TRUE(refused);
-  EXPECT_FALSE(asked) << "the system was asked for what it might promise and not have";
+}
+
+TEST(SetListControlEBRBitName, LargeCountsBelowTheBoundAreBuiltInFull) {
+  for (const int count : {65'535, 65'536, 65'537, 1'000'000}) {
+    Device device;
+    device.record.SetListControlEBRBitName(std::to_string(count).c_str());
+    device.record.SetListControlEBRColumn("0 to 15");
+    device.record.SetListControlEBRAddress("5 to 6");
+    device.record.SetListControlEBRName("block");
+    const auto& entries = device.record.GetlistControlEBR().at(0).Entries;
+    ASSERT_EQ(entries.size(), static_cast<std::size_t>(count));
+    const CControlEBR& last = entries[static_cast<std::size_t>(count / 2 * 2 - 1)];  // of the last whole row
+    EXPECT_EQ(entries.back().BitName, std::to_string(count));
+    EXPECT_EQ(last.Column, 8) << "count: " << count;
+    EXPECT_EQ(last.Address, 5 + count / 2 - 1) << "count: " << count;
+  }
 }
 
 TEST(SetListControlEBRBitName, AFailedAllocationKeepsTheOldEntries) {

@@ -11,7 +11,7 @@ namespace support {
 
 using DeviceField = Field<DeviceInfo>;
 
-/// All 84 fields of a device in declaration order. The samples of the lists of objects (packages, I/O entries) append.
+/// All fields of a device in declaration order. The samples of the lists of objects (packages, I/O entries) append.
 const std::vector<DeviceField>& DeviceFields();
 
 /// A record, and a family of its own for it to be linked to.

@@ -14,4 +14,19 @@ std::vector<std::string> ExportedOperations(const std::string& kind) {
   return operations;
 }
 
+std::set<std::string> ExportedSetters(const std::string& className) {
+  std::set<std::string> setters;
+  for (const char* const kind : {"allocates", "steady"}) {
+    for (const std::string& operation : ExportedOperations(kind)) {
+      const std::string member = operation.substr(0, operation.find('('));
+      for (const std::string verb : {"::Set", "::Add"}) {
+        if (member.compare(0, className.size() + verb.size(), className + verb) == 0) {
+          setters.insert(member.substr(className.size() + 2));
+        }
+      }
+    }
+  }
+  return setters;
+}
+
 }  // namespace support

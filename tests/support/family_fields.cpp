@@ -52,35 +52,44 @@ constexpr TextField<F> kTemplate{&F::SetBitstreamModelTemplate, &F::GetBitstream
 
 }  // namespace
 
+// A row's names are those of the field and of its accessors.
+#define PAIR(field, setter, getter) Row(#field, #setter, &F::setter, #getter, &F::getter)
+#define FIELD(field) PAIR(field, Set##field, Get##field)
+#define FLAG(field) PAIR(field, Set##field, Is##field)
+
 const std::vector<FamilyField>& FamilyFields() {
   // clang-format off
-  static const std::vector<FamilyField> fields = {
-      Row( 1, "Name",                       &F::SetName,              &F::GetName),
-      Row( 2, "AliasName",                  &F::SetAliasName,         &F::GetAliasName),
-      Row( 3, "BypassInst",                 &F::SetBypassInst,        &F::GetBypassInst),
-      Row( 4, "IDCodeInst",                 &F::SetIDCodeInst,        &F::GetIDCodeInst),
-      Row<F>( 5, "Devices",                 AddDevice,                ShowDevices),
-      Row<F>( 6, "OperationList",           AddOperation,             ShowOperations),
-      Row( 7, "ISCRelease",                 &F::SetISCRelease,        &F::GetISCRelease),
-      Row( 8, "Extension",                  &F::SetExtension,         &F::GetExtension),
-      Row( 9, "XFPFile",                    &F::SetXFPFile,           &F::GetXFPFile),
-      Row(10, "ICFFile",                    kICFFile),
-      Row(11, "ReInitialize",               &F::SetReInitialize,      &F::IsReInitialize),
-      Row(12, "1532Compliant",              &F::Set1532Compliant,     &F::Is1532Compliant),
-      Row(13, "CDRFixed",                   &F::SetCDRFixed,          &F::IsCDRFixed),
-      Row(14, "Hidden",                     &F::SetHidden,            &F::IsHidden),
-      Row(15, "DebugMode",                  &F::SetDebugMode,         &F::IsDebugMode),
-      Row(16, "FPGALoaderSupport",          &F::SetFPGALoaderSupport, &F::IsFPGALoaderSupport),
-      Row(17, "STAPLSupport",               &F::SetSTAPLSupport,      &F::IsSTAPLSupport),
-      Row(18, "FPGADevice",                 &F::SetFPGADevice,        &F::IsFPGADevice),
-      Row<F>(19, "ListProgrammingModeControl", SetModes,              ShowModes),
-      Row<F>(20, "ListBScanControl",        SetBScan,                 ShowBScan),
-      Row(21, "CFGPinCount",                &F::SetCFGPinCount,       &F::GetCFGPinCount),
-      Row(22, "BitstreamModelTemplate",     kTemplate),
-  };
+  static const std::vector<FamilyField> fields = Numbered<F>({
+      FIELD(Name),
+      FIELD(AliasName),
+      FIELD(BypassInst),
+      FIELD(IDCodeInst),
+      Row<F>("Devices", AddDevice, ShowDevices).SetBy({"AddNewDevice"}),
+      Row<F>("OperationList", AddOperation, ShowOperations).SetBy({"SetOperationList", "AddOperationList"}),
+      FIELD(ISCRelease),
+      FIELD(Extension),
+      FIELD(XFPFile),
+      Row("ICFFile", "SetICFFile", "GetICFFile", kICFFile),
+      FLAG(ReInitialize),
+      FLAG(1532Compliant),
+      FLAG(CDRFixed),
+      FLAG(Hidden),
+      FLAG(DebugMode),
+      FLAG(FPGALoaderSupport),
+      FLAG(STAPLSupport),
+      FLAG(FPGADevice),
+      Row<F>("ListProgrammingModeControl", SetModes, ShowModes).SetBy({"SetListProgrammingModeControl"}),
+      Row<F>("ListBScanControl", SetBScan, ShowBScan).SetBy({"SetListBScanControl", "SetBScanDefaultValue"}),
+      FIELD(CFGPinCount),
+      Row("BitstreamModelTemplate", "SetBitstreamModelTemplate", "GetBitstreamModelTemplate", kTemplate),
+  });
   // clang-format on
   return fields;
 }
+
+#undef PAIR
+#undef FIELD
+#undef FLAG
 
 void FamilyDeleter::operator()(FamilyList* family) const noexcept {
   ReleaseDevices(*family);

@@ -10,7 +10,7 @@ namespace support {
 
 using FamilyField = Field<FamilyList>;
 
-/// All 22 fields of a family in declaration order. The samples of the lists of objects (devices, operations) append.
+/// All fields of a family in declaration order. The samples of the lists of objects (devices, operations) append.
 const std::vector<FamilyField>& FamilyFields();
 
 struct FamilyDeleter {

@@ -1,23 +1,17 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <cstring>
 #include <functional>
-#include <limits>
-#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
 
-#include "tests/support/allocation_counter.h"
 #include "tests/support/show.h"
 
 /// \file
-/// The machine-readable table of a record's fields, and the rules that hold for each of its rows. A record's table is a list
-/// of rows in declaration order (device_fields.h, family_fields.h); its tests call the checks below with the table.
+/// The machine-readable table of a record's fields. A record's table is a list of rows in declaration order (device_fields.h,
+/// family_fields.h). The rules that hold for each row are in field_rules.h; the fuzzer calls the accessors of each row, too.
 
 namespace support {
 
@@ -50,48 +44,67 @@ struct OtherField {
 /// Nothing sets or reads the field.
 struct HiddenField {};
 
+template <class Access>
+inline constexpr bool kIsOrdinary = false;  ///< Whether there is an ordinary pair of accessors, `set` and `get`.
+template <class Record>
+inline constexpr bool kIsOrdinary<TextField<Record>> = true;
+template <class Record, class Number>
+inline constexpr bool kIsOrdinary<NumberField<Record, Number>> = true;
+
 template <class Record>
 struct Field {
   using Access =
       std::variant<HiddenField, TextField<Record>, NumberField<Record, unsigned char>, NumberField<Record, unsigned short>,
                    NumberField<Record, unsigned int>, NumberField<Record, int>, NumberField<Record, bool>, OtherField<Record>>;
-  int row;
   std::string name;
   Access access;
-  std::string copiedFrom;   ///< The field of the source whose getter a copy takes; "" when it is never copied.
-  std::string alsoChanges;  ///< The one other field whose answer may change when this one is set; "" for none.
+  std::vector<std::string> setters;  ///< The names of all members that change the field; one for an ordinary pair.
+  std::string getter;                ///< The name of the getter; "" unless there is an ordinary pair.
+  std::string copiedFrom;            ///< The field of the source whose getter a copy takes; "" when it is never copied.
+  std::string alsoChanges;           ///< The one other field whose answer may change when this one is set; "" for none.
+  int row = 0;                       ///< The position in the table, from 1 on.
 
   Field CopiedFrom(const char* source) && { return copiedFrom = source, std::move(*this); }
   Field NeverCopied() && { return copiedFrom.clear(), std::move(*this); }
+  Field SetBy(std::vector<std::string> members) && { return setters = std::move(members), std::move(*this); }
   Field AlsoChanges(const char* other) && { return alsoChanges = other, std::move(*this); }
 };
 
 // Rows of a table.
 
 template <class Record>
-Field<Record> Row(int row, const char* name, void (Record::*set)(const char*), char* (Record::*get)() const) {
-  return {row, name, TextField<Record>{set, get}, name, ""};
+Field<Record> Row(const char* name, const char* setter, const char* getter, TextField<Record> text) {
+  return {name, text, {setter}, getter, name, ""};
 }
 
 template <class Record>
-Field<Record> Row(int row, const char* name, TextField<Record> text) {
-  return {row, name, text, name, ""};
+Field<Record> Row(const char* name, const char* setter, void (Record::*set)(const char*), const char* getter,
+                  char* (Record::*get)() const) {
+  return Row(name, setter, getter, TextField<Record>{set, get});
 }
 
 template <class Record, class Number>
-Field<Record> Row(int row, const char* name, void (Record::*set)(Number), Number (Record::*get)() const) {
-  return {row, name, NumberField<Record, Number>{set, get}, name, ""};
+Field<Record> Row(const char* name, const char* setter, void (Record::*set)(Number), const char* getter,
+                  Number (Record::*get)() const) {
+  return {name, NumberField<Record, Number>{set, get}, {setter}, getter, name, ""};
 }
 
 /// `set` and `show` are callables of (Record&, int sample) and (Record&).
 template <class Record, class Set, class Display>
-Field<Record> Row(int row, const char* name, Set set, Display show, const char* initial = "[]") {
-  return {row, name, OtherField<Record>{set, show, initial}, name, ""};
+Field<Record> Row(const char* name, Set set, Display show, const char* initial = "[]") {
+  return {name, OtherField<Record>{set, show, initial}, {}, "", name, ""};
 }
 
 template <class Record>
-Field<Record> HiddenRow(int row, const char* name) {
-  return {row, name, HiddenField{}, "", ""};
+Field<Record> HiddenRow(const char* name) {
+  return {name, HiddenField{}, {}, "", "", ""};
+}
+
+template <class Record>
+std::vector<Field<Record>> Numbered(std::vector<Field<Record>> fields) {
+  int row = 0;
+  for (auto& field : fields) field.row = ++row;
+  return fields;
 }
 
 // One field of one record.
@@ -167,16 +180,6 @@ std::vector<std::string> ShowAll(const std::vector<Field<Record>>& fields, Recor
   return shown;
 }
 
-/// The row of this name; a test failure, and the first row, when there is none.
-template <class Record>
-const Field<Record>& FieldNamed(const std::vector<Field<Record>>& fields, const std::string& name) {
-  for (const auto& field : fields) {
-    if (field.name == name) return field;
-  }
-  ADD_FAILURE() << "no field " << name;
-  return fields.front();
-}
-
 /// Calls `visit(field, access)` for each field with accessors of this kind, such as TextField<DeviceInfo>.
 template <class Access, class Record, class Visit>
 void ForEachFieldOf(const std::vector<Field<Record>>& fields, Visit visit) {
@@ -193,174 +196,6 @@ void ForEachNumber(const std::vector<Field<Record>>& fields, Visit visit) {
   ForEachFieldOf<NumberField<Record, unsigned int>>(fields, visit);
   ForEachFieldOf<NumberField<Record, int>>(fields, visit);
   ForEachFieldOf<NumberField<Record, bool>>(fields, visit);
-}
-
-// The rules. `make()` makes a fresh record and gives a smart pointer that owns it.
-
-template <class Record>
-void ExpectRowsInOrder(const std::vector<Field<Record>>& fields, int count) {
-  int row = 0;
-  for (const auto& field : fields) EXPECT_EQ(field.row, ++row) << "field: " << field.name;
-  EXPECT_EQ(row, count);
-}
-
-template <class Record, class Make>
-void ExpectDefaults(const std::vector<Field<Record>>& fields, Make make) {
-  const auto record = make();
-  ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto& text) {
-    EXPECT_EQ(Show(field, *record), Show(text.initial)) << "field: " << field.name;
-  });
-  ForEachNumber(
-      fields, [&](const auto& field, const auto& number) { EXPECT_EQ((*record.*number.get)(), 0) << "field: " << field.name; });
-  ForEachFieldOf<OtherField<Record>>(fields, [&](const auto& field, const auto& other) {
-    EXPECT_EQ(Show(field, *record), other.initial) << "field: " << field.name;
-  });
-}
-
-template <class Record, class Make>
-void ExpectRoundTrips(const std::vector<Field<Record>>& fields, Make make) {
-  const auto record = make();
-  for (const int sample : {1, 2, 1}) {
-    ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto&) {
-      SetSample(field, *record, sample);
-      EXPECT_EQ(Show(field, *record), Show(SampleText(field, sample))) << "field: " << field.name << ", sample: " << sample;
-    });
-    ForEachNumber(fields, [&](const auto& field, const auto& number) {
-      using Number = typename std::decay_t<decltype(number)>::Type;
-      SetSample(field, *record, sample);
-      EXPECT_EQ((*record.*number.get)(), SampleNumber<Number>(field.row, sample))
-          << "field: " << field.name << ", sample: " << sample;
-    });
-  }
-}
-
-/// Every width holds its extreme values: all bits set among them.
-template <class Record, class Make>
-void ExpectFullWidths(const std::vector<Field<Record>>& fields, Make make) {
-  const auto record = make();
-  ForEachNumber(fields, [&](const auto& field, const auto& number) {
-    using Number = typename std::decay_t<decltype(number)>::Type;
-    using Limits = std::numeric_limits<Number>;
-    const auto allBits = static_cast<Number>(-1);
-    for (const Number value : {Limits::max(), allBits, Limits::min(), static_cast<Number>(1), static_cast<Number>(0)}) {
-      (*record.*number.set)(value);
-      EXPECT_EQ((*record.*number.get)(), value) << "field: " << field.name << ", value: " << Show(value);
-    }
-  });
-}
-
-/// Setting one field changes no other, but for the one that its row names.
-template <class Record, class Make>
-void ExpectIndependence(const std::vector<Field<Record>>& fields, Make make) {
-  for (const auto& changed : fields) {
-    if (IsHidden(changed)) continue;
-    for (const bool filled : {false, true}) {
-      const auto record = make();
-      if (filled) SetSamples(fields, *record, 2);
-      const auto before = ShowAll(fields, *record);
-      SetSample(changed, *record, 3);
-      const auto after = ShowAll(fields, *record);
-      for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (fields[i].name == changed.name) {
-          EXPECT_NE(after[i], before[i]) << "field: " << changed.name;
-        } else if (fields[i].name != changed.alsoChanges) {
-          EXPECT_EQ(after[i], before[i]) << "set: " << changed.name << ", changed: " << fields[i].name;
-        }
-      }
-    }
-  }
-}
-
-template <class Record, class Make>
-void ExpectNullTextRule(const std::vector<Field<Record>>& fields, Make make) {
-  ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto& text) {
-    const auto record = make();
-    (*record.*text.set)(nullptr);
-    EXPECT_EQ(Show(field, *record), Show(text.initial)) << "fresh, field: " << field.name;
-    for (const char* const old : {"old", ""}) {
-      (*record.*text.set)(old);
-      const std::string before = Show(field, *record);
-      (*record.*text.set)(nullptr);
-      EXPECT_EQ(Show(field, *record), text.nullKeeps ? before : Show(text.empty))
-          << "old: " << old << ", field: " << field.name;
-    }
-  });
-}
-
-template <class Record, class Make>
-void ExpectEmptyTextRule(const std::vector<Field<Record>>& fields, Make make) {
-  ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto& text) {
-    const auto record = make();
-    (*record.*text.set)("");
-    EXPECT_EQ(Show(field, *record), Show(text.empty)) << "fresh, field: " << field.name;
-    (*record.*text.set)("old");
-    (*record.*text.set)("");
-    EXPECT_EQ(Show(field, *record), Show(text.empty)) << "field: " << field.name;
-  });
-}
-
-/// The record keeps a copy of its own, of a text of any length.
-template <class Record, class Make>
-void ExpectPrivateCopies(const std::vector<Field<Record>>& fields, Make make) {
-  ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto& text) {
-    const auto record = make();
-    for (const std::size_t length : {1u, 15u, 16u, 1'023u, 1'024u, 100'000u}) {
-      std::string given(length, '\xE9');
-      (*record.*text.set)(given.c_str());
-      EXPECT_NE((*record.*text.get)(), given.c_str()) << "field: " << field.name << ", length: " << length;
-      given.assign(length, 'x');
-      EXPECT_EQ(Show(field, *record), Show(std::string(length, '\xE9'))) << "field: " << field.name << ", length: " << length;
-    }
-  });
-}
-
-/// The record's own text, whole or from its middle, is a legal argument, for its own field and for any other.
-template <class Record, class Make>
-void ExpectOwnTextsAsArguments(const std::vector<Field<Record>>& fields, Make make) {
-  ForEachFieldOf<TextField<Record>>(fields, [&](const auto& target, const auto& to) {
-    ForEachFieldOf<TextField<Record>>(fields, [&](const auto& source, const auto& from) {
-      const auto record = make();
-      (*record.*to.set)("to be replaced");
-      (*record.*from.set)("a text of its own");
-      (*record.*to.set)((*record.*from.get)());
-      EXPECT_EQ(Show(target, *record), "'a text of its own'") << "set: " << target.name << ", from: " << source.name;
-      (*record.*from.set)("a text of its own");
-      (*record.*to.set)((*record.*from.get)() + std::strlen("a text of "));
-      EXPECT_EQ(Show(target, *record), "'its own'") << "set: " << target.name << ", from: " << source.name;
-    });
-  });
-}
-
-/// A text that cannot be stored leaves the whole record as it was, and nothing is lost.
-template <class Record, class Make>
-void ExpectFailedSetsChangeNothing(const std::vector<Field<Record>>& fields, Make make) {
-  ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto& text) {
-    const auto record = make();
-    const std::string longer(100, 'x');
-    (*record.*text.set)("old");
-    const auto before = ShowAll(fields, *record);
-    const long live = LiveAllocations();
-    const long failures = ForEachFailingAllocation([&] { (*record.*text.set)(longer.c_str()); },
-                                                   [&] {
-                                                     const long left = LiveAllocations();
-                                                     EXPECT_EQ(left, live) << "field: " << field.name;
-                                                     EXPECT_EQ(ShowAll(fields, *record), before) << "field: " << field.name;
-                                                   });
-    EXPECT_GT(failures, 0) << "field: " << field.name;
-    EXPECT_EQ(Show(field, *record), Show(longer)) << "field: " << field.name;
-  });
-}
-
-// Copies.
-
-/// Every field of `copy` holds what its row says it takes from `source`; fields that are never copied show their default.
-/// Fields whose name is `except` are the caller's.
-template <class Record>
-void ExpectCopied(const std::vector<Field<Record>>& fields, Record& source, Record& copy, const std::string& except = "") {
-  for (const auto& field : fields) {
-    if (IsHidden(field) || field.name == except) continue;
-    EXPECT_EQ(Show(field, copy), Show(FieldNamed(fields, field.copiedFrom), source)) << "field: " << field.name;
-  }
 }
 
 }  // namespace support

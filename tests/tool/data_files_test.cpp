@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "json_schema.h"
 #include "run_tool.h"
 #include "tests/support/temporary_folder.h"
 
@@ -218,6 +219,7 @@ TEST_F(DataFiles, AreListedAsATable) {
             "1      command line  1         1        " +
                 Path("share/plddb/b.xml") + "\n" + "2      PLDDB_PATH    1         1        " + Path("own.xml") + "\n" +
                 "3      shipped       1         1        " + Path("share/plddb/a.xml") + "\n");
+  EXPECT_EQ(SchemaFaults("list_files.json", Run("PLDDB_PATH=@/own.xml", "list --files --json").out), "");
   EXPECT_EQ(Run("", "list --files --family F").exit_code, 2);
 }
 
