@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "Chain.h"
 #include "bsdl/Bsdl.h"
 #include "bsdl/characters.h"
 #include "bsdl/comment.h"
@@ -242,13 +243,20 @@ void SetProgramming(const Group& group, double unit, DeviceInfo& device, std::ve
 
 // --- The family -------------------------------------------------------------------------------------------------------------
 
+/// The maker whose code the IDCODE has; empty where nobody has it.
+std::string MakerOf(const Idcode& idcode) {
+  const chain::IdcodeFields fields = chain::SplitIdcode(idcode.value);
+  return std::string(chain::MakerName(fields.bank, fields.code));
+}
+
 void AddDevice(const Group& group, const ImportOptions& options, FamilyList& family, std::vector<Fault>& faults) {
   const Part& first = group.First();
   DeviceInfo& device = *family.NewDevice();
   device.SetName(first.name.c_str());
   device.SetCodeName(first.name.c_str());
   device.SetFamily(options.family.c_str());
-  if (!options.vendor.empty()) device.SetVendor(options.vendor.c_str());
+  const std::string vendor = options.vendor.empty() ? MakerOf(first.idcode) : options.vendor;
+  if (!vendor.empty()) device.SetVendor(vendor.c_str());
   device.SetComm("JTAG");
   SetIdcode(group, device);
   SetInstructions(group, device);

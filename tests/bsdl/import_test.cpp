@@ -210,6 +210,24 @@ TEST(Idcode, GivesIdAndMasks) {
   }
 }
 
+TEST(Record, HasTheMakerOfTheIdcodeUnlessToldOtherwise) {
+  const struct {
+    const char* maker;  // bits 11 to 1
+    const char* option;
+    const char* vendor;
+  } rows[] = {
+      {"00000101011", "Example", "Example"}, {"00001001001", "", "Xilinx"},
+      {"00001101110", "", "Altera"},         {"00001111111", "", "(unset)"},  // the code 0x7F belongs to nobody
+      {"00000000000", "", "(unset)"},
+  };
+  for (const auto& row : rows) {
+    const bsdl::Import import =
+        Import({sample::With("\"00000101011\"", "\"" + std::string(row.maker) + "\"")}, {"F", "", row.option, "", 0});
+    ASSERT_NE(import.database, nullptr) << sample::Lines(import.faults);
+    EXPECT_EQ(Text(Device(import).GetVendor()), row.vendor) << "row: " << row.maker;
+  }
+}
+
 TEST(Codes, AreThoseThatADescriptionTakes) {
   const struct {
     const char* from;
