@@ -273,24 +273,26 @@ class FactReader {
     return false;
   }
 
-  bool ReadCount(const Attribute& attribute, std::uint32_t most, Count& count) {
+  void ReadCount(const Attribute& attribute, std::uint32_t least, std::uint32_t most, Count& count) {
     const std::string_view text = attribute.value.text;
     const char* const end = text.data() + text.size();
     std::uint32_t value = 0;
     const auto read = std::from_chars(text.data(), end, value);
-    if (text.empty() || read.ptr != end || read.ec != std::errc() || value == 0 || value > most) {
-      Fault(attribute.place,
-            "expected a number from 1 to " + std::to_string(most) + (text.empty() ? "" : ", found " + Quoted(text)));
-      return false;
+    if (!text.empty() && read.ptr == end && read.ec == std::errc() && value >= least && value <= most) {
+      count = {value, attribute.place};
+      return;
     }
-    count = {value, attribute.place};
-    return true;
+    Fault(attribute.place, "expected a number from " + std::to_string(least) + " to " + std::to_string(most) +
+                               (text.empty() ? "" : ", found " + Quoted(text)));
   }
 
-  void ReadInstructionLength(const Attribute& attribute) { ReadCount(attribute, kLongestRegister, facts_.instructionLength); }
+  void ReadInstructionLength(const Attribute& attribute) {
+    ReadCount(attribute, 1, kLongestRegister, facts_.instructionLength);
+  }
 
+  /// On purpose 0, too: a debug port may have no boundary register at all.
   void ReadBoundaryLength(const Attribute& attribute) {
-    ReadCount(attribute, std::numeric_limits<std::uint32_t>::max(), facts_.boundaryLength);
+    ReadCount(attribute, 0, std::numeric_limits<std::uint32_t>::max(), facts_.boundaryLength);
   }
 
   /// "BYPASS (1111), SAMPLE (0001, 0010)"
@@ -538,7 +540,9 @@ class FactReader {
 
   void CheckBoundary() {
     const Count& length = facts_.boundaryLength;
-    if (lastCell_.place.line == 0 || length.place.line == 0 || lastCell_.value == length.value - 1) return;
+    if (lastCell_.place.line == 0 || length.place.line == 0 || std::uint64_t{lastCell_.value} + 1 == length.value) {
+      return;
+    }
     faults_.Warning(length.place, "BOUNDARY_LENGTH is " + std::to_string(length.value) +
                                       ", but the last cell of BOUNDARY_REGISTER is " + std::to_string(lastCell_.value) +
                                       " (line " + std::to_string(lastCell_.place.line) + ")");

@@ -141,6 +141,7 @@ TEST(Dialects, HaveStatementsThatStateNothingHere) {
       {"of TDI : signal", "of TDI, TDJ : signal"},
       {"of TDI : signal", "of TDI(0) : signal"},
       {"(10.0e6, BOTH)", "(1.00E+07, LOW)"},
+      {"TQ100 : entity is 8;", "TQ100 : entity is\n  8  ;"},
       {"(10.0e6, BOTH)", "( 10000000 , high )"},
   };
   for (const auto& row : rows) ExpectSame(sample::With(row.from, row.to), row.to);

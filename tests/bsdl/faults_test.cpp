@@ -97,8 +97,8 @@ TEST(Statements, AreFaultyWhereTheyAre) {
       {"entity is 8;", "entity is ^-8;", "expected a number from 1 to 65535, found \"-8\""},
       {"entity is 8;", "entity is ^\"8\";", "expected a number from 1 to 65535"},
       {"entity is 8;", "entity is ^7;", "INSTRUCTION_LENGTH is 7, but all codes have 8 bits"},
-      {"entity is 4;", "entity is ^4x;", "expected a number from 1 to 4294967295, found \"4x\""},
-      {"entity is 4;", "entity is ^4294967296;", "expected a number from 1 to 4294967295, found \"4294967296\""},
+      {"entity is 4;", "entity is ^4x;", "expected a number from 0 to 4294967295, found \"4x\""},
+      {"entity is 4;", "entity is ^4294967296;", "expected a number from 0 to 4294967295, found \"4294967296\""},
       {"(10.0e6, BOTH);", "(10.0e6, BOTH^;", "expected \")\" or \",\", found \";\""},
       {"(10.0e6, BOTH)", "(^, BOTH)", "expected a word or number, found \",\""},
       // Strings

@@ -228,6 +228,16 @@ TEST(Record, HasTheMakerOfTheIdcodeUnlessToldOtherwise) {
   }
 }
 
+TEST(Record, MayHaveNoBoundaryRegister) {
+  std::string text = sample::With("entity is 4;", "entity is 0;");
+  const std::size_t start = text.find("  attribute BOUNDARY_REGISTER");
+  text.erase(start, text.find("end PLD") - start);
+  const bsdl::Import import = Import({text});
+  ASSERT_NE(import.database, nullptr) << sample::Lines(import.faults);
+  EXPECT_EQ(sample::Lines(import.faults), "");
+  EXPECT_EQ(Device(import).GetBSCANLength(), 0U);
+}
+
 TEST(Codes, AreThoseThatADescriptionTakes) {
   const struct {
     const char* from;
