@@ -21,7 +21,7 @@ struct Fault {
   std::string text;  ///< What is wrong, and what was expected; one line.
 };
 
-/// "FILE:LINE:COLUMN: error: TEXT".
+/// "FILE:LINE:COLUMN: error: TEXT", printable.
 std::string ToString(const Fault& fault);
 
 /// What a load gives: a database and no faults, or faults and no database (null). Nothing is ever half-loaded.

@@ -6,14 +6,12 @@
 
 #include "Bsdl.h"
 #include "bsdl_files.h"
+#include "check_forms.h"
 #include "colour.h"
 #include "command.h"
 #include "command_line.h"
 #include "data_files.h"
-#include "device_text.h"
-#include "json_text.h"
 #include "standard_streams.h"
-#include "text_table.h"
 
 namespace tool {
 namespace {
@@ -23,18 +21,24 @@ using plddb::check::Finding;
 using plddb::check::Severity;
 
 constexpr const char* kFooter =
-    R"(Each file is checked by itself. A finding is a line "FILE:LINE:COLUMN: error|warning[code]: text" on
-standard output; the place is that of the value, or of the element that lacks it. An error is what
-can never work or is lost, a warning what may be meant so.
+    R"(The files are checked as one database, in this order. A finding is a line
+"FILE:LINE:COLUMN: error|warning[code]: text" on standard output; the place is
+that of the value, or of the element that lacks it. An error can never work, or
+a value is lost; a warning may be meant so. docs/check.md explains each code.
 
-With --bsdl the descriptions are compared with those of the makers' files that match their IDCODEs
-or have the entity name of a package, instead: id, mask, IR length, codes and boundary length. A
-folder stands for all *.bsd, *.bsdl, *.bsm, *.bs and *.1532 files in it.
+With --bsdl the descriptions are compared with those of the makers' files that
+match their IDCODEs or have the entity name of a package, instead: id, mask, IR
+length, codes and boundary length. A folder stands for all *.bsd, *.bsdl, *.bsm,
+*.bs and *.1532 files in it. docs/bsdl.md explains the codes.
 
-Exit code: 0 without findings, or with warnings alone; 1 for warnings with --strict; 2 for errors,
-for wrong usage, and for files that cannot be read.
+A comment allows a finding in the start tag of the next element:
+<!-- plddb: allow CODE: the reason -->
+
+Exit code: 0 without findings, or with warnings alone; 1 for errors, and for
+warnings with --strict; 2 for wrong usage, and for files that cannot be read.
 
 Examples: plddb check --strict my_devices.xml
+          plddb check --format sarif descriptions > findings.sarif
           plddb check --bsdl makers_files my_devices.xml)";
 
 struct Options {
@@ -42,18 +46,19 @@ struct Options {
   std::vector<std::string> makersFiles;
   bool missing = false;
   std::vector<std::string> allowed;
+  std::string format = "text";
   bool strict = false;
   bool json = false;
   bool listCodes = false;
 };
 
-const char* NameOf(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
-
-/// All codes: those of the library check, then those of --bsdl.
-std::vector<Code> AllCodes() {
-  std::vector<Code> codes = plddb::check::Codes();
-  for (const Code& code : plddb::bsdl::CheckCodes()) codes.push_back(code);
-  return codes;
+std::vector<plddb::check::Source> Read(const std::vector<std::string>& files) {
+  std::vector<plddb::check::Source> sources;
+  for (const std::string& file : files) {
+    plddb::FileText read = plddb::ReadDescriptionFile(file);
+    sources.push_back({file, std::move(read.text), std::move(read.failure)});
+  }
+  return sources;
 }
 
 /// The name of a code, which may be given by its former one; null when there is none.
@@ -62,19 +67,6 @@ const char* CodeName(const std::string& name) {
     if (name == code.name || (!code.formerly.empty() && name == code.formerly)) return code.name.data();
   }
   return nullptr;
-}
-
-std::vector<Finding> CheckFile(const std::string& file) {
-  plddb::FileText read = plddb::ReadDescriptionFile(file);
-  return plddb::check::CheckTexts({{file, std::move(read.text), std::move(read.failure)}});
-}
-
-std::vector<Finding> CheckFiles(const std::vector<std::string>& files) {
-  std::vector<Finding> findings;
-  for (const std::string& file : files) {
-    for (Finding& finding : CheckFile(file)) findings.push_back(std::move(finding));
-  }
-  return findings;
 }
 
 // --- Against makers' files --------------------------------------------------------------------------------------------------
@@ -99,11 +91,10 @@ Paths PathsOf(const Options& options) {
 }
 
 /// Compares descriptions that load with makers' files. The others are findings as ever.
-std::vector<Finding> CheckAgainst(const std::vector<std::string>& makersFiles, const std::vector<std::string>& files,
-                                  bool missing) {
+Findings CheckAgainst(const std::vector<std::string>& makersFiles, const std::vector<std::string>& files, bool missing) {
   std::vector<plddb::bsdl::File> makers;
   for (const std::string& file : BsdlFiles(makersFiles)) makers.push_back(plddb::bsdl::Load(file));
-  std::vector<Finding> findings;
+  Findings findings;
   std::vector<plddb::LoadResult> loaded(files.size());
   std::vector<plddb::Outline> outlines(files.size());
   std::vector<plddb::check::Description> descriptions;
@@ -112,7 +103,7 @@ std::vector<Finding> CheckAgainst(const std::vector<std::string>& makersFiles, c
     if (loaded[i].database != nullptr) {
       descriptions.push_back({files[i], loaded[i].database.get(), &outlines[i]});
     } else {
-      for (Finding& finding : CheckFile(files[i])) findings.push_back(std::move(finding));
+      for (Finding& finding : plddb::check::CheckTexts(Read({files[i]}))) findings.push_back(std::move(finding));
     }
   }
   const auto listed = missing ? plddb::bsdl::Missing::kListed : plddb::bsdl::Missing::kAllowed;
@@ -120,7 +111,7 @@ std::vector<Finding> CheckAgainst(const std::vector<std::string>& makersFiles, c
   return findings;
 }
 
-void DropAllowed(std::vector<Finding>& findings, const std::vector<std::string>& allowed) {
+void DropAllowed(Findings& findings, const std::vector<std::string>& allowed) {
   for (const std::string& name : allowed) {
     const char* const code = CodeName(name);
     const auto isAllowed = [&](const Finding& finding) { return code != nullptr && finding.code == code; };
@@ -128,40 +119,13 @@ void DropAllowed(std::vector<Finding>& findings, const std::vector<std::string>&
   }
 }
 
-// --- The output -------------------------------------------------------------------------------------------------------------
-
-std::string Lines(const std::vector<Finding>& findings) {
-  std::string lines;
-  for (const Finding& finding : findings) {
-    lines += Printable(finding.place.file) + ':' + std::to_string(finding.place.line) + ':' +
-             std::to_string(finding.place.column) + ": " + NameOf(finding.severity) + "[" + std::string(finding.code) +
-             "]: " + finding.text + '\n';
-  }
-  return lines;
+std::string InForm(const Findings& findings, const Options& options) {
+  if (options.json || options.format == "json") return FindingJson(findings);
+  if (options.format == "sarif") return FindingSarif(findings);
+  return WithPaintedSeverities(FindingLines(findings), STDOUT_FILENO);
 }
 
-std::string JsonReport(const std::vector<Finding>& findings) {
-  Json report = Json::array();
-  for (const Finding& finding : findings) {
-    report.push_back({{"file", finding.place.file},
-                      {"line", finding.place.line},
-                      {"column", finding.place.column},
-                      {"severity", NameOf(finding.severity)},
-                      {"code", finding.code},
-                      {"text", finding.text}});
-  }
-  return ToText(report);
-}
-
-std::string CodeTable() {
-  std::vector<Row> rows;
-  for (const Code& code : AllCodes()) {
-    rows.push_back({std::string(code.name), NameOf(code.severity), std::string(code.meaning)});
-  }
-  return AlignedTable(rows);
-}
-
-std::size_t Count(const std::vector<Finding>& findings, Severity severity) {
+std::size_t Count(const Findings& findings, Severity severity) {
   return static_cast<std::size_t>(
       std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) { return finding.severity == severity; }));
 }
@@ -169,8 +133,6 @@ std::size_t Count(const std::vector<Finding>& findings, Severity severity) {
 std::string Counted(std::size_t count, const std::string& name) {
   return std::to_string(count) + ' ' + name + (count == 1 ? "" : "s");
 }
-
-// --- The command ------------------------------------------------------------------------------------------------------------
 
 ExitCode RunCheck(const Options& options) {
   if (options.listCodes) {
@@ -180,16 +142,20 @@ ExitCode RunCheck(const Options& options) {
   const Paths paths = PathsOf(options);
   if (paths.descriptions.empty()) throw WrongUsage("FILE is required");
   const std::vector<std::string> files = DescriptionFiles(paths.descriptions);
-  std::vector<Finding> findings =
-      options.makersFiles.empty() ? CheckFiles(files) : CheckAgainst(paths.makersFiles, files, options.missing);
+  const auto sources = Read(files);
+  const bool isUnreadable =
+      std::any_of(sources.begin(), sources.end(), [](const auto& source) { return !source.failure.empty(); });
+  Findings findings =
+      options.makersFiles.empty() ? plddb::check::CheckTexts(sources) : CheckAgainst(paths.makersFiles, files, options.missing);
   DropAllowed(findings, options.allowed);
-  WriteOutput(options.json ? JsonReport(findings) : WithPaintedSeverities(Lines(findings), STDOUT_FILENO));
+  WriteOutput(InForm(findings, options));
   const std::size_t errors = Count(findings, Severity::kError);
   const std::size_t warnings = Count(findings, Severity::kWarning);
   WriteMessage("plddb: " + Counted(errors, "error") + " and " + Counted(warnings, "warning") + " in " +
-               Counted(files.size(), "file") + '\n');
-  if (errors > 0) return ExitCode::kFailed;
-  return options.strict && warnings > 0 ? ExitCode::kNotFound : ExitCode::kFound;
+               Counted(sources.size(), "file") + '\n');
+  const auto isOfBsdlFile = [](const Finding& finding) { return finding.code == "bsdl-file"; };
+  if (isUnreadable || std::any_of(findings.begin(), findings.end(), isOfBsdlFile)) return ExitCode::kFailed;
+  return errors > 0 || (options.strict && warnings > 0) ? ExitCode::kNotFound : ExitCode::kFound;
 }
 
 std::string RefuseUnknownCode(const std::string& name) {
@@ -206,8 +172,13 @@ Run AddCheck(Subcommand subcommand) {
       .Type("CODE")
       .Check(RefuseUnknownCode)
       .OneValueEach();
-  subcommand.AddFlag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
-  subcommand.AddFlag("--list-codes", options->listCodes, "Say what each code means, and check nothing");
+  const Option format = subcommand.Add("--format", options->format, "text, json, or sarif (SARIF 2.1.0)")
+                            .Type("FORMAT")
+                            .OneOf({"text", "json", "sarif"});
+  subcommand
+      .AddFlag("--json", options->json, "As --format json: an array of {file, line, column, severity, code, text, related}")
+      .Excludes(format);
+  subcommand.AddFlag("--list-codes", options->listCodes, "Show what each code means, and check nothing");
   const Option makersFiles =
       subcommand.Add("--bsdl", options->makersFiles, "Compare with makers' BSDL files, or folders of them");
   makersFiles.Type("BSDL...");

@@ -203,8 +203,11 @@ std::vector<std::string> TableOfAccepted(const Chain& chain) {
     char row[40];
     const unsigned int id = device.tap.idcode.value_or(0);
     const bool ignoresVersion = !device.name.empty();  // the masks of all these devices leave it out
-    const char* const form = ignoresVersion ? "0x%08x 0x*%07x %d" : "0x%08x 0x%08x %d";
-    std::snprintf(row, sizeof row, form, id, ignoresVersion ? id & 0x0FFFFFFF : id, device.tap.ir_length);
+    if (ignoresVersion) {
+      std::snprintf(row, sizeof row, "0x%08x 0x*%07x %d", id, id & 0x0FFFFFFF, device.tap.ir_length);
+    } else {
+      std::snprintf(row, sizeof row, "0x%08x 0x%08x %d", id, id, device.tap.ir_length);
+    }
     rows.push_back(row);
   }
   return rows;
