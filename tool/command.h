@@ -42,6 +42,7 @@ Run AddShow(Subcommand subcommand);
 Run AddCheck(Subcommand subcommand);
 Run AddExport(Subcommand subcommand);
 Run AddMerge(Subcommand subcommand);
+Run AddImport(Subcommand subcommand);
 Run AddHelp(Subcommand subcommand);
 ///@}
 

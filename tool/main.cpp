@@ -26,6 +26,7 @@ constexpr struct {
     {"check", "Find what is wrong with description files.", tool::AddCheck},
     {"export", "Write a description file in its canonical form.", tool::AddExport},
     {"merge", "Write several description files as one.", tool::AddMerge},
+    {"import", "Make descriptions of makers' BSDL files.", tool::AddImport},
     {"help", "Say how a subcommand is used.", tool::AddHelp},
 };
 
