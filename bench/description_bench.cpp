@@ -112,7 +112,7 @@ void ParseAndLoad(benchmark::State& state) {
 
 void Register(const std::string& name, void (*function)(benchmark::State&)) {
   auto* const benchmark = benchmark::RegisterBenchmark(("description/" + name).c_str(), function);
-  for (const int devices : bench::kDatabaseSizes) benchmark->Arg(devices);
+  for (const int devices : {500, 5000}) benchmark->Arg(devices);  // a file of 50,000 is larger than the loader accepts
   benchmark->Unit(benchmark::kMillisecond);
 }
 

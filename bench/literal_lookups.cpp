@@ -2,24 +2,10 @@
 
 #include <cstring>
 
+#include "tests/reference/lookup_rules.h"
+
 namespace literal {
 namespace {
-
-constexpr std::size_t kBufferSize = 1024;
-
-/// A work buffer. A null text leaves the old one in it.
-struct Buffer {
-  char text[kBufferSize] = "";
-
-  void Fill(const char* source) {
-    if (source != nullptr) util_strncpy(text, source, static_cast<int>(std::strlen(source)), 0);
-  }
-  void Upper() { strupr(text); }
-  void Lower() { strlwr(text); }
-  void Clear() { std::memset(text, 0, sizeof text); }
-};
-
-bool AreEqual(const Buffer& a, const Buffer& b) { return std::strcmp(a.text, b.text) == 0; }
 
 template <typename Rule>
 DeviceInfo* WalkFamily(const FamilyList& family, Rule& rule) {
@@ -74,25 +60,6 @@ class StringRule {
   std::string own_;
 };
 
-/// Compares with fixed buffers: both texts are copied for every device.
-class BufferRule {
- public:
-  explicit BufferRule(const char* wanted) : wanted_(wanted) {}
-
-  bool Matches(const char* text) {
-    own_.Fill(text);
-    own_.Upper();
-    argument_.Fill(wanted_);
-    argument_.Upper();
-    return AreEqual(own_, argument_);
-  }
-
- private:
-  const char* wanted_;
-  Buffer own_;
-  Buffer argument_;
-};
-
 template <typename Tree>
 DeviceInfo* FindByAlias(const Tree& tree, const char* alias) {
   return Walk(tree, [rule = StringRule(alias)](const DeviceInfo& device) mutable {
@@ -103,7 +70,7 @@ DeviceInfo* FindByAlias(const Tree& tree, const char* alias) {
 
 template <typename Tree>
 DeviceInfo* FindByComm(const Tree& tree, const char* comm, char* (DeviceInfo::*text)() const, const char* wanted) {
-  return Walk(tree, [rule = BufferRule(wanted), comm, text](const DeviceInfo& device) mutable {
+  return Walk(tree, [rule = reference::WorkBuffer(wanted), comm, text](const DeviceInfo& device) mutable {
     const bool isNamed = rule.Matches((device.*text)());
     return std::strcmp(device.GetComm(), comm) == 0 && isNamed;
   });
@@ -111,27 +78,19 @@ DeviceInfo* FindByComm(const Tree& tree, const char* comm, char* (DeviceInfo::*t
 
 template <typename Tree>
 DeviceInfo* FindByPackage(const Tree& tree, const char* type, char* (DeviceInfo::*text)() const, const char* wanted) {
-  return Walk(tree, [rule = BufferRule(wanted), type, text](const DeviceInfo& device) mutable {
+  return Walk(tree, [rule = reference::WorkBuffer(wanted), type, text](const DeviceInfo& device) mutable {
     if (!rule.Matches((device.*text)())) return false;
     return AnyPackage(device, [&](const Package& package) { return std::strcmp(package.GetType(), type) == 0; });
   });
 }
 
 bool PassesIdentifierTest(const DeviceInfo& device, const char* comm, unsigned int id) {
-  const unsigned int mask = device.GetDeviceIDScanMask();
-  const unsigned int isp = device.GetispDeviceID();
-  const unsigned int jtag = device.GetjtagDeviceID();
-  if (std::strcmp(comm, "ISP") == 0) return ((isp ^ id) & mask) == 0 && mask != 0 && isp != 0;
-  if (std::strcmp(comm, "JTAG") == 0) return ((jtag ^ id) & mask) == 0 && mask != 0 && jtag != 0;
-  if (std::strcmp(comm, "DUAL") == 0) return mask != 0 && ((isp & 0xFF) == (id & 0xFF) || ((jtag ^ id) & mask) == 0);
-  return false;
+  return reference::AcceptsIdentifier(comm, device.GetDeviceIDScanMask(), device.GetispDeviceID(), device.GetjtagDeviceID(),
+                                      id);
 }
 
 bool HasIdentifier(const DeviceInfo& device, const char* comm, unsigned int id) {
-  if (std::strcmp(comm, "ISP") == 0) return device.GetispDeviceID() == id;
-  if (std::strcmp(comm, "JTAG") == 0) return device.GetjtagDeviceID() == id;
-  if (std::strcmp(comm, "DUAL") == 0) return device.GetispDeviceID() == id || device.GetjtagDeviceID() == id;
-  return false;
+  return reference::AcceptsWholeIdentifier(comm, device.GetispDeviceID(), device.GetjtagDeviceID(), id);
 }
 
 bool HasPON(const char* stored, bool stripSuffix, const std::string& wanted) {
@@ -143,49 +102,14 @@ bool HasPON(const char* stored, bool stripSuffix, const std::string& wanted) {
   return copy == wanted;
 }
 
-/// Compares entity names: of every package a new one is made, in buffers that are cleared first.
-class EntityRule {
- public:
-  explicit EntityRule(const char* wanted) : wanted_(wanted) {}
-
-  bool Matches(const Package& package) {
-    source_.Clear();
-    entity_.Clear();
-    argument_.Clear();
-    source_.Fill(package.GetBackupPON());
-    char* end = entity_.text;
-    for (const char* c = source_.text; *c != '\0'; ++c) {
-      if (*c != ' ') *end++ = *c == '-' || *c == '/' ? '_' : *c;
-    }
-    argument_.Fill(wanted_);
-    argument_.Lower();
-    entity_.Lower();
-    return AreEqual(argument_, entity_);
-  }
-
- private:
-  const char* wanted_;
-  Buffer source_;
-  Buffer entity_;
-  Buffer argument_;
-};
-
-std::string NormalForm(const char* text) {
-  std::string form;
-  for (const char* c = text; *c != '\0'; ++c) {
-    if (*c != ' ') form += *c;
-  }
-  const auto dash = form.rfind('-');
-  if (dash != form.npos && dash > 0) {
-    const bool endsInSlashOne = form.size() >= 2 && form.compare(form.size() - 2, 2, "/1") == 0;
-    form.erase(dash);
-    if (endsInSlashOne) form += "/1";
-  }
-  strupr(form);
-  return form;
+bool HasEntityName(const DeviceInfo& device, const char* entityName) {
+  return AnyPackage(device,
+                    [&](const Package& package) { return reference::IsEntityName(package.GetBackupPON(), entityName); });
 }
 
-bool MatchNormalised(const char* text, const char* fullName) { return NormalForm(text) == NormalForm(fullName); }
+bool MatchNormalised(const char* text, const char* fullName) {
+  return reference::NormalFullName(text) == reference::NormalFullName(fullName);
+}
 
 void AppendCandidates(const DeviceInfo& device, unsigned long fuseCount, const char* text,
                       std::vector<std::string>& candidates) {
@@ -290,16 +214,13 @@ DeviceInfo* GetDeviceWithJDFFileName(const DeviceList& database, const char* jdf
 }
 
 DeviceInfo* GetDeviceWithEntityName(const DeviceList& database, const char* entityName) {
-  return Walk(database, [rule = EntityRule(entityName)](const DeviceInfo& device) mutable {
-    if (device.GetPhysicalUESLength() == 0) return false;
-    return AnyPackage(device, [&](const Package& package) { return rule.Matches(package); });
+  return Walk(database, [&](const DeviceInfo& device) {
+    return device.GetPhysicalUESLength() != 0 && HasEntityName(device, entityName);
   });
 }
 
 DeviceInfo* GetDeviceWithEntityNameDisregardUES(const DeviceList& database, const char* entityName) {
-  return Walk(database, [rule = EntityRule(entityName)](const DeviceInfo& device) mutable {
-    return AnyPackage(device, [&](const Package& package) { return rule.Matches(package); });
-  });
+  return Walk(database, [&](const DeviceInfo& device) { return HasEntityName(device, entityName); });
 }
 
 int GetDeviceCommISPWithFuseMap(const DeviceList& database, unsigned long fuseCount) {
@@ -349,18 +270,21 @@ int GetDeviceWithFuseMap(const DeviceList& database, unsigned long fuseCount, st
 }
 
 DeviceInfo* GetDevice(const FamilyList& family, const char* name) {
-  return Walk(family, [rule = BufferRule(name)](const DeviceInfo& device) mutable { return rule.Matches(device.GetName()); });
+  return Walk(family, [rule = reference::WorkBuffer(name)](const DeviceInfo& device) mutable {
+    return rule.Matches(device.GetName());
+  });
 }
 
 DeviceInfo* GetDeviceWithCodeName(const FamilyList& family, const char* codeName) {
-  DeviceInfo* const device = Walk(family, [rule = BufferRule(codeName)](const DeviceInfo& candidate) mutable {
+  DeviceInfo* const device = Walk(family, [rule = reference::WorkBuffer(codeName)](const DeviceInfo& candidate) mutable {
     return rule.Matches(candidate.GetCodeName());
   });
   return device != nullptr ? device : FindByAlias(family, codeName);
 }
 
 DeviceInfo* GetDeviceWithCodeNameandVendor(const FamilyList& family, const char* codeName, const char* vendor) {
-  return Walk(family, [codeNames = BufferRule(codeName), vendors = BufferRule(vendor)](const DeviceInfo& device) mutable {
+  return Walk(family, [codeNames = reference::WorkBuffer(codeName),
+                       vendors = reference::WorkBuffer(vendor)](const DeviceInfo& device) mutable {
     const bool hasCodeName = codeNames.Matches(device.GetCodeName());
     const bool hasVendor = vendors.Matches(device.GetVendor());
     return hasCodeName && hasVendor;

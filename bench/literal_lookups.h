@@ -7,8 +7,9 @@
 
 /// \file
 /// The lookups written out step by step, as their rules are stated: work buffers that are filled for every device, copies in
-/// upper or lower case, strcmp. Each has the name and the arguments of the member of DeviceList or FamilyList that it answers
-/// like. Kept apart from the library, and slow on purpose: it is what one would write first.
+/// upper or lower case, strcmp. They are walks over a tree; the rules come from tests/reference. Each has the name and the
+/// arguments of the member of DeviceList or FamilyList that it answers like. Kept apart from the library, and slow on purpose:
+/// it is what one would write first.
 
 namespace literal {
 

@@ -19,7 +19,7 @@ template <typename Record, std::size_t used>
 using Rest = std::byte[sizeof(Record) - used];
 
 template <typename Visit>
-void ForEachDevice(const DeviceList& database, Visit visit) {
+void VisitDevices(const DeviceList& database, Visit visit) {
   for (int i = 0; const FamilyList* const family = database.GetFamily(i); ++i) {
     for (int k = 0; const DeviceInfo* const device = family->GetDevice(k); ++k) visit(*device);
   }
@@ -57,7 +57,7 @@ LookupFloors::LookupFloors(const DeviceList& database) {
   texts_ = MakeDevices(database, [](Device& device, const DeviceInfo& source) { device.text = source.GetName(); });
   pons_ = PackageTexts(database, &Package::GetBackupPON);
   jdfs_ = PackageTexts(database, &Package::GetJDF);
-  ForEachDevice(database, [&](const DeviceInfo& device) {
+  VisitDevices(database, [&](const DeviceInfo& device) {
     identifiers_.push_back({device.GetjtagDeviceID(), device.GetDeviceIDScanMask()});
   });
 }
@@ -90,7 +90,7 @@ int LookupFloors::FindPackageJDF(const char* jdf) const { return FindPackageText
 template <typename Fill>
 LookupFloors::Devices LookupFloors::MakeDevices(const DeviceList& database, Fill fill) {
   Devices devices;
-  ForEachDevice(database, [&](const DeviceInfo& source) {
+  VisitDevices(database, [&](const DeviceInfo& source) {
     devices.push_back(std::make_unique<Device>());
     fill(*devices.back(), source);
   });

@@ -10,7 +10,7 @@ namespace plddb::chain {
 namespace {
 
 /// `text` in quotes, cut when it is long; what could disturb a terminal is shown as '?'.
-std::string Quoted(std::string_view text) {
+std::string QuotedId(std::string_view text) {
   constexpr std::size_t longest = 40;
   std::string quoted = "'";
   for (const char c : text.substr(0, longest)) quoted += c >= ' ' && c <= '~' ? c : '?';
@@ -32,7 +32,7 @@ std::optional<unsigned int> ParseId(std::string_view text) {
 }
 
 std::string NotAnId(std::string_view text) {
-  return Quoted(text) + " is not an id: expected 8 hex digits, or 0x and 1 to 8 hex digits";
+  return QuotedId(text) + " is not an id: expected 8 hex digits, or 0x and 1 to 8 hex digits";
 }
 
 ScanResult ReadIds(std::string_view text) {

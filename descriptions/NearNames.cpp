@@ -50,14 +50,14 @@ std::size_t SharedEnds(const std::string& a, const std::string& b) {
   return static_cast<std::size_t>(begin + end);
 }
 
-struct Candidate {
+struct NearName {
   std::size_t distance;
   std::size_t lengthDifference;
   std::size_t sharedEnds;
   std::string_view name;
 };
 
-bool IsNearer(const Candidate& a, const Candidate& b) {
+bool IsNearer(const NearName& a, const NearName& b) {
   return std::tuple(a.distance, a.lengthDifference, b.sharedEnds) < std::tuple(b.distance, b.lengthDifference, a.sharedEnds);
 }
 
@@ -67,7 +67,7 @@ std::vector<std::string_view> NearNames(std::string_view name, const std::vector
   if (name.size() > kLongestName) return {};
   const std::string wanted = Letters(name);
   const std::size_t limit = (wanted.size() + 3) / 4;
-  std::vector<Candidate> candidates;
+  std::vector<NearName> candidates;
   for (const std::string_view known : names) {
     if (known.size() > kLongestName) continue;
     const std::string letters = Letters(known);
@@ -78,7 +78,7 @@ std::vector<std::string_view> NearNames(std::string_view name, const std::vector
   }
   std::stable_sort(candidates.begin(), candidates.end(), IsNearer);
   std::vector<std::string_view> near;
-  for (const Candidate& candidate : candidates) {
+  for (const NearName& candidate : candidates) {
     if (near.size() == most) break;
     if (std::find(near.begin(), near.end(), candidate.name) == near.end()) near.push_back(candidate.name);
   }

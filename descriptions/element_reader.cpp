@@ -49,24 +49,13 @@ void ElementReader::AddFault(pugi::xml_node node, std::string text) {
 
 void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml_node node) {
   given_.reset();
-  const bool needsCheck = NeedsReferenceCheck(node);
   pugi::xml_attribute attribute = node.first_attribute();
   for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" behind the last
-    if (needsCheck) CheckReferences(text_, OffsetOf(attribute.value()), faults_);
+    CheckReferences(text_, OffsetOf(attribute.value()), faults_);
     ReadField(fields, attribute, name, node);
     attribute = attribute.next_attribute();
   }
   SetFields(fields, record, node);
-}
-
-/// Whether a '&' or '<' stands in the start tag of `node`. Few have one, and the others are not worth a look at each value.
-bool ElementReader::NeedsReferenceCheck(pugi::xml_node node) const {
-  const pugi::xml_attribute last = node.last_attribute();
-  if (!last) return false;
-  const std::size_t start = OffsetOf(node.name());
-  const std::size_t lastValue = OffsetOf(last.value());
-  const std::string_view tag = text_.substr(start, text_.find(text_[lastValue - 1], lastValue) - start);
-  return tag.find('&') != tag.npos || tag.find('<') != tag.npos;
 }
 
 void ElementReader::ReadField(const FieldTable& fields, pugi::xml_attribute attribute, std::string_view name,

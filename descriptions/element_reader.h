@@ -41,7 +41,6 @@ class ElementReader {
 
  private:
   void ReadFields(const FieldTable& fields, void* record, pugi::xml_node node);
-  bool NeedsReferenceCheck(pugi::xml_node node) const;
   void ReadField(const FieldTable& fields, pugi::xml_attribute attribute, std::string_view name, pugi::xml_node node);
   void SetFields(const FieldTable& fields, void* record, pugi::xml_node node);
   void UnknownAttribute(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node);

@@ -70,6 +70,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
 
   /// \name Access mode and algorithms
   ///@{
+
   /// The access mode: "JTAG", "ISP" or "DUAL".
   /// On purpose: the same text goes into AlgOptions as well; set AlgOptions afterwards where it differs. Both fields get the
   /// text as it was at the call, or neither changes.
@@ -151,6 +152,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
 
   /// \name System I/O entries: texts in order, 0-based positions
   ///@{
+
   /// Replaces the entries by the quoted items of `text`: `"LVCMOS33", "LVTTL"`. Text outside the quotes is skipped, items are
   /// trimmed, the first empty pair of quotes ends the list, and so does an unterminated item. A null text is ignored.
   /// On purpose: an empty text does not clear the list; a text without quotes does.
@@ -190,6 +192,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// read as in the control lists below; a null text is ignored. The list form assigns, so that an empty list empties.
   /// The list getters lend the list itself, to be changed in place.
   ///@{
+
   /// On purpose: a text of 1,024 characters or more is ignored as a whole.
   void SetMultibootCfgAddr(const char* numbers);
   void SetMultibootCfgAddr(std::vector<int> addresses);
@@ -255,6 +258,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read after the
   /// first character.
   ///@{
+
   /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive leaves it
   /// empty. std::bad_alloc leaves the scratch list as it was. On purpose: more than 16,777,216 entries throw std::bad_alloc at
   /// once, whatever memory there is; a text of ten characters could ask for 120 GB otherwise.

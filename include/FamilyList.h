@@ -110,6 +110,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
 
   /// \name Operations: names in order, 0-based positions
   ///@{
+
   /// Replaces the operations by the quoted items of `text`: `"Erase", "Program"`. Text outside the quotes is skipped, items
   /// are trimmed, the first empty pair of quotes ends the list, and so does an unterminated item. A null text is ignored.
   /// On purpose: an empty text does not clear the list; a text without quotes does.

@@ -20,11 +20,13 @@ constexpr struct {
 } kCommands[] = {
     {"identify", "Name the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
     {"find", "Find a device by name, ordering name, fuse count and the like.", tool::AddFind},
+    {"fits", "Tell which device a programming file is for, and whether it fits a chain.", tool::AddFits},
     {"list", "List the families, or the devices of one.", tool::AddList},
     {"show", "Show all that is known of a device, and where it is said.", tool::AddShow},
     {"check", "Find what is wrong with description files.", tool::AddCheck},
     {"export", "Write a description file in its canonical form.", tool::AddExport},
     {"merge", "Write several description files as one.", tool::AddMerge},
+    {"import", "Make descriptions of makers' BSDL files.", tool::AddImport},
     {"help", "Say how a subcommand is used.", tool::AddHelp},
 };
 

@@ -123,7 +123,7 @@ TEST(SampleData, LoadsWithoutFaultAndHoldsAllRows) {
 }
 
 TEST(SampleData, EveryDeviceIsFoundByItsIdcodeWhateverTheBitsOutsideItsMask) {
-  std::set<std::string> hiddenInPart;
+  std::set<std::string> shadowedInPart;
   for (const Described& row : Devices()) {
     if (!HasJtag(*row.device)) continue;
     const unsigned int free = ~row.Mask();
@@ -135,7 +135,7 @@ TEST(SampleData, EveryDeviceIsFoundByItsIdcodeWhateverTheBitsOutsideItsMask) {
       if (found != row.device && !sharesAll) {
         EXPECT_TRUE(IsMoreExact(found->GetDeviceIDScanMask(), row.Mask()))
             << "row: " << row.Row() << ", found " << NameOf(found);
-        hiddenInPart.insert(NameOf(row.device) + " by " + NameOf(found));
+        shadowedInPart.insert(NameOf(row.device) + " by " + NameOf(found));
       }
       bits = (bits - free) & free;
     } while (bits != 0);
@@ -148,7 +148,7 @@ TEST(SampleData, EveryDeviceIsFoundByItsIdcodeWhateverTheBitsOutsideItsMask) {
       "ARM JTAG-DP (ADIv5), any revision by ARM JTAG-DP (ADIv5.2) revision 6",
       "XCR3064XL by XCKU9P",
   };
-  EXPECT_EQ(hiddenInPart, expected);
+  EXPECT_EQ(shadowedInPart, expected);
 }
 
 TEST(SampleData, ANeighbourNeverComesBeforeLogicThatMatchesAsExactly) {

@@ -59,7 +59,7 @@ const std::vector<support::Field<DeviceList>>& RootFields() {
 
 TEST(DeviceListTexts, FollowTheRulesOfEveryTextField) {
   auto rows = RootFields();
-  rows.push_back(support::HiddenRow<DeviceList>("Families").SetBy({"AddNewDeviceList"}));
+  rows.push_back(support::InternalRow<DeviceList>("Families").SetBy({"AddNewDeviceList"}));
   support::ExpectARowForEachSetter(rows, "DeviceList");
   support::ExpectDefaults(RootFields(), MakeDeviceList);
   support::ExpectRoundTrips(RootFields(), MakeDeviceList);

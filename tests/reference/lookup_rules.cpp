@@ -7,36 +7,22 @@ namespace {
 
 constexpr std::size_t kBufferSize = 1024;
 
-/// A zero-terminated work buffer. It takes texts that fit, and no others.
-struct Buffer {
-  char text[kBufferSize] = "";
-};
-
-void Copy(Buffer& buffer, const char* text) { std::strcpy(buffer.text, text); }
-
-void UpperCase(Buffer& buffer) {
-  for (char* c = buffer.text; *c != '\0'; ++c) {
+void UpperCase(char* text) {
+  for (char* c = text; *c != '\0'; ++c) {
     if (*c >= 'a' && *c <= 'z') *c = static_cast<char>(*c - 32);
   }
 }
 
-void LowerCase(Buffer& buffer) {
-  for (char* c = buffer.text; *c != '\0'; ++c) {
+void LowerCase(char* text) {
+  for (char* c = text; *c != '\0'; ++c) {
     if (*c >= 'A' && *c <= 'Z') *c = static_cast<char>(*c + 32);
   }
 }
 
-bool Equal(const Buffer& a, const Buffer& b) { return std::strcmp(a.text, b.text) == 0; }
-
-bool Bit(unsigned int value, int bit) { return (value >> bit) % 2 == 1; }
+bool Equal(const char* a, const char* b) { return std::strcmp(a, b) == 0; }
 
 /// Whether the two agree in every bit of the mask.
-bool AgreeUnder(unsigned int mask, unsigned int a, unsigned int b) {
-  for (int bit = 0; bit < 32; ++bit) {
-    if (Bit(mask, bit) && Bit(a, bit) != Bit(b, bit)) return false;
-  }
-  return true;
-}
+bool AgreeUnder(unsigned int mask, unsigned int a, unsigned int b) { return (a & mask) == (b & mask); }
 
 std::string WithoutSpaces(const std::string& text) {
   std::string kept;
@@ -61,33 +47,36 @@ bool EndsInSlashOne(const std::string& text) {
 
 }  // namespace
 
+bool WorkBuffer::Matches(const char* text) {
+  if (text != nullptr) std::strcpy(own_, text);
+  std::strcpy(argument_, wanted_);
+  UpperCase(own_);
+  UpperCase(argument_);
+  return Equal(own_, argument_);
+}
+
 int FirstByCarriedText(const std::vector<CarriedDevice>& devices, const char* key, const char* text) {
-  Buffer own;
-  Buffer asked;
+  WorkBuffer carried(text);
   for (std::size_t i = 0; i < devices.size(); ++i) {
-    if (devices[i].text != nullptr) Copy(own, devices[i].text);
-    Copy(asked, text);
-    UpperCase(own);
-    UpperCase(asked);
-    const bool sameKey = devices[i].key != nullptr && std::strcmp(devices[i].key, key) == 0;
-    if (sameKey && Equal(own, asked)) return static_cast<int>(i);
+    const bool sameText = carried.Matches(devices[i].text);
+    if (devices[i].key != nullptr && Equal(devices[i].key, key) && sameText) return static_cast<int>(i);
   }
   return -1;
 }
 
-bool AcceptsIdentifier(const std::string& comm, unsigned int mask, unsigned int isp, unsigned int jtag, unsigned int id) {
+bool AcceptsIdentifier(const char* comm, unsigned int mask, unsigned int isp, unsigned int jtag, unsigned int id) {
   if (id == 0 || mask == 0) return false;
-  if (comm == "ISP") return isp != 0 && AgreeUnder(mask, isp, id);
-  if (comm == "JTAG") return jtag != 0 && AgreeUnder(mask, jtag, id);
-  if (comm == "DUAL") return AgreeUnder(0xFF, isp, id) || AgreeUnder(mask, jtag, id);
+  if (Equal(comm, "ISP")) return isp != 0 && AgreeUnder(mask, isp, id);
+  if (Equal(comm, "JTAG")) return jtag != 0 && AgreeUnder(mask, jtag, id);
+  if (Equal(comm, "DUAL")) return AgreeUnder(0xFF, isp, id) || AgreeUnder(mask, jtag, id);
   return false;
 }
 
-bool AcceptsWholeIdentifier(const std::string& comm, unsigned int isp, unsigned int jtag, unsigned int id) {
+bool AcceptsWholeIdentifier(const char* comm, unsigned int isp, unsigned int jtag, unsigned int id) {
   if (id == 0) return false;
-  if (comm == "ISP") return AgreeUnder(0xFFFFFFFF, isp, id);
-  if (comm == "JTAG") return AgreeUnder(0xFFFFFFFF, jtag, id);
-  if (comm == "DUAL") return AgreeUnder(0xFFFFFFFF, isp, id) || AgreeUnder(0xFFFFFFFF, jtag, id);
+  if (Equal(comm, "ISP")) return isp == id;
+  if (Equal(comm, "JTAG")) return jtag == id;
+  if (Equal(comm, "DUAL")) return isp == id || jtag == id;
   return false;
 }
 
@@ -106,16 +95,15 @@ std::string NormalFullName(const std::string& fullName) {
 }
 
 bool IsEntityName(const char* backupPON, const char* entityName) {
-  Buffer source;
-  Buffer entity;
-  Buffer argument;
-  if (backupPON != nullptr) Copy(source, backupPON);
-  std::size_t length = 0;
-  for (const char* c = source.text; *c != '\0'; ++c) {
-    if (*c == ' ') continue;
-    entity.text[length++] = *c == '-' || *c == '/' ? '_' : *c;
+  char source[kBufferSize] = "";
+  char entity[kBufferSize] = "";
+  char argument[kBufferSize] = "";
+  if (backupPON != nullptr) std::strcpy(source, backupPON);
+  char* end = entity;
+  for (const char* c = source; *c != '\0'; ++c) {
+    if (*c != ' ') *end++ = *c == '-' || *c == '/' ? '_' : *c;
   }
-  Copy(argument, entityName);
+  std::strcpy(argument, entityName);
   LowerCase(argument);
   LowerCase(entity);
   return Equal(argument, entity);

@@ -3,9 +3,23 @@
 #include <string>
 #include <vector>
 
-/// The rules of the lookups written out literally: with the work buffers that they are stated in, bit by bit, character by
-/// character. Slow on purpose, and independent of the library, which has to give the same answers.
+/// The rules of the lookups written out literally: with the work buffers that they are stated in, character by character. Slow
+/// on purpose, and independent of the library, which has to give the same answers. The benchmarks measure lookups made of them.
 namespace reference {
+
+/// Compares carried-over texts: a null text leaves the last one in the work buffer. No text may be longer than the buffers.
+class WorkBuffer {
+ public:
+  explicit WorkBuffer(const char* wanted) : wanted_(wanted) {}
+
+  /// Whether the device with this text, the next one visited, has the wanted one.
+  bool Matches(const char* text);
+
+ private:
+  const char* wanted_;
+  char own_[1024] = "";
+  char argument_[1024] = "";
+};
 
 /// A device as the lookups see it that compare a carried-over text, and beside it a key exactly.
 struct CarriedDevice {
@@ -17,10 +31,10 @@ struct CarriedDevice {
 int FirstByCarriedText(const std::vector<CarriedDevice>& devices, const char* key, const char* text);
 
 /// Whether an identifier is accepted under a scan mask.
-bool AcceptsIdentifier(const std::string& comm, unsigned int mask, unsigned int isp, unsigned int jtag, unsigned int id);
+bool AcceptsIdentifier(const char* comm, unsigned int mask, unsigned int isp, unsigned int jtag, unsigned int id);
 
 /// Whether an identifier is accepted without a mask.
-bool AcceptsWholeIdentifier(const std::string& comm, unsigned int isp, unsigned int jtag, unsigned int id);
+bool AcceptsWholeIdentifier(const char* comm, unsigned int isp, unsigned int jtag, unsigned int id);
 
 /// The text that stands for a full name in comparisons.
 std::string NormalFullName(const std::string& fullName);

@@ -87,7 +87,7 @@ void ExpectFullWidths(const std::vector<Field<Record>>& fields, Make make) {
 template <class Record, class Make>
 void ExpectIndependence(const std::vector<Field<Record>>& fields, Make make) {
   for (const auto& changed : fields) {
-    if (IsHidden(changed)) continue;
+    if (IsInternal(changed)) continue;
     for (const bool filled : {false, true}) {
       const auto record = make();
       if (filled) SetSamples(fields, *record, 2);
@@ -192,7 +192,7 @@ void ExpectFailedSetsChangeNothing(const std::vector<Field<Record>>& fields, Mak
 template <class Record>
 void ExpectCopied(const std::vector<Field<Record>>& fields, Record& source, Record& copy, const std::string& except = "") {
   for (const auto& field : fields) {
-    if (IsHidden(field) || field.name == except) continue;
+    if (IsInternal(field) || field.name == except) continue;
     EXPECT_EQ(Show(field, copy), Show(FieldNamed(fields, field.copiedFrom), source)) << "field: " << field.name;
   }
 }

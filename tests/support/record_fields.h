@@ -42,7 +42,7 @@ struct OtherField {
 };
 
 /// Nothing sets or reads the field.
-struct HiddenField {};
+struct InternalField {};
 
 template <class Access>
 inline constexpr bool kIsOrdinary = false;  ///< Whether there is an ordinary pair of accessors, `set` and `get`.
@@ -54,7 +54,7 @@ inline constexpr bool kIsOrdinary<NumberField<Record, Number>> = true;
 template <class Record>
 struct Field {
   using Access =
-      std::variant<HiddenField, TextField<Record>, NumberField<Record, unsigned char>, NumberField<Record, unsigned short>,
+      std::variant<InternalField, TextField<Record>, NumberField<Record, unsigned char>, NumberField<Record, unsigned short>,
                    NumberField<Record, unsigned int>, NumberField<Record, int>, NumberField<Record, bool>, OtherField<Record>>;
   std::string name;
   Access access;
@@ -96,8 +96,8 @@ Field<Record> Row(const char* name, Set set, Display show, const char* initial =
 }
 
 template <class Record>
-Field<Record> HiddenRow(const char* name) {
-  return {name, HiddenField{}, {}, "", "", ""};
+Field<Record> InternalRow(const char* name) {
+  return {name, InternalField{}, {}, "", "", ""};
 }
 
 template <class Record>
@@ -110,8 +110,8 @@ std::vector<Field<Record>> Numbered(std::vector<Field<Record>> fields) {
 // One field of one record.
 
 template <class Record>
-bool IsHidden(const Field<Record>& field) {
-  return std::holds_alternative<HiddenField>(field.access);
+bool IsInternal(const Field<Record>& field) {
+  return std::holds_alternative<InternalField>(field.access);
 }
 
 /// A value that no other row and no other sample number gives; a flag is true for odd sample numbers.
@@ -130,7 +130,7 @@ std::string SampleText(const Field<Record>& field, int sample) {
   return field.name + " no. " + std::to_string(sample);
 }
 
-/// Stores the sample of this number (1, 2, ...) in the field; nothing for a hidden field.
+/// Stores the sample of this number (1, 2, ...) in the field; nothing for an internal field.
 template <class Record>
 void SetSample(const Field<Record>& field, Record& record, int sample) {
   std::visit(
@@ -140,7 +140,7 @@ void SetSample(const Field<Record>& field, Record& record, int sample) {
           (record.*access.set)(SampleText(field, sample).c_str());
         } else if constexpr (std::is_same_v<Access, OtherField<Record>>) {
           access.set(record, sample);
-        } else if constexpr (!std::is_same_v<Access, HiddenField>) {
+        } else if constexpr (!std::is_same_v<Access, InternalField>) {
           (record.*access.set)(SampleNumber<typename Access::Type>(field.row, sample));
         }
       },
@@ -152,7 +152,7 @@ void SetSamples(const std::vector<Field<Record>>& fields, Record& record, int sa
   for (const auto& field : fields) SetSample(field, record, sample);
 }
 
-/// The field's value as text; "" for a hidden field.
+/// The field's value as text; "" for an internal field.
 template <class Record>
 std::string Show(const Field<Record>& field, Record& record) {
   return std::visit(
@@ -163,7 +163,7 @@ std::string Show(const Field<Record>& field, Record& record) {
           return Show(text);
         } else if constexpr (std::is_same_v<Access, OtherField<Record>>) {
           return access.show(record);
-        } else if constexpr (!std::is_same_v<Access, HiddenField>) {
+        } else if constexpr (!std::is_same_v<Access, InternalField>) {
           return Show((record.*access.get)());
         } else {
           return "";

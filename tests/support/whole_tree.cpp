@@ -31,7 +31,7 @@ std::vector<std::string> ElementsOf(const std::string& shown) {
 template <class Record>
 void AddFields(const std::vector<Field<Record>>& fields, Record& record, const std::string& place, TreeState& state) {
   for (const auto& field : fields) {
-    if (!IsHidden(field)) state[place + field.name] = ElementsOf(Show(field, record));
+    if (!IsInternal(field)) state[place + field.name] = ElementsOf(Show(field, record));
   }
 }
 

@@ -55,7 +55,7 @@ TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
   EXPECT_EQ(RunTool({"export", output}).out, ReadFile(output));
 }
 
-TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndTellsWhoIsHidden) {
+TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhoIsShadowed) {
   const ToolRun run = RunTool({"merge", kKeys, kOtherKeys, kOtherKeys});
   EXPECT_EQ(run.exit_code, 0);
   const plddb::LoadResult merged = plddb::ParseDescriptions(run.out, "merged.xml");
