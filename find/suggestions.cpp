@@ -27,6 +27,13 @@ bool BeginsWith(std::string_view text, const std::string& beginning) {
 
 bool IsSame(std::string_view a, std::string_view b) { return a.size() == b.size() && BeginsWith(a, std::string(b)); }
 
+/// The case of letters does not count in names: `text` in another one is no other name.
+std::vector<std::string> WithoutItself(std::vector<std::string> near, std::string_view text) {
+  const auto isItself = [text](const std::string& name) { return IsSame(name, text); };
+  near.erase(std::remove_if(near.begin(), near.end(), isItself), near.end());
+  return near;
+}
+
 std::string NameOrCodeName(const DeviceInfo& device) {
   const char* const codeName = internal::OrEmpty(device.GetCodeName());
   return internal::Printable(*codeName == '\0' ? internal::OrEmpty(device.GetName()) : codeName);
@@ -39,11 +46,11 @@ std::vector<std::string> Near(std::string_view wanted, const std::vector<std::st
   const std::string beginning(wanted);
   for (const std::string_view text : known) {
     if (beginning.empty() || near.size() == kMost) break;
-    if (!IsSame(text, wanted) && BeginsWith(text, beginning) && !IsKnown(near, text)) near.emplace_back(text);
+    if (text != wanted && BeginsWith(text, beginning) && !IsKnown(near, text)) near.emplace_back(text);
   }
   if (!near.empty()) return near;
   for (const std::string_view text : plddb::NearNames(wanted, known, kMost + 1)) {
-    if (!IsSame(text, wanted) && near.size() < kMost) near.emplace_back(text);
+    if (text != wanted && near.size() < kMost) near.emplace_back(text);
   }
   return near;
 }
@@ -59,11 +66,11 @@ std::vector<std::string_view> TextsOf(const Databases& databases, Key key) {
 std::vector<std::string> NearNames(const Databases& databases, std::string_view text) {
   std::vector<std::string_view> known;
   for (const Key key : {Key::kName, Key::kCodeName, Key::kAlias, Key::kFamily}) Append(known, TextsOf(databases, key));
-  return Near(text, known);
+  return WithoutItself(Near(text, known), text);
 }
 
 std::vector<std::string> NearNames(const Databases& databases, std::string_view text, Key key) {
-  return Near(text, TextsOf(databases, key == Key::kFullName ? Key::kCodeName : key));
+  return WithoutItself(Near(text, TextsOf(databases, key == Key::kFullName ? Key::kCodeName : key)), text);
 }
 
 std::string WhyNoPackage(const Databases& databases, std::string_view type, std::string_view name) {

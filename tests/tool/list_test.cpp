@@ -66,12 +66,11 @@ TEST(List, SaysAllThatIsToBeNotedOfAFamily) {
 }
 
 TEST(List, NamesTheFilesWhereThereAreSeveral) {
-  EXPECT_EQ(List({kLists, kKeys}, {"--all"}).out,
-            "family        devices  notes              file\n"
-            "Hidden & old  0        hidden             " +
-                kLists + "\n" + "Custom        2        also named Own     " + kLists + "\n" +
-                "Own           2                           " + kLists + "\n" + "First         3                           " +
-                kKeys + "\n" + "Second        2        also named Zweite  " + kKeys + "\n");
+  EXPECT_EQ(List({kLists, kKeys}, {"--all", "--format", "tsv"}).out,
+            "family\tdevices\tnotes\tfile\n"
+            "Hidden & old\t0\thidden\t" +
+                kLists + "\nCustom\t2\talso named Own\t" + kLists + "\nOwn\t2\t\t" + kLists + "\nFirst\t3\t\t" + kKeys +
+                "\nSecond\t2\talso named Zweite\t" + kKeys + "\n");
   EXPECT_NE(List({kLists, kKeys}, {"--family", "Second"}).out.find("  BG256     " + kKeys + "\n"), std::string::npos);
 }
 
