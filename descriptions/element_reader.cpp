@@ -26,9 +26,8 @@ std::string Listed(const std::vector<std::string_view>& names) {
 bool ElementReader::Parse(bool withComments) {
   buffer_->reserve(text_.size() + 1);
   *buffer_ = text_;
-  *buffer_ +=
-      '\n';  // the parser puts its end mark over the last character, and then some of its faults are not where they were
-  // As a fragment, so that text beside the root element is not passed over; as UTF-8, so that the buffer is not converted.
+  *buffer_ += '\n';  // pugixml overwrites the last character with its terminator, which would shift some offsets of errors
+  // As a fragment, so that text outside the root element is not ignored; as UTF-8, so that the buffer is not converted.
   const unsigned int options = pugi::parse_default | pugi::parse_fragment | (withComments ? pugi::parse_comments : 0);
   const auto result = document_.load_buffer_inplace(buffer_->data(), buffer_->size(), options, pugi::encoding_utf8);
   if (result) return true;
@@ -51,7 +50,7 @@ void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml
   given_.reset();
   const bool needsCheck = NeedsReferenceCheck(node);
   pugi::xml_attribute attribute = node.first_attribute();
-  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" behind the last
+  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" after the last
     if (needsCheck) CheckReferences(text_, OffsetOf(attribute.value()), faults_);
     ReadField(fields, attribute, name, node);
     attribute = attribute.next_attribute();
@@ -59,7 +58,7 @@ void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml
   SetFields(fields, record, node);
 }
 
-/// Whether a '&' or '<' stands in the start tag of `node`. Few have one, and the others are not worth a look at each value.
+/// Whether the start tag of `node` contains '&' or '<'. Few do, so that the values of most need not be searched.
 bool ElementReader::NeedsReferenceCheck(pugi::xml_node node) const {
   const pugi::xml_attribute last = node.last_attribute();
   if (!last) return false;
@@ -117,7 +116,7 @@ void ElementReader::Unexpected(pugi::xml_node node, const std::vector<std::strin
 
 void ElementReader::UnexpectedText(pugi::xml_node node) {
   static constexpr std::string_view kCData = "<![CDATA[";
-  static constexpr std::size_t kLongest = 100;  // more is never quoted
+  static constexpr std::size_t kLongest = 100;  // no more is ever quoted
   const std::size_t start = OffsetOf(node.value());
   const bool isCData = node.type() == pugi::node_cdata;
   const std::size_t offset = isCData ? start - kCData.size() : text_.find_first_not_of(" \t\r\n", start);

@@ -8,7 +8,7 @@
 namespace plddb::descriptions {
 namespace {
 
-/// A file that is not made of descriptions may have millions.
+/// A file that does not contain descriptions may have millions.
 constexpr std::size_t kMostFaults = 10000;
 
 }  // namespace
