@@ -4,18 +4,18 @@
 #include <string_view>
 
 /// \file
-/// How messages print texts and numbers.
+/// The forms in which messages show texts and numbers.
 
 namespace plddb {
 
-/// `text` in a form that is safe to print on a terminal. Escapes such as "\x1B" and "\u202E" replace control characters,
-/// invisible characters, characters that change the direction of writing or end a line, and bytes that are not UTF-8.
+/// `text` as a terminal can show it without harm. Escapes take the place of control characters, of characters that nobody sees,
+/// that change the direction of writing or end a line, and of bytes that are not UTF-8: "\x1B", "\u202E".
 std::string Printable(std::string_view text);
 
-/// `text`, printable and in double quotes; a long text is shortened.
+/// `text`, printable and in double quotes; a long one is shortened.
 std::string Quoted(std::string_view text);
 
-/// For example "0x0362D093", with at least `digits` digits.
+/// Such as "0x0362D093"; `digits` at least.
 std::string Hex(unsigned int value, int digits);
 
 }  // namespace plddb
