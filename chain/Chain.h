@@ -27,19 +27,21 @@ struct Fault {
   std::string text;  ///< What is wrong, and what was expected; one line.
 };
 
-/// The end of a chain: TDO, where bits come out, or TDI.
-enum class End { kTdo, kTdi };
+/// The end of a chain: TDO, where bits come out, or TDI. kAsPrinted: it is not known which one a tool names first.
+enum class End { kTdo, kTdi, kAsPrinted };
 
 /// What a scanning tool prints about one TAP.
 struct ScannedTap {
   std::string name = {};                ///< As the tool calls it; empty when it gives no names.
   std::optional<unsigned int> id = {};  ///< None: the tool read no IDCODE there.
-  unsigned long irLength = 0;           ///< 0: the tool does not print it; others may be guesses.
+  unsigned long irLength = 0;           ///< 0: the tool does not print it.
+  bool irLengthIsGuess = false;         ///< The tool guessed the length, or has it from a table of its own.
 };
 
 /// A chain as it was read, and where it comes from.
 struct Scan {
   std::string format = {};              ///< Which text was recognised; empty for ids that were given one by one.
+  std::string tool = {};                ///< Whose text it is; empty for ids.
   std::vector<ScannedTap> taps = {};    ///< In the order of the text.
   End nearest = End::kTdo;              ///< The end at which `taps` starts.
   bool hasVersions = true;              ///< False: the tool may print an id with 0 for its version.
@@ -66,8 +68,9 @@ std::string NotAnId(std::string_view text);
 ScanResult ReadIds(std::string_view text);
 
 /// Reads what a scanning tool printed, or else ids as ReadIds does. Of several reports in one format the last is taken; of
-/// several formats the first that ScanFormats names. What precedes or follows a tool's words in a line does not matter, nor do
-/// colours, carriage returns and lines of other programs.
+/// several formats the first that ScanFormats names, and what another one of the same tool adds. What precedes or follows a
+/// tool's words in a line does not matter, nor do colours, carriage returns, lines that a terminal wrapped, and lines of other
+/// programs. The text is UTF-8 or UTF-16. A text that names devices but no ids is refused, with what to print instead.
 ScanResult ReadScan(std::string_view text);
 
 /// The formats that ReadScan knows, preferred ones first: "OpenOCD log".
@@ -89,14 +92,15 @@ struct Candidate {
 /// One position of a chain: the id that was read there and who answers to it.
 class ChainPosition {
  public:
-  std::optional<unsigned int> id;   ///< None where a TAP gave its BYPASS bit instead.
-  unsigned long givenIrLength = 0;  ///< What the user gives; 0 when nothing.
+  std::optional<unsigned int> id;     ///< None where a TAP gave its BYPASS bit instead.
+  unsigned long givenIrLength = 0;    ///< What the user gives; 0 when nothing.
+  unsigned long scannedIrLength = 0;  ///< What the scan gives and is to be used; 0 when nothing.
 
   const std::vector<Candidate>& Candidates() const;  ///< All that answer, in search order.
   const DeviceInfo* Match() const;                   ///< What the library finds first; null for an unknown id.
   /// Whether another device may be meant as well: not one that is less exact than the match and has the same IR length.
   bool IsAmbiguous() const;
-  unsigned long IrLength() const;  ///< What the user gives, or else that of the match; 0 when it is not known.
+  unsigned long IrLength() const;  ///< What the user gives, or else that of the match, or that of the scan; 0 when not known.
 
  private:
   friend class DeviceFinder;
@@ -109,7 +113,15 @@ using Chain = std::vector<ChainPosition>;
 struct NearDevice {
   const DeviceInfo* device;
   std::size_t database;    ///< Its index in the databases that were asked.
-  std::string difference;  ///< "other version", "bit 14 differs: a wiring fault?"
+  std::string difference;  ///< "other version", "bit 14 differs: another part of the same maker?"
+};
+
+/// A known id that was read wrongly.
+struct Misread {
+  unsigned int id;           ///< What the device answers.
+  const DeviceInfo* device;  ///< The first that answers to it.
+  std::size_t database;      ///< Its index in the databases that were asked.
+  const char* how;           ///< "bit-reversed"
 };
 
 /// Finds the devices that answer to ids. It borrows the databases, which must not change while it lives: it keeps their
@@ -125,24 +137,40 @@ class DeviceFinder {
   /// All devices that answer to `id`, in the order in which GetDeviceWithCommAndID searches each database in turn.
   ChainPosition Identify(std::optional<unsigned int> id);
 
+  /// The same for what a tool printed of a TAP; its IR length is taken over, a guessed one only on demand.
+  ChainPosition Identify(const ScannedTap& tap, bool trustsGuessedIrLength = false);
+
   /// The devices nearest to the IDCODE `id`: those of the same part and another version first, then those that differ in one
-  /// bit of those that count; in search order, at most 5.
+  /// bit of those that count; in search order, at most 5. One bit is called a wiring fault only where nothing else explains it:
+  /// not in the part number, by which a maker's parts differ, nor for an id that is misread or another version.
   std::vector<NearDevice> NearestDevices(unsigned int id) const;
+
+  /// How a known id may have become `id`: read one bit late or early, with its bits reversed or inverted, its bytes or its
+  /// halves swapped. None in the access mode ISP.
+  std::optional<Misread> MisreadOf(unsigned int id) const;
 
   /// The Vendor of the first device that has one and whose identifier has this manufacturer field; null when none has.
   const char* VendorOf(unsigned int manufacturer) const;
 
  private:
   struct Table;
+  std::shared_ptr<const std::vector<Candidate>> CandidatesFor(unsigned int id) const;
+
   std::unique_ptr<const Table> table_;
   std::unordered_map<unsigned int, std::shared_ptr<const std::vector<Candidate>>> answers_;
 };
 
-/// The positions of `scan`, each identified by a DeviceFinder.
-Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan);
+/// The positions of `scan`, each identified by a DeviceFinder. IR lengths that the scan gives are used where the match has
+/// none; guessed ones only on demand.
+Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan,
+               bool trustsGuessedIrLengths = false);
 
 /// The candidates of `position`, those of more compared bits first; equal ones stay in search order.
 std::vector<Candidate> MostExactFirst(const ChainPosition& position);
+
+/// Whether `name` is that of a candidate: its name, code name, alias, an ordering number, or its family. Letter case does not
+/// count.
+bool IsNamed(const ChainPosition& position, const std::string& name);
 
 /// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
 std::string Reason(const Candidate& candidate);
@@ -161,6 +189,13 @@ struct IdcodeFields {
 };
 
 IdcodeFields SplitIdcode(unsigned int id);
+
+/// The maker that has `code` (0x01 to 0x7E) in `bank` (from 0), such as "Xilinx"; empty when nobody has it. As of JEP106BO.
+std::string_view MakerName(unsigned int bank, unsigned int code);
+
+/// What an IDCODE's manufacturer field shows of its maker: "Xilinx"; "not assigned"; "reserved: ..." for the codes 0x00 and
+/// 0x7F. The field holds 4 bits of the bank: the makers of banks 16 and 17 come with a remark, as they read as banks 0 and 1.
+std::string MakerText(unsigned int manufacturer);
 
 /// What an unknown id is.
 struct IdKind {

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <bitset>
+#include <tuple>
+#include <utility>
 
 #include "chain/Chain.h"
 #include "database/walk.h"
@@ -15,7 +17,7 @@ using internal::Identifiers;
 constexpr unsigned int kAllBits = 0xFFFFFFFF;
 constexpr unsigned int kLowByte = 0xFF;
 constexpr unsigned int kVersionBits = 0xF0000000;
-constexpr unsigned int kManufacturerBits = 0x00000FFE;
+constexpr unsigned int kManufacturerBits = 0x00000FFF;  // and bit 0
 constexpr std::size_t kMostNear = 5;
 
 int BitCount(unsigned int bits) { return static_cast<int>(std::bitset<32>(bits).count()); }
@@ -28,42 +30,119 @@ bool IsOnlyLowByte(const Identifiers& own, AccessMode mode, unsigned int id) {
   return mode == AccessMode::kDual && ((own.jtag ^ id) & own.mask) != 0;
 }
 
-/// The bits of `id` that count for a device and differ from its identifier; 0 for a device that no identifier finds.
-unsigned int DifferentBits(const Identifiers& own, unsigned int id) { return own.jtag == 0 ? 0 : (own.jtag ^ id) & own.mask; }
+bool IsOneBit(unsigned int bits) { return bits != 0 && (bits & (bits - 1)) == 0; }
 
-bool IsOtherVersion(unsigned int bits) { return bits != 0 && (bits & ~kVersionBits) == 0; }
-bool IsOneBitApart(unsigned int bits) { return BitCount(bits) == 1 && !IsOtherVersion(bits); }
+/// What a difference of one bit means. A maker's parts differ in the part number; with it equal, another maker is unlikely.
+std::string OneBit(unsigned int bits, bool isExplained) {
+  const std::string text = "bit " + std::to_string(BitCount(bits - 1)) + " differs";
+  if (bits > kManufacturerBits) return text + ": another part of the same maker?";
+  return isExplained ? text : text + ": a wiring fault?";
+}
 
-std::string OneBit(unsigned int bits) { return "bit " + std::to_string(BitCount(bits - 1)) + " differs: a wiring fault?"; }
-std::string OtherVersion(unsigned int) { return "other version"; }
+// --- Misread ids ------------------------------------------------------------------------------------------------------------
 
+unsigned int Reversed(unsigned int id) {
+  unsigned int reversed = 0;
+  for (int i = 0; i < 32; ++i) reversed |= (id >> i & 1) << (31 - i);
+  return reversed;
+}
+
+unsigned int WithSwappedHalves(unsigned int id) { return id << 16 | id >> 16; }
+
+unsigned int WithSwappedBytes(unsigned int id) { return WithSwappedHalves((id & 0x00FF00FF) << 8 | (id >> 8 & 0x00FF00FF)); }
+
+/// What a misread id was, for each way to misread one.
 constexpr struct {
-  bool (*holds)(unsigned int bits);
-  std::string (*text)(unsigned int bits);
-} kDifferences[] = {{IsOtherVersion, OtherVersion}, {IsOneBitApart, OneBit}};
+  const char* how;
+  unsigned int (*repair)(unsigned int id);
+} kRepairs[] = {
+    {"read one bit late", [](unsigned int id) { return id >> 1; }},
+    {"read one bit late", [](unsigned int id) { return id >> 1 | 0x80000000; }},
+    {"read one bit early", [](unsigned int id) { return id << 1 | 1; }},
+    {"bit-reversed", Reversed},
+    {"byte-swapped", WithSwappedBytes},
+    {"with its halves swapped", WithSwappedHalves},
+    {"inverted", [](unsigned int id) { return ~id; }},
+};
 
 }  // namespace
 
-/// The identifiers of all devices side by side, in search order: an id is compared with all of them.
+/// The identifiers of all devices, in search order, and an index of them: those that share a mask, sorted by the bits that
+/// count.
 struct DeviceFinder::Table {
   struct Place {
     const DeviceInfo* device;
     std::size_t database;
   };
+  struct Entry {
+    unsigned int mask;
+    unsigned int bits;
+    unsigned int number;  // of the device
+    friend bool operator<(const Entry& a, const Entry& b) {
+      return std::tie(a.mask, a.bits, a.number) < std::tie(b.mask, b.bits, b.number);
+    }
+  };
+
   AccessMode mode;
   std::vector<Identifiers> identifiers;
-  std::vector<Place> places;  // of the identifiers
+  std::vector<Place> places;                        // of the identifiers
+  std::vector<Entry> index;                         // sorted
+  std::vector<std::size_t> groups;                  // where a mask begins in the index, and its end
+  std::vector<std::vector<unsigned int>> lowBytes;  // the devices by the low byte of their ISP identifiers; for DUAL
+  std::vector<const char*> vendors;                 // by manufacturer field
+
+  void Add(const DeviceInfo& device, std::size_t database);
+  void Sort();
+  std::vector<unsigned int> Answering(AccessMode asked, unsigned int id) const;
 };
+
+void DeviceFinder::Table::Add(const DeviceInfo& device, std::size_t database) {
+  const Identifiers own = internal::IdentifiersOf(device);
+  const auto number = static_cast<unsigned int>(places.size());
+  identifiers.push_back(own);
+  places.push_back({&device, database});
+  index.push_back({own.mask, (mode == AccessMode::kIsp ? own.isp : own.jtag) & own.mask, number});
+  if (mode == AccessMode::kDual) lowBytes[own.isp & kLowByte].push_back(number);
+  const char* const vendor = device.GetVendor();
+  const char*& known = vendors[SplitIdcode(own.jtag).manufacturer];
+  if (known == nullptr && (own.jtag & 1) != 0 && vendor != nullptr && *vendor != '\0') known = vendor;
+}
+
+void DeviceFinder::Table::Sort() {
+  std::sort(index.begin(), index.end());
+  for (std::size_t i = 0; i < index.size(); ++i) {
+    if (i == 0 || index[i].mask != index[i - 1].mask) groups.push_back(i);
+  }
+  groups.push_back(index.size());
+}
+
+/// The numbers of the devices that answer to `id`, in search order.
+std::vector<unsigned int> DeviceFinder::Table::Answering(AccessMode asked, unsigned int id) const {
+  std::vector<unsigned int> numbers;
+  for (std::size_t g = 0; g + 1 < groups.size(); ++g) {
+    const auto end = index.begin() + static_cast<std::ptrdiff_t>(groups[g + 1]);
+    const Entry wanted = {index[groups[g]].mask, id & index[groups[g]].mask, 0};
+    auto entry = std::lower_bound(index.begin() + static_cast<std::ptrdiff_t>(groups[g]), end, wanted);
+    for (; entry != end && entry->bits == wanted.bits; ++entry) numbers.push_back(entry->number);
+  }
+  if (numbers.empty() && asked != AccessMode::kDual) return numbers;
+  if (asked == AccessMode::kDual) numbers.insert(numbers.end(), lowBytes[id & kLowByte].begin(), lowBytes[id & kLowByte].end());
+  std::sort(numbers.begin(), numbers.end());
+  numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+  const auto keepsSilent = [&](unsigned int number) { return !internal::AnswersTo(identifiers[number], asked, id); };
+  numbers.erase(std::remove_if(numbers.begin(), numbers.end(), keepsSilent), numbers.end());
+  return numbers;
+}
 
 DeviceFinder::DeviceFinder(const std::vector<const DeviceList*>& databases, const std::string& comm) {
   auto table = std::make_unique<Table>();
   table->mode = ModeOf(comm);
+  table->lowBytes.resize(kLowByte + 1);
+  table->vendors.resize(1 << 11);
   for (std::size_t i = 0; i < databases.size(); ++i) {
-    internal::ForEachDevice(*databases[i], [&](const DeviceInfo& device) {
-      table->identifiers.push_back(internal::IdentifiersOf(device));
-      table->places.push_back({&device, i});
-    });
+    internal::ForEachDevice(*databases[i], [&](const DeviceInfo& device) { table->Add(device, i); });
   }
+  table->Sort();
   table_ = std::move(table);
 }
 
@@ -74,41 +153,64 @@ ChainPosition DeviceFinder::Identify(std::optional<unsigned int> id) {
   position.id = id;
   if (!id || *id == 0) return position;
   const auto [known, isNew] = answers_.try_emplace(*id);
-  if (isNew) {
-    std::vector<Candidate> candidates;
-    for (std::size_t i = 0; i < table_->identifiers.size(); ++i) {
-      const Identifiers& own = table_->identifiers[i];
-      if (!internal::AnswersTo(own, table_->mode, *id)) continue;
-      const bool onlyLowByte = IsOnlyLowByte(own, table_->mode, *id);
-      candidates.push_back({table_->places[i].device, table_->places[i].database, onlyLowByte ? kLowByte : own.mask,
-                            onlyLowByte, static_cast<int>(candidates.size()) + 1});
-    }
-    if (!candidates.empty()) known->second = std::make_shared<const std::vector<Candidate>>(std::move(candidates));
-  }
+  if (isNew) known->second = CandidatesFor(*id);
   position.candidates_ = known->second;
   return position;
 }
 
+ChainPosition DeviceFinder::Identify(const ScannedTap& tap, bool trustsGuessedIrLength) {
+  ChainPosition position = Identify(tap.id);
+  if (!tap.irLengthIsGuess || trustsGuessedIrLength) position.scannedIrLength = tap.irLength;
+  return position;
+}
+
+std::shared_ptr<const std::vector<Candidate>> DeviceFinder::CandidatesFor(unsigned int id) const {
+  std::vector<Candidate> candidates;
+  for (const unsigned int number : table_->Answering(table_->mode, id)) {
+    const Identifiers& own = table_->identifiers[number];
+    const bool onlyLowByte = IsOnlyLowByte(own, table_->mode, id);
+    candidates.push_back({table_->places[number].device, table_->places[number].database, onlyLowByte ? kLowByte : own.mask,
+                          onlyLowByte, static_cast<int>(candidates.size()) + 1});
+  }
+  return candidates.empty() ? nullptr : std::make_shared<const std::vector<Candidate>>(std::move(candidates));
+}
+
 std::vector<NearDevice> DeviceFinder::NearestDevices(unsigned int id) const {
   std::vector<NearDevice> near;
-  for (const auto& difference : kDifferences) {
-    for (std::size_t i = 0; i < table_->identifiers.size() && near.size() < kMostNear; ++i) {
-      const unsigned int bits = DifferentBits(table_->identifiers[i], id);
-      if (difference.holds(bits)) near.push_back({table_->places[i].device, table_->places[i].database, difference.text(bits)});
+  std::vector<std::pair<std::size_t, unsigned int>> oneBitApart;  // the number of the device, and the bit
+  for (std::size_t i = 0; i < table_->identifiers.size() && near.size() < kMostNear; ++i) {
+    const Identifiers& own = table_->identifiers[i];
+    const unsigned int bits = (own.jtag ^ id) & own.mask;
+    if (own.jtag == 0 || bits == 0) continue;
+    if ((bits & ~kVersionBits) == 0) {
+      near.push_back({table_->places[i].device, table_->places[i].database, "other version"});
+    } else if (IsOneBit(bits) && oneBitApart.size() < kMostNear) {
+      oneBitApart.emplace_back(i, bits);
     }
+  }
+  const bool isExplained = !near.empty() || (!oneBitApart.empty() && MisreadOf(id));
+  for (const auto& [number, bits] : oneBitApart) {
+    if (near.size() == kMostNear) break;
+    near.push_back({table_->places[number].device, table_->places[number].database, OneBit(bits, isExplained)});
   }
   return near;
 }
 
-const char* DeviceFinder::VendorOf(unsigned int manufacturer) const {
-  for (std::size_t i = 0; i < table_->identifiers.size(); ++i) {
-    const unsigned int jtag = table_->identifiers[i].jtag;
-    if ((jtag & 1) == 0 || (jtag & kManufacturerBits) != manufacturer << 1) continue;
-    const char* const vendor = table_->places[i].device->GetVendor();
-    if (vendor != nullptr && *vendor != '\0') return vendor;
+std::optional<Misread> DeviceFinder::MisreadOf(unsigned int id) const {
+  if (table_->mode != AccessMode::kJtag && table_->mode != AccessMode::kDual) return std::nullopt;
+  if (id == 0 || id == kAllBits) return std::nullopt;
+  for (const auto& [how, repair] : kRepairs) {
+    const unsigned int repaired = repair(id);
+    if ((repaired & 1) == 0 || repaired == kAllBits) continue;  // no IDCODE
+    const auto numbers = table_->Answering(AccessMode::kJtag, repaired);
+    if (numbers.empty()) continue;
+    const Table::Place& place = table_->places[numbers.front()];
+    return Misread{repaired, place.device, place.database, how};
   }
-  return nullptr;
+  return std::nullopt;
 }
+
+const char* DeviceFinder::VendorOf(unsigned int manufacturer) const { return table_->vendors[manufacturer & 0x7FF]; }
 
 const std::vector<Candidate>& ChainPosition::Candidates() const {
   static const std::vector<Candidate> none;
@@ -128,13 +230,16 @@ bool ChainPosition::IsAmbiguous() const {
 
 unsigned long ChainPosition::IrLength() const {
   if (givenIrLength != 0) return givenIrLength;
-  return Match() == nullptr ? 0 : Match()->GetIRLength();
+  const bool isDescribed = Match() != nullptr && Match()->GetIRLength() != 0;
+  return isDescribed ? Match()->GetIRLength() : scannedIrLength;
 }
 
-Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan) {
+Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan,
+               bool trustsGuessedIrLengths) {
   DeviceFinder finder(databases, comm);
   Chain chain;
-  for (const ScannedTap& tap : scan.taps) chain.push_back(finder.Identify(tap.id));
+  chain.reserve(scan.taps.size());
+  for (const ScannedTap& tap : scan.taps) chain.push_back(finder.Identify(tap, trustsGuessedIrLengths));
   return chain;
 }
 

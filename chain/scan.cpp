@@ -5,100 +5,181 @@
 #include "chain/Chain.h"
 #include "chain/faults.h"
 #include "chain/ids.h"
+#include "chain/refusals.h"
 #include "chain/scan_formats.h"
+#include "chain/scan_text.h"
 
 namespace plddb::chain {
 namespace {
 
-constexpr const char* kExpected =
-    "no chain in this text; expected what OpenOCD (its log or scan_chain), UrJTAG (detect) or openFPGALoader (--detect) "
-    "prints, or ids, one per line";
+/// What a text holds in one format.
+struct Found {
+  const ScanFormat* format;
+  std::vector<ScanReport> reports = {};
+  std::vector<std::string> notes = {};
+  std::optional<Fault> fault = {};  ///< The first.
+  bool IsNothing() const { return reports.empty() && !fault; }
+  const ScanReport& Last() const { return reports.back(); }
+};
 
-/// How long the terminal's control sequence is with which `text` starts, such as ESC[31m; 0 when there is none.
-std::size_t ControlSequenceLength(std::string_view text) {
-  if (text.substr(0, 2) != "\x1B[") return 0;
-  const auto isInner = [](char c) { return c >= ' ' && c <= '?'; };
-  const auto last = std::find_if_not(text.begin() + 2, text.end(), isInner);
-  const bool isWhole = last != text.end() && *last >= '@' && *last <= '~';
-  return static_cast<std::size_t>(last - text.begin()) + (isWhole ? 1 : 0);
-}
-
-/// `text` with blanks for colours and carriage returns, so that places can be counted.
-std::string WithoutColours(std::string_view text) {
-  std::string plain(text);
-  for (std::size_t i = 0; (i = plain.find_first_of("\r\x1B", i)) != plain.npos; ++i) {
-    const std::size_t length = plain[i] == '\r' ? 1 : ControlSequenceLength(text.substr(i));
-    plain.replace(i, length, length, ' ');
-  }
-  return plain;
-}
-
-using ReportsByFormat = std::vector<std::vector<ScanReport>>;
-
-ReportsByFormat ReadReports(std::string_view text, ScanResult& result) {
+std::vector<Found> ReadReports(const ScanText& text) {
   std::vector<ScanReports> reports(std::size(kScanFormats));
-  ForEachLine(text, [&](std::string_view line, int number) {
-    if (!result.faults.empty()) return;
-    const Taken taken = TakeScanLine(line, reports);
-    if (taken.fault == nullptr) return;
-    const int column = taken.at.data() == nullptr ? 1 : static_cast<int>(taken.at.data() - line.data()) + 1;
-    AddFault(result, {number, column, taken.fault});
+  std::vector<Found> found;
+  for (const ScanFormat* const format : kScanFormats) found.push_back({format});
+  ForEachLine(text.Text(), [&](std::string_view line, int) {
+    std::size_t format = 0;
+    const Taken taken = TakeScanLine(line, reports, format);
+    if (taken.fault == nullptr || found[format].fault) return;
+    const char* const at = taken.at.data() == nullptr ? line.data() : taken.at.data();
+    const ScanText::Place place = text.PlaceOf(static_cast<std::size_t>(at - text.Text().data()));
+    found[format].fault = Fault{place.line, place.column, taken.fault};
   });
-  ReportsByFormat found;
-  for (ScanReports& ofFormat : reports) found.push_back(ofFormat.Take());
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    found[i].reports = reports[i].Take();
+    found[i].notes = reports[i].notes;
+  }
   return found;
 }
 
 // --- One chain of several reports -------------------------------------------------------------------------------------------
 
-bool ShowTheSame(const ScanReport& a, const ScanReport& b) {
-  return std::equal(a.taps.begin(), a.taps.end(), b.taps.begin(), b.taps.end(),
-                    [](const ScannedTap& left, const ScannedTap& right) { return left.id == right.id; });
+constexpr unsigned int kAllButVersion = 0x0FFFFFFF;
+
+bool HaveEqualIds(const ScannedTap& a, const ScannedTap& b) { return a.id == b.id; }
+
+bool HaveEqualParts(const ScannedTap& a, const ScannedTap& b) {
+  return a.id.has_value() == b.id.has_value() && ((a.id.value_or(0) ^ b.id.value_or(0)) & kAllButVersion) == 0;
 }
 
-/// Takes the IR lengths that other reports give for a TAP of the same name and id.
-void FillIrLengths(std::vector<ScannedTap>& taps, const std::vector<ScannedTap>& others) {
+bool ShowTheSame(const ScanReport& a, const ScanReport& b) {
+  return std::equal(a.taps.begin(), a.taps.end(), b.taps.begin(), b.taps.end(), HaveEqualIds);
+}
+
+/// Whether the TAPs of `part` come one after the other in `whole`.
+bool IsPartOf(const ScanReport& part, const ScanReport& whole) {
+  const auto isSame = [](const ScannedTap& a, const ScannedTap& b) { return a.id == b.id && a.name == b.name; };
+  return part.taps.size() < whole.taps.size() &&
+         std::search(whole.taps.begin(), whole.taps.end(), part.taps.begin(), part.taps.end(), isSame) != whole.taps.end();
+}
+
+/// A length that is no guess completes one that is missing or guessed, a guess one that is missing.
+void Complete(ScannedTap& tap, const ScannedTap& other) {
+  if (tap.name.empty()) tap.name = other.name;
+  const bool isBetter = tap.irLength == 0 || (tap.irLengthIsGuess && !other.irLengthIsGuess);
+  if (other.irLength == 0 || !isBetter) return;
+  tap.irLength = other.irLength;
+  tap.irLengthIsGuess = other.irLengthIsGuess;
+}
+
+/// Takes over what another report knows of the same chain, or of TAPs that have a name and an id in both.
+void CompleteAll(std::vector<ScannedTap>& taps, const std::vector<ScannedTap>& others) {
+  if (std::equal(taps.begin(), taps.end(), others.begin(), others.end(), HaveEqualIds)) {
+    for (std::size_t i = 0; i < taps.size(); ++i) Complete(taps[i], others[i]);
+    return;
+  }
   for (ScannedTap& tap : taps) {
     const auto isSame = [&](const ScannedTap& other) { return other.name == tap.name && other.id == tap.id; };
-    if (tap.name.empty() || tap.irLength != 0) continue;
     const auto same = std::find_if(others.begin(), others.end(), isSame);
-    if (same != others.end()) tap.irLength = same->irLength;
+    if (!tap.name.empty() && same != others.end()) Complete(tap, *same);
   }
 }
 
-std::vector<std::string> NotesOn(const std::vector<ScanReport>& reports, const ScanFormat& format) {
-  std::vector<std::string> notes;
-  const ScanReport& last = reports.back();
-  if (reports.size() > 1) {
-    const bool same =
-        std::all_of(reports.begin(), reports.end(), [&](const auto& report) { return ShowTheSame(report, last); });
-    notes.push_back("the text shows the chain " + std::to_string(reports.size()) + " times in this format; " +
-                    (same ? "all agree" : "they differ, and the last was taken"));
+/// The ids that the tool read, in the order of reading, and its list of the same devices, which leaves versions out: the list
+/// shows the names and from which end was read.
+void CompleteRawIds(Scan& scan, std::vector<ScannedTap> list) {
+  if (std::equal(list.begin(), list.end(), scan.taps.begin(), scan.taps.end(), HaveEqualParts) && list.size() > 1) {
+    scan.nearest = End::kTdi;
+  } else {
+    std::reverse(list.begin(), list.end());
   }
+  if (!std::equal(list.begin(), list.end(), scan.taps.begin(), scan.taps.end(), HaveEqualParts)) return;
+  for (std::size_t i = 0; i < list.size(); ++i) Complete(scan.taps[i], list[i]);
+}
+
+/// Lengths that add up to the one that the tool measured are no guesses.
+void TrustMeasuredSum(Scan& scan) {
+  unsigned long sum = 0;
+  for (const ScannedTap& tap : scan.taps) {
+    if (tap.irLength == 0 || tap.irLength > 0xFFFF) return;
+    sum += tap.irLength;
+  }
+  if (scan.irLength == 0 || sum != scan.irLength) return;
+  for (ScannedTap& tap : scan.taps) tap.irLengthIsGuess = false;
+}
+
+// --- Notes ------------------------------------------------------------------------------------------------------------------
+
+std::string NoteOnSeveral(const Found& found) {
+  const std::string count = std::to_string(found.reports.size());
+  if (found.format->isPerCable) return "the text shows the chains of " + count + " cables; that of the last was taken";
+  const auto isSame = [&](const ScanReport& report) { return ShowTheSame(report, found.Last()); };
+  const bool allAgree = std::all_of(found.reports.begin(), found.reports.end(), isSame);
+  return "the text shows the chain " + count + " times in this format; " +
+         (allAgree ? "all agree" : "they differ, and the last was taken");
+}
+
+std::vector<std::string> NotesOn(const Found& found) {
+  std::vector<std::string> notes;
+  const ScanReport& last = found.Last();
+  if (found.reports.size() > 1) notes.push_back(NoteOnSeveral(found));
   if (last.deviceCount != 0 && last.deviceCount != last.taps.size()) {
     notes.push_back("the tool counts " + std::to_string(last.deviceCount) + " devices, the text shows " +
                     std::to_string(last.taps.size()));
   }
-  if (!format.isWhole) notes.emplace_back("the text may not show the whole chain");
+  if (!found.format->isWhole || last.isCut) notes.emplace_back("the text may not show the whole chain");
+  notes.insert(notes.end(), found.notes.begin(), found.notes.end());
   return notes;
 }
+
+// --- The scan ---------------------------------------------------------------------------------------------------------------
 
 /// Whether the two print a chain alike, so that it can be compared.
 bool AreComparable(const ScanFormat& a, const ScanFormat& b) {
   return a.nearest == b.nearest && a.hasVersions == b.hasVersions && a.isWhole && b.isWhole;
 }
 
-Scan ScanOfReports(const ReportsByFormat& found, std::size_t chosen) {
-  const ScanFormat& format = *kScanFormats[chosen];
-  const ScanReport& last = found[chosen].back();
-  Scan scan = {format.name, last.taps, format.nearest, format.hasVersions, last.irLength, NotesOn(found[chosen], format)};
-  for (std::size_t i = chosen + 1; i < found.size(); ++i) {
-    if (found[i].empty()) continue;
-    FillIrLengths(scan.taps, found[i].back().taps);
-    if (AreComparable(format, *kScanFormats[i]) && !ShowTheSame(found[i].back(), last)) {
-      scan.notes.push_back(std::string("the text also holds another chain: ") + kScanFormats[i]->name);
+/// Compares a scan with what the text holds in another format.
+void Compare(Scan& scan, const Found& chosen, const Found& other) {
+  if (other.reports.empty()) return;
+  if (chosen.format == &kOpenFpgaLoaderRaw && other.format == &kOpenFpgaLoaderDetect) {
+    return CompleteRawIds(scan, other.Last().taps);
+  }
+  CompleteAll(scan.taps, other.Last().taps);
+  if (other.format == &kOpenFpgaLoaderError) scan.notes.emplace_back("the tool gave up at a device that it does not know");
+  if (AreComparable(*chosen.format, *other.format) && !ShowTheSame(other.Last(), chosen.Last())) {
+    scan.notes.push_back(std::string("the text also holds another chain: ") + other.format->name);
+  }
+}
+
+/// A log whose beginning is lost shows less than the table that follows.
+const Found& WithMoreOf(const Found& chosen, const std::vector<Found>& found) {
+  for (const Found& other : found) {
+    const bool isSameTool = other.format->tool == std::string_view(chosen.format->tool);
+    if (other.reports.empty() || !isSameTool || !AreComparable(*chosen.format, *other.format)) continue;
+    if (IsPartOf(chosen.Last(), other.Last())) return other;
+  }
+  return chosen;
+}
+
+Scan ScanOf(const Found& first, const std::vector<Found>& found, std::string_view text) {
+  const Found& chosen = WithMoreOf(first, found);
+  const ScanFormat& format = *chosen.format;
+  const ScanReport& last = chosen.Last();
+  Scan scan = {format.name, format.tool, last.taps, format.nearest, format.hasVersions, last.irLength, NotesOn(chosen)};
+  for (const Found& other : found) {
+    if (&other == &chosen) continue;
+    if (&other == &first) {
+      scan.notes.push_back(std::string("a part of the chain is missing in another format: ") + other.format->name);
+    } else {
+      Compare(scan, chosen, other);
     }
   }
+  if (text.find("IR capture error") != text.npos) {
+    for (ScannedTap& tap : scan.taps) tap.irLengthIsGuess = true;
+  }
+  TrustMeasuredSum(scan);
+  const std::vector<std::string> failed = FailedScans(text);
+  scan.notes.insert(scan.notes.end(), failed.begin(), failed.end());
   return scan;
 }
 
@@ -109,57 +190,30 @@ bool HoldsBareIds(std::string_view text) {
   return holds;
 }
 
-/// What tools print when they see no chain, and what that means.
-constexpr struct {
-  std::string_view marker;
-  const char* meaning;
-} kDeadChains[] = {
-    {"scan chain interrogation failed: all ones", "the tool read ones only: nothing drives TDO, or it is stuck at 1"},
-    {"scan chain interrogation failed: all zeroes", "the tool read zeros only: TDO is stuck at 0, or the chain has no power"},
-    {"TDO seems to be stuck at 1", "the tool read ones only: nothing drives TDO, or it is stuck at 1"},
-    {"TDO seems to be stuck at 0", "the tool read zeros only: TDO is stuck at 0, or the chain has no power"},
-};
-
-/// A fault with the place of `at` in the text.
-ScanResult FaultAt(std::string_view text, std::size_t at, const char* message) {
-  const std::string_view before = text.substr(0, at);
-  const auto line = static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1;
+ScanResult Refused(const ScanText& text) {
+  const Refusal refusal = WhyNoChain(text.Text());
+  const ScanText::Place place = text.PlaceOf(refusal.at);
   ScanResult result;
-  AddFault(result, {line, static_cast<int>(before.size() - (before.rfind('\n') + 1)) + 1, message});
+  AddFault(result, {place.line, place.column, refusal.text});
   return result;
-}
-
-/// A table may follow all the same, of what the tool was told; and what it read before or after may be good.
-void AddDeadChains(std::string_view text, std::vector<std::string>& notes) {
-  for (const auto& [marker, meaning] : kDeadChains) {
-    if (text.find(marker) != text.npos) notes.push_back(std::string("the text also shows a scan that failed: ") + meaning);
-  }
-}
-
-ScanResult NoChain(std::string_view text) {
-  for (const auto& [marker, meaning] : kDeadChains) {
-    if (const std::size_t at = text.find(marker); at != text.npos) return FaultAt(text, at, meaning);
-  }
-  const std::size_t start = text.find_first_not_of(" \t\n");
-  return FaultAt(text, start == text.npos ? 0 : start, kExpected);
 }
 
 }  // namespace
 
-ScanResult ReadScan(std::string_view text) {
-  const std::string plain = WithoutColours(text);
+ScanResult ReadScan(std::string_view raw) {
+  const ScanText text(raw);
+  const std::vector<Found> found = ReadReports(text);
+  const auto first = std::find_if(found.begin(), found.end(), [](const Found& one) { return !one.IsNothing(); });
   ScanResult result;
-  const ReportsByFormat found = ReadReports(plain, result);
-  if (!result.faults.empty()) return result;
-  const auto first = std::find_if(found.begin(), found.end(), [](const auto& reports) { return !reports.empty(); });
-  if (first != found.end()) {
-    result.scan = ScanOfReports(found, static_cast<std::size_t>(first - found.begin()));
-    AddDeadChains(plain, result.scan->notes);
-    return result;
+  if (first == found.end()) {
+    if (!HoldsBareIds(text.Text())) return Refused(text);
+    result = ReadIds(text.Text());
+    if (result.scan) result.scan->format = "bare ids";
+  } else if (first->fault) {
+    AddFault(result, *first->fault);
+  } else {
+    result.scan = ScanOf(*first, found, text.Text());
   }
-  if (!HoldsBareIds(plain)) return NoChain(plain);
-  result = ReadIds(plain);
-  if (result.scan) result.scan->format = "bare ids";
   return result;
 }
 

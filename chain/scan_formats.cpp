@@ -3,22 +3,43 @@
 #include <iterator>
 #include <utility>
 
+#include "chain/scan_text.h"
+
 namespace plddb::chain {
 namespace {
 
 constexpr std::size_t kMostTaps = 10000;  // far beyond any chain, so that nonsense ends soon
 
+Taken TakeLineOfFormat(std::string_view line, const ScanFormat& format, ScanReports& reports) {
+  for (std::size_t k = 0; k < format.kindCount; ++k) {
+    const LineKind& kind = format.kinds[k];
+    const std::size_t at = line.find(kind.marker);
+    if (at == line.npos) continue;
+    const Taken taken = kind.take({line.substr(0, at), line.substr(at + kind.marker.size())}, reports);
+    if (taken.isInside) return taken;
+    if (taken.isMine) return reports.IsFull() ? Wrong({}, "more TAPs than a chain can have") : taken;
+  }
+  return kNotMine;
+}
+
 }  // namespace
 
 void ScanReports::StartReport() {
   if (!Current().taps.empty()) reports_.emplace_back();
+  isBlockOver_ = false;
 }
 
+void ScanReports::EndBlock() { isBlockOver_ = true; }
+
 void ScanReports::Add(ScannedTap tap) {
-  if (!tap.name.empty() && names_.count(tap.name) != 0) StartReport();
-  if (Current().taps.empty()) names_.clear();
-  names_.insert(tap.name);
+  if (isBlockOver_) StartReport();
   Current().taps.push_back(std::move(tap));
+}
+
+void ScanReports::AddNumbered(unsigned long number, ScannedTap tap) {
+  if (number == 0 || number < Current().taps.size()) StartReport();
+  Add(std::move(tap));
+  if (Current().taps.size() != number + 1) Current().isCut = true;
 }
 
 bool ScanReports::IsFull() const { return reports_.back().taps.size() > kMostTaps; }
@@ -28,18 +49,18 @@ std::vector<ScanReport> ScanReports::Take() {
   return std::move(reports_);
 }
 
-Taken TakeScanLine(std::string_view line, std::vector<ScanReports>& reports) {
+Taken TakeScanLine(std::string_view line, std::vector<ScanReports>& reports, std::size_t& format) {
+  Taken result = kNotMine;
+  const bool isBlank = WithoutMargin(line).empty();
   for (std::size_t f = 0; f < std::size(kScanFormats); ++f) {
-    for (std::size_t k = 0; k < kScanFormats[f]->kindCount; ++k) {
-      const LineKind& kind = kScanFormats[f]->kinds[k];
-      const std::size_t at = line.find(kind.marker);
-      if (at == line.npos) continue;
-      const Taken taken = kind.take({line.substr(0, at), line.substr(at + kind.marker.size())}, reports[f]);
-      if (reports[f].IsFull()) return Wrong({}, "more TAPs than a chain can have");
-      return taken;
+    if (!result.isMine) {
+      result = TakeLineOfFormat(line, *kScanFormats[f], reports[f]);
+      format = f;
+      if (result.isMine || result.isInside) continue;
     }
+    if (kScanFormats[f]->isOneBlock && !isBlank) reports[f].EndBlock();
   }
-  return kNotMine;
+  return result;
 }
 
 }  // namespace plddb::chain

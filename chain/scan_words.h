@@ -16,20 +16,38 @@ inline constexpr std::string_view kBlanks = " \t";
 std::vector<std::string_view> Words(std::string_view text);
 std::string_view FirstWord(std::string_view text);  ///< Empty, at the end of `text`, when there is none.
 std::string LastWord(std::string_view text);
+std::string Trimmed(std::string_view text);
 
-/// The number with which `text` starts, 0 when there is none or it is too large.
+/// What follows `words` in `text`; empty when they are not in it.
+std::string_view After(std::string_view text, std::string_view words);
+
+/// The number with which `text` starts after blanks, 0 when there is none or it is too large.
 unsigned long LeadingNumber(std::string_view text);
 
-/// Whether `text` is "0x" and `least` to `most` hex digits.
-bool IsHex(std::string_view text, std::size_t least, std::size_t most);
+/// The number that is all of `text`.
+std::optional<unsigned long> WholeNumber(std::string_view text);
 
-/// The number of "0x" and hex digits; none when it needs more than 32 bits.
-std::optional<unsigned int> HexNumber(std::string_view text);
+/// The number after the last '[' of `text`.
+unsigned long BracketedNumber(std::string_view text);
 
-/// An id with all its digits, "0x" and 8 of them: with fewer of them the text was cut off.
-std::optional<unsigned int> FullId(std::string_view word);
+/// Whether `text` is `least` to `most` hex digits.
+bool AreHexDigits(std::string_view text, std::size_t least, std::size_t most);
+
+/// The number of hex digits, at most 8 of them.
+unsigned int HexNumber(std::string_view digits);
+
+/// The id with which `text` starts after blanks: 0x and 8 hex digits, or as many as `least` at least. None: with fewer digits
+/// the text was cut off, and more are no id.
+std::optional<unsigned int> LeadingId(std::string_view text, std::size_t least = 8);
 inline constexpr const char* kExpectedFullId = "expected an id: 0x and 8 hex digits";
 
+/// The 8 hex digits with which `text` starts after blanks, with or without 0x.
+std::optional<unsigned int> LeadingBareId(std::string_view text);
+inline constexpr const char* kExpectedBareId = "expected an id: 8 hex digits";
+
 inline std::optional<unsigned int> IdUnlessZero(unsigned int id) { return id == 0 ? std::nullopt : std::optional(id); }
+
+/// Whether `text` may precede what a tool printed: blanks, marks of quotes, or a time that was put before each line.
+bool IsMargin(std::string_view text);
 
 }  // namespace plddb::chain

@@ -20,11 +20,14 @@ Progress::~Progress() { Erase(); }
 
 void Progress::Next(const std::string& file) {
   ++file_;
+  const std::string name = Printable(std::filesystem::path(file).filename().string());
+  Show("loading " + (name.size() > kMostOfName ? name.substr(0, kMostOfName - 3) + "..." : name) + " (" +
+       std::to_string(file_) + " of " + std::to_string(files_) + ")...");
+}
+
+void Progress::Show(const std::string& line) {
   if (!write_ || now_() - start_ <= kPatience) return;
   Erase();
-  const std::string name = Printable(std::filesystem::path(file).filename().string());
-  const std::string line = "loading " + (name.size() > kMostOfName ? name.substr(0, kMostOfName - 3) + "..." : name) + " (" +
-                           std::to_string(file_) + " of " + std::to_string(files_) + ")...";
   write_(line);
   width_ = line.size();
 }

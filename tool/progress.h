@@ -21,6 +21,7 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
 
   void Next(const std::string& file);  ///< The next of the files is loaded from now on.
+  void Show(const std::string& line);  ///< Another line, once a second has passed.
 
  private:
   void Erase();

@@ -9,10 +9,19 @@
 
 namespace tool {
 
+namespace {
+
+constexpr std::size_t kLargestInput = std::size_t{1} << 26;  // without a limit /dev/zero would fill the memory
+
+}  // namespace
+
 std::string ReadAll(std::FILE* stream, const std::string& complaint) {
   std::string text;
   char block[4096];
-  while (const std::size_t size = std::fread(block, 1, sizeof block, stream)) text.append(block, size);
+  while (const std::size_t size = std::fread(block, 1, sizeof block, stream)) {
+    text.append(block, size);
+    if (text.size() > kLargestInput) throw Failure(complaint + ": larger than 64 MiB");
+  }
   if (std::ferror(stream)) throw Failure(complaint + ": " + std::strerror(errno));
   return text;
 }

@@ -6,10 +6,10 @@
 namespace tool {
 
 /// All that `stream` holds from here on. Throws Failure with `complaint` and the system's reason when it cannot be read to its
-/// end.
+/// end, or has more than 64 MiB.
 std::string ReadAll(std::FILE* stream, const std::string& complaint);
 
-/// All of standard input. Throws Failure when it cannot be read to its end.
+/// All of standard input. Throws Failure as ReadAll does.
 std::string ReadInput();
 
 /// Writes a command's whole answer to standard output. Throws Failure when it does not go there, such as on a full disk.

@@ -1,5 +1,6 @@
 // What UrJTAG's command detect prints.
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 
@@ -12,29 +13,33 @@ namespace {
 /// IR length: 14
 Taken TakeIrLength(const ScanLine& line, ScanReports& reports) {
   reports.StartReport();
-  reports.Current().irLength = LeadingNumber(FirstWord(line.after));
+  reports.Current().irLength = LeadingNumber(line.after);
   return kTaken;
 }
 
 /// Chain length: 2
 Taken TakeChainLength(const ScanLine& line, ScanReports& reports) {
   reports.StartReport();
-  reports.Current().deviceCount = LeadingNumber(FirstWord(line.after));
+  reports.Current().deviceCount = LeadingNumber(line.after);
   return kTaken;
 }
 
 /// Device Id: 00000110010101001000000010010011 (0x06548093)
+/// Device Id: 0000-0110010101001000-00001001001-1                 2005
 /// Device Id: not supported (bit 0 was not a 1)
 /// Some versions write 16 hex digits, and a BYPASS bit as an id of one bit.
 Taken TakeDeviceId(const ScanLine& line, ScanReports& reports) {
-  const std::string_view bits = FirstWord(line.after);
-  if (bits == "not" || bits == "0") {
+  if (LastWord(line.before) == "Found") return kNotMine;  // another tool
+  const std::string_view word = FirstWord(line.after);
+  if (word == "not" || word == "0") {
     reports.Add({});
     return kTaken;
   }
+  std::string bits(word);
+  bits.erase(std::remove(bits.begin(), bits.end(), '-'), bits.end());
   unsigned int id = 0;
   const bool isId = bits.size() == 32 && std::from_chars(bits.data(), bits.data() + 32, id, 2).ptr == bits.data() + 32;
-  if (!isId) return Wrong(bits, "expected the 32 bits of an id");
+  if (!isId) return Wrong(word, "expected the 32 bits of an id");
   reports.Add({"", id});
   return kTaken;
 }
@@ -42,11 +47,12 @@ Taken TakeDeviceId(const ScanLine& line, ScanReports& reports) {
 constexpr LineKind kKinds[] = {
     {"IR length: ", TakeIrLength},
     {"Chain length: ", TakeChainLength},
-    {"Device Id: ", TakeDeviceId},
+    {"Device Id:", TakeDeviceId},
+    {"Device ID:", TakeDeviceId},
 };
 
 }  // namespace
 
-const ScanFormat kUrJtag = {"UrJTAG detect", End::kTdo, true, true, kKinds, std::size(kKinds)};
+const ScanFormat kUrJtag = {"UrJTAG detect", "UrJTAG", End::kTdo, true, true, false, false, kKinds, std::size(kKinds)};
 
 }  // namespace plddb::chain

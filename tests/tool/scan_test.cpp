@@ -44,7 +44,7 @@ TEST(Scan, RecognisesWhatEachToolPrintsAndInWhichDirection) {
     const char* first_line;
     Texts ids;  // empty: no IDCODE there
   } cases[] = {
-      {"openocd_log.txt", "Scan: OpenOCD log, 3 TAPs, nearest TDO first", {"0x4BA00477", "0x06E5E093", "0x59604093"}},
+      {"openocd_log.txt", "Scan: OpenOCD log, 3 TAPs, nearest TDO first", {"0x4BAFF477", "0x06E5E093", "0x59604093"}},
       {"openocd_log_bypass.txt", "Scan: OpenOCD log, 3 TAPs, nearest TDO first", {"0x0362D093", "", "0x59604093"}},
       {"openocd_unexpected.txt", "Scan: OpenOCD log, 2 TAPs, nearest TDO first", {"0x0362D093", "0x59604093"}},
       {"openocd_debug.txt", "Scan: OpenOCD log, 2 TAPs, nearest TDO first", {"0x0362D093", "0x59604093"}},
@@ -54,13 +54,13 @@ TEST(Scan, RecognisesWhatEachToolPrintsAndInWhichDirection) {
        {"0x0362D093", "", "0x59604093"}},  // without the TAP that is disabled
       {"openocd_log_and_table.txt", "Scan: OpenOCD log, 3 TAPs, nearest TDO first", {"0x0362D093", "", "0x59604093"}},
       {"urjtag_detect.txt", "Scan: UrJTAG detect, 3 TAPs, nearest TDO first", {"0x0362D093", "0x06E5E093", "0x59604093"}},
-      {"urjtag_bypass.txt", "Scan: UrJTAG detect, 3 TAPs, nearest TDO first", {"0x4BA00477", "", "0x59604093"}},
+      {"urjtag_bypass.txt", "Scan: UrJTAG detect, 3 TAPs, nearest TDO first", {"0x4BAFF477", "", "0x59604093"}},
       {"openfpgaloader_detect.txt",
        "Scan: openFPGALoader --detect, 3 TAPs, nearest TDI first",
-       {"0x09604093", "0x4BA00477", "0x0362D093"}},
+       {"0x09604093", "0x4BAFF477", "0x0362D093"}},
       {"openfpgaloader_no_index.txt", "Scan: openFPGALoader --detect, 1 TAP, nearest TDI first", {"0x0362D093"}},
       {"openfpgaloader_unknown.txt", "Scan: openFPGALoader error, 1 TAP, nearest TDO first", {"0x12345677"}},
-      {"bare_ids.txt", "Scan: bare ids, 3 TAPs, nearest TDO first", {"0x0362D093", "0x4BA00477", "0x59604093"}},
+      {"bare_ids.txt", "Scan: bare ids, 3 TAPs, nearest TDO first", {"0x0362D093", "0x4BAFF477", "0x59604093"}},
   };
   for (const auto& c : cases) {
     const ToolRun text = RunTool({"identify", "--scan", kScans + c.file});
@@ -139,9 +139,13 @@ TEST(Scan, TakesTheLastOfSeveralReportsAndSaysSo) {
     Texts ids;
     const char* note;
   } cases[] = {
-      {a + a, {"0x59604093", "0x0362D093"}, "  the text shows the chain 2 times in this format; all agree\n"},
-      {a + b, {"0x06E5E093"}, "  the text shows the chain 2 times in this format; they differ, and the last was taken\n"},
-      {b + a + a, {"0x59604093", "0x0362D093"}, "  the text shows the chain 3 times in this format; they differ, and the last"},
+      {a + "x\n" + a, {"0x59604093", "0x0362D093"}, "  the text shows the chain 2 times in this format; all agree\n"},
+      {a + "x\n" + b,
+       {"0x06E5E093"},
+       "  the text shows the chain 2 times in this format; they differ, and the last was taken\n"},
+      {b + "x\n" + a + "x\n" + a,
+       {"0x59604093", "0x0362D093"},
+       "  the text shows the chain 3 times in this format; they differ, and the last"},
       {table + b, {"0x06E5E093"}, "  the text also holds another chain: OpenOCD scan_chain table\n"},
       {a + table, {"0x59604093", "0x0362D093"}, nullptr},
       {table + table, {"0x59604093", "0x0362D093"}, "2 times in this format; all agree\n"},
@@ -164,23 +168,23 @@ TEST(Scan, TakesTheLastOfSeveralReportsAndSaysSo) {
 
 TEST(Scan, TellsWhatItsIrLengthsSay) {
   const std::string known = "Device Id: 01011001011000000100000010010011 (0x59604093)\n";
-  const std::string foreign = "Device Id: 01001011101000000000010001110111 (0x4BA00477)\n";
+  const std::string foreign = "Device Id: 01001011101011110000010001110111 (0x4BAFF477)\n";
   const struct {
     std::string text;
     const char* note;
   } cases[] = {
       {"IR length: 12\nChain length: 2\n" + known + foreign,
-       "  the scan says that the chain has IR length 12, which leaves 4: --ir 1=4\n"},
+       "  the scan shows that the chain has IR length 12, which leaves 4: --ir 1=4\n"},
       {"IR length: 12\nChain length: 1\n" + known,
-       "  the scan says that the chain has IR length 12, but the known lengths sum up to 8\n"},
+       "  the scan shows that the chain has IR length 12, but the known lengths sum up to 8\n"},
       {"IR length: 8\nChain length: 2\n" + known + foreign,
-       "  the scan says that the chain has IR length 8, but the known lengths sum up to 8\n"},
+       "  the scan shows that the chain has IR length 8, but the known lengths sum up to 8\n"},
       {"IR length: 8\nChain length: 2\n" + known, "  the tool counts 2 devices, the text shows 1\n"},
-      {" 0 a.tap Y 0x4ba00477 0x00000000 4 0x01 0x03\n",
-       "  position 0: the scan says IR length 4, perhaps a guess; take it with --ir 0=4\n"},
-      {" 0 a.tap Y 0x59604093 0x00000000 5 0x01 0x03\n", "  position 0: the scan says IR length 5, but XC9572XL has 8\n"},
+      {" 0 auto0.tap Y 0x4baff477 0x00000000 4 0x01 0x03\n",
+       "  position 0: the scan shows IR length 4, perhaps a guess; take it with --ir 0=4 or --trust-ir\n"},
+      {" 0 a.tap Y 0x59604093 0x00000000 5 0x01 0x03\n", "  position 0: the scan shows IR length 5, but XC9572XL has 8\n"},
       {" 0 a.tap Y 0x0484a093 0x00000000 5 0x01 0x03\n",
-       "  position 0: the scan says IR length 5, but XCKU9P has 6; XCR3064XL has 5\n"},
+       "  position 0: the scan shows IR length 5, but XCKU9P has 6; XCR3064XL has 5\n"},
   };
   for (const auto& c : cases) {
     const ToolRun text = Scan(c.text);
@@ -216,8 +220,9 @@ TEST(Scan, SaysNothingOfLengthsThatAgree) {
 
 TEST(Scan, WithoutAReadableIdIsRefusedWithItsPlace) {
   const std::string nothing =
-      "no chain in this text; expected what OpenOCD (its log or scan_chain), UrJTAG (detect) or openFPGALoader (--detect) "
-      "prints, or ids, one per line";
+      "no chain in this text; expected what OpenOCD (its log or scan_chain), UrJTAG (detect), openFPGALoader (--detect), "
+      "xc3sprog, jtagconfig, xsdb (jtag targets), J-Link Commander, probe-rs, Glasgow (jtag-probe), djtgcfg (init) or iMPACT "
+      "(batch log) prints, or ids, one per line";
   const std::string eight = "expected an id: 0x and 8 hex digits";
   const struct {
     std::string text;

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -10,7 +12,9 @@
 
 #include "command.h"
 #include "device_text.h"
+#include "identify/expect.h"
 #include "identify/output.h"
+#include "progress.h"
 #include "shared_options.h"
 #include "standard_streams.h"
 
@@ -23,35 +27,39 @@ constexpr const char* kFooter =
 a comment and blank lines are skipped.
 
 --scan reads what a scanning tool printed, in its order: OpenOCD's log or scan_chain table, UrJTAG's detect
-(both nearest TDO first), openFPGALoader's --detect (nearest TDI first), or ids, one per line. Of several
-reports in a text the last is taken, and OpenOCD's log rather than its table.
+(both nearest TDO first), openFPGALoader's --detect, xc3sprog, xsdb's jtag targets (nearest TDI first),
+jtagconfig, J-Link Commander, probe-rs, Glasgow's jtag-probe, djtgcfg init, iMPACT's batch log (their order is
+not documented: "as printed"), or ids, one per line. --order states the order where it is known better. Of
+several reports in a text the last is taken, and OpenOCD's log rather than its table.
 
 The answer is the first device that matches, in the order of the databases and of their devices. Where
 more than one matches, the device is marked with * and all of them are listed, the most exact first; their
 IR lengths often tell which one it is.
 
-The fields of an unknown id are split, the manufacturer is named where a described device has the same one
-(banks are counted from 0), and devices of the same part or one bit apart are named. A chain with an
-unknown TAP works only when its IR length is known: give it with --ir.
+The fields of an unknown id are split, its maker is named (banks are counted from 0), and devices of the same
+part or one bit apart; an id that was read one bit late or early, reversed or swapped is recognised. A chain
+with an unknown TAP works only when its IR length is known: a length that OpenOCD verified is used, any other
+is given with --ir, or taken from the scan with --trust-ir.
 
---format openocd writes the chain for OpenOCD's configuration, nearest TDO first. tsv has a head line and a
-line for each position. Notes go to standard error with tsv and json.
+--format openocd writes the chain for OpenOCD's configuration, nearest TDO first; svg draws it. tsv has a head
+line and a line for each position. Notes go to standard error with tsv, json and svg.
 
-Exit code: 0 when every id is identified, 1 when some id is unknown, 2 for wrong usage or data that
-cannot be read.
+--expect compares the chain with names, ordering numbers or families, position by position.
+
+Exit code: 0 when every id is identified, 1 when some id is unknown, or when the chain is not the expected
+one, 2 for wrong usage or data that cannot be read.
 
 Example: plddb identify 0x59604093 0x4BA00477 0x0362D093
-         openocd -f board.cfg 2>&1 | plddb identify --scan - --format openocd)";
+         openocd -f board.cfg 2>&1 | plddb identify --scan - --format openocd
+         plddb identify --scan log.txt --expect XC9572XL,"Arm debug ports",Artix-7)";
 
 constexpr struct {
   const char* name;
-  std::string (*output)(const IdentifiedChain& identified);
-  bool shows_notes;
+  void (*write)(const IdentifiedChain& identified, Output& output);
+  bool showsNotes;
 } kFormats[] = {
-    {"text", TextOutput, true},
-    {"tsv", TsvOutput, false},
-    {"json", JsonOutput, false},
-    {"openocd", OpenOcdOutput, true},
+    {"text", TextOutput, true},       {"tsv", TsvOutput, false}, {"json", JsonOutput, false},
+    {"openocd", OpenOcdOutput, true}, {"svg", SvgOutput, false},
 };
 
 struct Options {
@@ -60,8 +68,11 @@ struct Options {
   std::string format = "text";
   bool json = false;
   std::string scan;
+  std::string order;
+  std::string expected;
+  bool trustsIrLengths = false;
   std::vector<std::string> ids;
-  std::vector<std::string> ir_lengths;
+  std::vector<std::string> irLengths;
 };
 
 std::string More(std::size_t count) { return count == 0 ? "" : "\nand " + std::to_string(count) + " more"; }
@@ -137,27 +148,57 @@ void GiveIrLengths(Chain& chain, const std::vector<std::string>& texts) {
 }
 
 void Write(const IdentifiedChain& identified, const std::string& format) {
-  const auto has_name = [&](const auto& row) { return row.name == format; };
-  const auto* const chosen = std::find_if(std::begin(kFormats), std::end(kFormats), has_name);
-  WriteOutput(chosen->output(identified));
-  if (chosen->shows_notes) return;
+  const auto hasName = [&](const auto& row) { return row.name == format; };
+  const auto* const chosen = std::find_if(std::begin(kFormats), std::end(kFormats), hasName);
+  Output output;
+  chosen->write(identified, output);
+  output.Flush();
+  if (chosen->showsNotes) return;
   for (const std::string& note : Notes(identified)) WriteMessage("plddb: warning: " + note + "\n");
 }
 
+/// Identifies all TAPs of the scan; shows how far it is on a terminal.
+Chain IdentifyAll(plddb::chain::DeviceFinder& finder, const Scan& scan, bool trustsIrLengths) {
+  constexpr std::size_t often = 1 << 14;
+  Progress progress(0, isatty(STDERR_FILENO) == 1 ? WriteMessage : nullptr);
+  Chain chain;
+  chain.reserve(scan.taps.size());
+  for (const ScannedTap& tap : scan.taps) {
+    chain.push_back(finder.Identify(tap, trustsIrLengths));
+    if (chain.size() % often != 0) continue;
+    progress.Show("identifying (" + std::to_string(chain.size()) + " of " + std::to_string(scan.taps.size()) + ")...");
+  }
+  return chain;
+}
+
+ExitCode Answer(const IdentifiedChain& identified, const Options& options) {
+  if (!options.expected.empty()) {
+    Output output;
+    const bool agrees = CompareWithExpected(identified, ExpectedNames(options.expected), output);
+    output.Flush();
+    return agrees ? ExitCode::kFound : ExitCode::kNotFound;
+  }
+  Write(identified, options.json ? "json" : options.format);
+  const auto isKnown = [](const ChainPosition& position) { return position.Match() != nullptr; };
+  const bool allKnown = std::all_of(identified.chain.begin(), identified.chain.end(), isKnown);
+  return allKnown ? ExitCode::kFound : ExitCode::kNotFound;
+}
+
 ExitCode RunIdentify(const Options& options) {
-  if (options.format == "openocd" && options.comm == "ISP")
+  if (options.format == "openocd" && options.comm == "ISP") {
     throw WrongUsage("--format openocd: ISP identifiers are no IDCODEs");
-  const Scan scan = ReadChain(options);
+  }
+  if (!options.expected.empty()) ExpectedNames(options.expected);  // before anything is read
+  Scan scan = ReadChain(options);
+  if (!options.order.empty()) scan.nearest = options.order == "tdo" ? End::kTdo : End::kTdi;
   const std::vector<Database>& databases = LoadDatabases(options.databases);
   std::vector<const DeviceList*> lists;
+  lists.reserve(databases.size());
   for (const Database& database : databases) lists.push_back(database.devices.get());
   plddb::chain::DeviceFinder finder(lists, options.comm);
-  IdentifiedChain identified = {databases, finder, options.comm, scan, {}};
-  for (const ScannedTap& tap : scan.taps) identified.chain.push_back(finder.Identify(tap.id));
-  GiveIrLengths(identified.chain, options.ir_lengths);
-  Write(identified, options.json ? "json" : options.format);
-  const bool all_known = std::all_of(identified.chain.begin(), identified.chain.end(), [](const auto& p) { return p.Match(); });
-  return all_known ? ExitCode::kFound : ExitCode::kNotFound;
+  Chain chain = IdentifyAll(finder, scan, options.trustsIrLengths);
+  GiveIrLengths(chain, options.irLengths);
+  return Answer({databases, finder, options.comm, std::move(scan), std::move(chain)}, options);
 }
 
 void AddInput(Subcommand subcommand, Options& options) {
@@ -168,18 +209,28 @@ void AddInput(Subcommand subcommand, Options& options) {
       .NotEmpty()
       .Excludes(ids);
   subcommand
-      .Add("--ir", options.ir_lengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
+      .Add("--ir", options.irLengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
       .Type("POSITION=LENGTH")
       .OneValueEach();
+  subcommand.AddFlag("--trust-ir", options.trustsIrLengths, "Use the IR lengths of the scan even where they may be guesses");
+  subcommand.Add("--order", options.order, "Which end of the chain comes first, whatever the tool's order is")
+      .Type("tdo|tdi")
+      .OneOf({"tdo", "tdi"});
 }
 
 void AddForm(Subcommand subcommand, Options& options) {
   std::vector<std::string> names;
   for (const auto& format : kFormats) names.emplace_back(format.name);
   const Option format = subcommand.Add("--format", options.format, "What to write (default text)");
-  format.Type("text|tsv|json|openocd").OneOf(names);
-  subcommand.AddFlag("--json", options.json, "The same as --format json: an array of {position, id, match, candidates, ...}")
-      .Excludes(format);
+  format.Type("text|tsv|json|openocd|svg").OneOf(names);
+  const Option json = subcommand.AddFlag("--json", options.json,
+                                         "The same as --format json: an array of {position, id, match, candidates, ...}");
+  json.Excludes(format);
+  subcommand.Add("--expect", options.expected, "Compare the chain with names, ordering numbers or families, in its order")
+      .Type("NAME,NAME,...")
+      .NotEmpty()
+      .Excludes(format)
+      .Excludes(json);
 }
 
 }  // namespace

@@ -12,6 +12,21 @@ Json DeviceAsJson(const DeviceInfo& device) {
           {"irLength", NumberOrNull(device.GetIRLength())}};
 }
 
+/// "0x09", or what the family's description has; null where it is not known.
+Json KnownOrNull(const std::string& text) { return text == "-" ? Json(nullptr) : Json(text); }
+
+/// The device that was taken, with what is needed to talk to it.
+Json MatchAsJson(const DeviceInfo& device) {
+  Json match = DeviceAsJson(device);
+  match["idcodeInstruction"] = KnownOrNull(IdCodeInstruction(device));
+  match["bypassInstruction"] = KnownOrNull(BypassInstruction(device));
+  match["packages"] = PackageTypeList(device);
+  match["vendor"] = TextOrNull(device.GetVendor());
+  match["neighbour"] = IsNeighbour(device);
+  match["hint"] = HintOn(device).empty() ? Json(nullptr) : Json(HintOn(device));
+  return match;
+}
+
 Json CodeNames(const std::vector<Candidate>& candidates) {
   Json names = Json::array();
   for (const Candidate& candidate : candidates) {
@@ -46,52 +61,90 @@ Json Nearest(const IdentifiedChain& identified, unsigned int id) {
   return nearest;
 }
 
-/// What can be said of an id that nobody answers to; null for a known one.
+Json MisreadAsJson(const IdentifiedChain& identified, std::optional<unsigned int> id) {
+  const auto misread = id ? identified.finder.MisreadOf(*id) : std::nullopt;
+  if (!misread) return nullptr;
+  Json one = DeviceAsJson(*misread->device);
+  one["id"] = IdText(misread->id);
+  one["file"] = FileOf(identified, misread->database);
+  one["how"] = misread->how;
+  return one;
+}
+
+Json Manufacturer(const IdcodeFields& fields, const char* vendor) {
+  return {{"field", Hex(fields.manufacturer, 3)},
+          {"bank", fields.bank},
+          {"code", Hex(fields.code, 2)},
+          {"maker", MakerText(fields.manufacturer)},
+          {"vendor", TextOrNull(vendor)}};
+}
+
+/// An explanation of an id that nobody answers to; null for a known one.
 Json Unknown(const IdentifiedChain& identified, const ChainPosition& position) {
   if (position.Match() != nullptr) return nullptr;
   const IdKind& kind = KindOf(identified.comm, position.id);
-  Json unknown = {{"kind", kind.name}, {"meaning", kind.meaning}};
+  Json unknown = {{"kind", kind.name}, {"meaning", kind.meaning}, {"misread", MisreadAsJson(identified, position.id)}};
   if (!kind.isIdcode) return unknown;
   const IdcodeFields fields = SplitIdcode(*position.id);
   const char* const vendor = identified.finder.VendorOf(fields.manufacturer);
   unknown["version"] = Hex(fields.version, 1);
   unknown["part"] = Hex(fields.part, 4);
-  unknown["manufacturer"] = {{"field", Hex(fields.manufacturer, 3)},
-                             {"bank", fields.bank},
-                             {"code", Hex(fields.code, 2)},
-                             {"vendor", TextOrNull(vendor)}};
+  unknown["manufacturer"] = Manufacturer(fields, vendor);
   unknown["nearest"] = Nearest(identified, *position.id);
   unknown["stub"] = DescriptionStub(*position.id, vendor, position.IrLength(), "");
   return unknown;
 }
 
+Json Nearest(End nearest) {
+  if (nearest == End::kAsPrinted) return nullptr;
+  return nearest == End::kTdo ? "TDO" : "TDI";
+}
+
 Json Scanned(const Scan& scan, const ScannedTap& tap) {
   if (scan.format.empty()) return nullptr;
   return {{"format", scan.format},
-          {"nearest", scan.nearest == End::kTdo ? "TDO" : "TDI"},
+          {"nearest", Nearest(scan.nearest)},
           {"name", tap.name.empty() ? Json(nullptr) : Json(tap.name)},
-          {"irLength", NumberOrNull(tap.irLength)}};
+          {"irLength", NumberOrNull(tap.irLength)},
+          {"irLengthIsGuess", tap.irLength != 0 && tap.irLengthIsGuess}};
 }
 
+/// All of an element but its position, which is the first of its members.
 Json PositionAsJson(const IdentifiedChain& identified, std::size_t i) {
   const ChainPosition& position = identified.chain[i];
-  return {{"position", i},
-          {"id", position.id ? Json(IdText(*position.id)) : Json(nullptr)},
-          {"match", position.Match() == nullptr ? Json(nullptr) : DeviceAsJson(*position.Match())},
+  const Scan& scan = identified.scan;
+  return {{"id", position.id ? Json(IdText(*position.id)) : Json(nullptr)},
+          {"kind", KindText(identified, position)},
+          {"match", position.Match() == nullptr ? Json(nullptr) : MatchAsJson(*position.Match())},
           {"candidates", CodeNames(position.Candidates())},
           {"ambiguous", position.IsAmbiguous()},
           {"ranked", RankedCandidates(identified, position)},
           {"irLength", NumberOrNull(position.IrLength())},
           {"unknown", Unknown(identified, position)},
-          {"scan", Scanned(identified.scan, identified.scan.taps[i])}};
+          {"order", OrderText(scan.nearest)},
+          {"tool", scan.tool.empty() ? Json(nullptr) : Json(scan.tool)},
+          {"scan", Scanned(scan, scan.taps[i])}};
+}
+
+/// The members of an element as ToText would write them in an array, up to its closing brace.
+std::string MembersText(const Json& element) {
+  std::string text = ToText(element);
+  text.pop_back();  // its line end
+  for (std::size_t at = 0; (at = text.find('\n', at)) != text.npos; at += 3) text.insert(at + 1, "  ");
+  return text.substr(2);  // without the opening brace and the line end
 }
 
 }  // namespace
 
-std::string JsonOutput(const IdentifiedChain& identified) {
-  Json positions = Json::array();
-  for (std::size_t i = 0; i < identified.chain.size(); ++i) positions.push_back(PositionAsJson(identified, i));
-  return ToText(positions);
+void JsonOutput(const IdentifiedChain& identified, Output& output) {
+  AnswerTexts texts;
+  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
+    const auto members = [&] { return MembersText(PositionAsJson(identified, i)); };
+    output << (i == 0 ? "[\n  {\n    \"position\": " : ",\n  {\n    \"position\": ");
+    output << std::to_string(i) + ",\n";
+    output << texts.Of(identified.chain[i], identified.scan.taps[i], members);
+  }
+  output << (identified.chain.empty() ? "[]\n" : "\n]\n");
 }
 
 }  // namespace tool

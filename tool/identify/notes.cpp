@@ -21,14 +21,19 @@ std::string OtherOfLength(const ChainPosition& position, unsigned long length) {
   return "";
 }
 
-/// That a match means little, since hardly any bits were compared.
+/// Notes a match that rests on 8 bits only.
 void AddLowByteNote(std::size_t i, const ChainPosition& position, std::vector<std::string>& notes) {
   if (position.Candidates().empty() || !position.Candidates().front().onlyLowByte) return;
-  notes.push_back(At(i) + DeviceName(*position.Match()) + " answers by the low byte of its ISP identifier only (DUAL)");
+  notes.push_back(At(i) + DeviceName(*position.Match()) +
+                  " answers by the low byte of its ISP identifier only (DUAL), which is hardly evidence");
 }
 
-/// What the scan or the user says of a TAP's IR length, where it is not what the description says, or where only the scan
-/// knows.
+void AddHint(std::size_t i, const ChainPosition& position, std::vector<std::string>& notes) {
+  const std::string hint = position.Match() == nullptr ? "" : HintOn(*position.Match());
+  if (!hint.empty()) notes.push_back(At(i) + DeviceName(*position.Match()) + ": " + hint);
+}
+
+/// Notes an IR length of the scan or of the user that is not the described one, or that only the scan knows.
 void AddLengthNotes(std::size_t i, const ChainPosition& position, const ScannedTap& tap, std::vector<std::string>& notes) {
   const unsigned long described = position.Match() == nullptr ? 0 : position.Match()->GetIRLength();
   const auto differs = [&](const std::string& who, unsigned long length) {
@@ -36,15 +41,15 @@ void AddLengthNotes(std::size_t i, const ChainPosition& position, const ScannedT
                     std::to_string(described) + OtherOfLength(position, length));
   };
   if (position.IrLength() == 0 && tap.irLength != 0) {
-    notes.push_back(At(i) + "the scan says IR length " + std::to_string(tap.irLength) + ", perhaps a guess; take it with " +
-                    Give(i, tap.irLength));
+    notes.push_back(At(i) + "the scan shows IR length " + std::to_string(tap.irLength) + ", perhaps a guess; take it with " +
+                    Give(i, tap.irLength) + " or --trust-ir");
   }
   if (described == 0) return;
-  if (tap.irLength != 0 && tap.irLength != described) differs("the scan says", tap.irLength);
+  if (tap.irLength != 0 && tap.irLength != described) differs("the scan shows", tap.irLength);
   if (position.givenIrLength != 0 && position.givenIrLength != described) differs("--ir gives", position.givenIrLength);
 }
 
-/// What the length of the whole chain says, where the tool measured it: it settles one missing length.
+/// Compares the lengths with that of the whole chain, where the tool measured it: it settles one missing length.
 void AddTotalNotes(const IdentifiedChain& identified, std::vector<std::string>& notes) {
   unsigned long known = 0;
   std::vector<std::size_t> missing;
@@ -53,28 +58,24 @@ void AddTotalNotes(const IdentifiedChain& identified, std::vector<std::string>& 
     if (identified.chain[i].IrLength() == 0) missing.push_back(i);
   }
   const unsigned long measured = identified.scan.irLength;
-  const std::string scan_says = "the scan says that the chain has IR length " + std::to_string(measured);
+  const std::string measuredText = "the scan shows that the chain has IR length " + std::to_string(measured);
   if (measured == 0) return;
   if (missing.size() == 1 && known < measured) {
-    notes.push_back(scan_says + ", which leaves " + std::to_string(measured - known) + ": " +
+    notes.push_back(measuredText + ", which leaves " + std::to_string(measured - known) + ": " +
                     Give(missing[0], measured - known));
   } else if (missing.empty() ? known != measured : known >= measured) {
-    notes.push_back(scan_says + ", but the known lengths sum up to " + std::to_string(known));
+    notes.push_back(measuredText + ", but the known lengths sum up to " + std::to_string(known));
   }
 }
 
 }  // namespace
-
-std::string ScanText(const Scan& scan) {
-  const std::string taps = scan.taps.size() == 1 ? "1 TAP" : std::to_string(scan.taps.size()) + " TAPs";
-  return scan.format + ", " + taps + ", nearest " + (scan.nearest == End::kTdo ? "TDO" : "TDI") + " first";
-}
 
 std::vector<std::string> Notes(const IdentifiedChain& identified) {
   std::vector<std::string> notes = identified.scan.notes;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
     AddLowByteNote(i, identified.chain[i], notes);
     AddLengthNotes(i, identified.chain[i], identified.scan.taps[i], notes);
+    AddHint(i, identified.chain[i], notes);
   }
   AddTotalNotes(identified, notes);
   return notes;

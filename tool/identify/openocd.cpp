@@ -8,17 +8,19 @@
 namespace tool {
 namespace {
 
-/// `text` as a word of OpenOCD's language that needs no quotes, in small letters as names of TAPs are.
+/// `text` as a word of OpenOCD's language that needs no quotes, in lower case as names of TAPs are.
 std::string TclWord(const std::string& text) {
   std::string word;
   for (const char c : text) {
-    const bool is_plain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    word += is_plain ? static_cast<char>(std::tolower(c)) : '_';
+    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    if (!isPlain && (word.empty() || word.back() == '_')) continue;
+    word += isPlain ? static_cast<char>(std::tolower(c)) : '_';
   }
-  return word;
+  while (!word.empty() && word.back() == '_') word.pop_back();
+  return word.empty() ? "tap" : word;
 }
 
-/// The names that are taken, each with the last number behind it that is.
+/// The names that are taken, each with the last number after it that is.
 using TakenNames = std::map<std::string, int>;
 
 /// "xc7a35t", and "xc7a35t_2" where that is taken.
@@ -34,7 +36,7 @@ std::string TapName(const ChainPosition& position, std::size_t number) {
   return position.Match() == nullptr ? "unknown" + std::to_string(number) : TclWord(DeviceName(*position.Match()));
 }
 
-/// A comment runs to the end of its line, unless a backslash stands there: what is told ends in something else.
+/// A comment runs to the end of its line, and on to the next one after a backslash, which is replaced.
 std::string Comment(const std::string& text) {
   std::string line = "# " + text;
   std::replace(line.begin(), line.end(), '\\', '/');
@@ -51,13 +53,22 @@ std::string Others(const ChainPosition& position, std::size_t number) {
   return Comment(text);
 }
 
-/// What OpenOCD shall read there. Nothing where there is no IDCODE: it would compare 0, or a BYPASS bit and what follows it.
-/// In the access mode DUAL even such an id may have a match, by its low byte.
+/// Whether the match leaves out the version: another revision of the die is the same device.
+bool IgnoresVersion(const IdentifiedChain& identified, const ChainPosition& position) {
+  constexpr unsigned int versionBits = 0xF0000000;
+  if (!identified.scan.hasVersions) return true;
+  if (position.Match() == nullptr) return false;
+  const Candidate& match = position.Candidates().front();
+  return !match.onlyLowByte && (match.bits & versionBits) == 0;
+}
+
+/// The id that OpenOCD should read there. None where there is no IDCODE: it would compare 0, or a BYPASS bit and what follows
+/// it. In the access mode DUAL even such an id may have a match, by its low byte.
 std::string ExpectedId(const IdentifiedChain& identified, const ChainPosition& position) {
   if (!KindOf(identified.comm, position.id).isIdcode) return "";
   std::string id = IdText(*position.id);
   std::transform(id.begin(), id.end(), id.begin(), [](char c) { return static_cast<char>(std::tolower(c)); });
-  return " -expected-id " + id + (identified.scan.hasVersions ? "" : " -ignore-version");
+  return " -expected-id " + id + (IgnoresVersion(identified, position) ? " -ignore-version" : "");
 }
 
 std::string NewTap(const IdentifiedChain& identified, std::size_t number, TakenNames& taken) {
@@ -75,20 +86,30 @@ std::string Head(const IdentifiedChain& identified) {
   return scan + (open.empty() ? "" : Comment("Not whole: the IR length is not known at " + open + "."));
 }
 
+/// What a reader has to know of the order of the lines.
+std::string OrderComment(End nearest) {
+  switch (nearest) {
+    case End::kTdo:
+      return "";
+    case End::kTdi:
+      return Comment("The lines are in the order nearest TDO first: the last position is the first line.");
+    case End::kAsPrinted:
+      break;
+  }
+  return Comment("The order of the scan is not known and taken as nearest TDO first; --order tdi turns it round.");
+}
+
 }  // namespace
 
-std::string OpenOcdOutput(const IdentifiedChain& identified) {
-  std::string text = Head(identified);
-  for (const std::string& note : Notes(identified)) text += Comment(note);
-  if (identified.scan.nearest == End::kTdi) {
-    text += Comment("The lines stand nearest TDO first: the last position is the first line.");
-  }
+void OpenOcdOutput(const IdentifiedChain& identified, Output& output) {
+  output << Head(identified);
+  for (const std::string& note : Notes(identified)) output << Comment(note);
+  output << OrderComment(identified.scan.nearest);
   TakenNames taken;
   const std::size_t size = identified.chain.size();
   for (std::size_t i = 0; i < size; ++i) {
-    text += NewTap(identified, identified.scan.nearest == End::kTdo ? i : size - 1 - i, taken);
+    output << NewTap(identified, identified.scan.nearest == End::kTdi ? size - 1 - i : i, taken);
   }
-  return text;
 }
 
 }  // namespace tool

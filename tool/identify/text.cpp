@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <unordered_map>
 
 #include "colour.h"
 #include "device_text.h"
@@ -14,20 +15,33 @@ std::string IrLengthOrDash(const ChainPosition& position) {
   return position.IrLength() == 0 ? "-" : std::to_string(position.IrLength());
 }
 
-std::string DeviceTable(const Chain& chain) {
-  std::vector<Row> rows = {{"position", "id", "device", "family", "IR length", "IDCODE", "BYPASS", "packages"}};
-  for (std::size_t i = 0; i < chain.size(); ++i) {
-    Row row = {std::to_string(i), IdOrDash(chain[i])};
-    if (const DeviceInfo* const device = chain[i].Match()) {
-      row.insert(row.end(),
-                 {DeviceName(*device) + (chain[i].IsAmbiguous() ? Painted(Paint::kMark, " *") : ""), FamilyName(*device),
-                  IrLengthOrDash(chain[i]), IdCodeInstruction(*device), BypassInstruction(*device), PackageTypes(*device)});
-    } else {
-      row.insert(row.end(), {Painted(Paint::kMark, "unknown"), "-", IrLengthOrDash(chain[i]), "-", "-", "-"});
-    }
-    rows.push_back(std::move(row));
+/// All cells of a position but the first.
+Row CellsOf(const ChainPosition& position) {
+  const DeviceInfo* const device = position.Match();
+  if (device == nullptr) {
+    return {IdOrDash(position), Painted(Paint::kMark, "unknown"), "-", IrLengthOrDash(position), "-", "-", "-"};
   }
-  return AlignedTable(rows);
+  return {IdOrDash(position),         DeviceName(*device) + (position.IsAmbiguous() ? Painted(Paint::kMark, " *") : ""),
+          FamilyName(*device),        IrLengthOrDash(position),
+          IdCodeInstruction(*device), BypassInstruction(*device),
+          PackageTypes(*device)};
+}
+
+/// A row for each position. The rows of equal answers differ in the number alone, and are made once.
+void DeviceTable(const Chain& chain, Output& output) {
+  std::vector<Row> rows = {{"id", "device", "family", "IR length", "IDCODE", "BYPASS", "packages"}};
+  std::unordered_map<std::uint64_t, std::size_t> rowOf;
+  for (const ChainPosition& position : chain) {
+    if (rowOf.try_emplace(AnswerKey(position), rows.size()).second) rows.push_back(CellsOf(position));
+  }
+  const std::vector<std::string> lines = AlignedLines(rows);
+  const std::string head = "position";
+  const std::size_t width = std::max(head.size(), std::to_string(chain.size() - 1).size()) + 2;
+  const auto padded = [&](std::string text) { return text.append(width - text.size(), ' '); };
+  output << padded(head) + lines[0] + "\n";
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    output << padded(std::to_string(i)) + lines[rowOf[AnswerKey(chain[i])]] + "\n";
+  }
 }
 
 // --- The length of the chain ------------------------------------------------------------------------------------------------
@@ -43,8 +57,9 @@ bool CandidatesDifferInIrLength(const ChainPosition& position) {
 
 /// "--ir 0=LENGTH --ir 2=LENGTH".
 std::string MissingOptions(const Chain& chain) {
+  constexpr std::size_t most = 2000;  // characters: nobody types more
   std::string options;
-  for (std::size_t i = 0; i < chain.size(); ++i) {
+  for (std::size_t i = 0; i < chain.size() && options.size() < most; ++i) {
     if (HasNoIrLength(chain[i])) options += (options.empty() ? "--ir " : " --ir ") + std::to_string(i) + "=LENGTH";
   }
   return options;
@@ -63,11 +78,18 @@ std::string TotalIrLength(const Chain& chain) {
 
 // --- Unknown ids ------------------------------------------------------------------------------------------------------------
 
-std::string FieldsText(unsigned int id, const char* vendor) {
+std::string FieldsText(unsigned int id) {
   const IdcodeFields fields = SplitIdcode(id);
   return "version " + Hex(fields.version, 1) + ", part number " + Hex(fields.part, 4) + ", manufacturer " +
          Hex(fields.manufacturer, 3) + " (bank " + std::to_string(fields.bank) + ", code " + Hex(fields.code, 2) +
-         "): " + (vendor == nullptr ? "of no device in the descriptions" : TextOrDash(vendor));
+         "): " + MakerText(fields.manufacturer);
+}
+
+std::string MisreadText(const IdentifiedChain& identified, unsigned int id) {
+  const auto misread = identified.finder.MisreadOf(id);
+  if (!misread) return "";
+  return "    probably misread: it is " + IdText(misread->id) + " (" + DeviceName(*misread->device) + ", " +
+         FamilyName(*misread->device) + ") " + misread->how + "\n";
 }
 
 std::string NearestText(const std::vector<NearDevice>& nearest) {
@@ -82,30 +104,33 @@ std::string NearestText(const std::vector<NearDevice>& nearest) {
 
 std::string UnknownId(const IdentifiedChain& identified, const ChainPosition& position) {
   const IdKind& kind = KindOf(identified.comm, position.id);
-  std::string text = kind.isIdcode ? "" : std::string("    ") + kind.meaning + "\n";
-  if (!kind.isIdcode) return text;
+  const std::string misread = position.id ? MisreadText(identified, *position.id) : "";
+  if (!kind.isIdcode) return misread + "    " + kind.meaning + "\n";
   const unsigned int id = *position.id;
   const char* const vendor = identified.finder.VendorOf(SplitIdcode(id).manufacturer);
-  return "    " + FieldsText(id, vendor) + "\n" + NearestText(identified.finder.NearestDevices(id)) +
+  return misread + "    " + FieldsText(id) + "\n" + NearestText(identified.finder.NearestDevices(id)) +
          "    to describe it, fill in each ? and put this into a Family:\n    " +
          DescriptionStub(id, vendor, position.IrLength(), "    ") + "\n";
 }
 
-std::string UnknownIds(const IdentifiedChain& identified) {
-  std::string text;
-  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    const ChainPosition& position = identified.chain[i];
-    if (position.Match() != nullptr) continue;
-    text += "  position " + std::to_string(i) + ": " + (position.id ? IdText(*position.id) : "no IDCODE") + "\n" +
-            UnknownId(identified, position);
+/// Equal ids are explained once, of very many the first ones.
+void UnknownIds(const IdentifiedChain& identified, Output& output) {
+  const auto isUnknown = [](const ChainPosition& position) { return position.Match() == nullptr; };
+  const auto [groups, more] = EqualPositionsWhere(identified.chain, isUnknown);
+  if (!groups.empty()) output << "\nUnknown ids:\n";
+  for (const std::vector<std::size_t>& group : groups) {
+    const ChainPosition& position = identified.chain[group.front()];
+    output << "  " + PositionList(group) + ": " + (position.id ? IdText(*position.id) : "no IDCODE") + "\n";
+    output << UnknownId(identified, position);
   }
-  return text.empty() ? "" : "\nUnknown ids:\n" + text;
+  if (more != 0) output << "  and " + std::to_string(more) + " more; --format tsv explains all\n";
 }
 
 // --- More than one device ---------------------------------------------------------------------------------------------------
 
 std::string CandidateTable(const IdentifiedChain& identified, const ChainPosition& position) {
-  const bool withFile = identified.databases.size() > 1;
+  const auto isElsewhere = [&](const Candidate& other) { return other.database != position.Candidates().front().database; };
+  const bool withFile = std::any_of(position.Candidates().begin(), position.Candidates().end(), isElsewhere);
   Row head = {"device", "family", "IR length", "compared", "search order"};
   if (withFile) head.push_back("file");
   std::vector<Row> rows = {head};
@@ -117,30 +142,36 @@ std::string CandidateTable(const IdentifiedChain& identified, const ChainPositio
   return AlignedTable(rows, "    ");
 }
 
-std::string AmbiguousPositions(const IdentifiedChain& identified) {
-  const Chain& chain = identified.chain;
-  std::string text;
-  for (std::size_t i = 0; i < chain.size(); ++i) {
-    if (!chain[i].IsAmbiguous()) continue;
-    text += "  position " + std::to_string(i) + ": " + IdText(*chain[i].id) + ", taken as " + DeviceName(*chain[i].Match()) +
-            "\n" + CandidateTable(identified, chain[i]);
+/// Equal ids are listed once, of very many the first ones.
+void AmbiguousPositions(const IdentifiedChain& identified, Output& output) {
+  const auto isAmbiguous = [](const ChainPosition& position) { return position.IsAmbiguous(); };
+  const auto [groups, more] = EqualPositionsWhere(identified.chain, isAmbiguous);
+  if (!groups.empty()) {
+    output << "\n* More than one device matches. The first in search order was taken; most exact first:\n";
   }
-  return text.empty() ? ""
-                      : "\n* More than one device matches. The first in search order was taken; most exact first:\n" + text;
+  for (const std::vector<std::size_t>& group : groups) {
+    const ChainPosition& position = identified.chain[group.front()];
+    output << "  " + PositionList(group) + ": " + IdText(*position.id) + ", taken as " + DeviceName(*position.Match()) + "\n";
+    output << CandidateTable(identified, position);
+  }
+  if (more != 0) output << "  and " + std::to_string(more) + " more; --format tsv lists all\n";
 }
 
-std::string NotesText(const IdentifiedChain& identified) {
-  std::string text;
-  for (const std::string& note : Notes(identified)) text += "  " + note + "\n";
-  return text.empty() ? "" : "\nNotes:\n" + text;
+void NotesText(const IdentifiedChain& identified, Output& output) {
+  const std::vector<std::string> notes = Notes(identified);
+  if (!notes.empty()) output << "\nNotes:\n";
+  for (const std::string& note : notes) output << "  " + note + "\n";
 }
 
 }  // namespace
 
-std::string TextOutput(const IdentifiedChain& identified) {
-  const std::string scan = identified.scan.format.empty() ? "" : "Scan: " + ScanText(identified.scan) + "\n";
-  return scan + DeviceTable(identified.chain) + TotalIrLength(identified.chain) + UnknownIds(identified) +
-         AmbiguousPositions(identified) + NotesText(identified);
+void TextOutput(const IdentifiedChain& identified, Output& output) {
+  if (!identified.scan.format.empty()) output << "Scan: " + ScanText(identified.scan) + "\n";
+  DeviceTable(identified.chain, output);
+  output << TotalIrLength(identified.chain);
+  UnknownIds(identified, output);
+  AmbiguousPositions(identified, output);
+  NotesText(identified, output);
 }
 
 }  // namespace tool

@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "device_text.h"
 #include "identify/output.h"
 
@@ -37,6 +39,17 @@ bool IsUnknownIdcode(const Place& place) {
 /// A field of an unknown IDCODE, and nothing for other ids.
 std::string Field(const Place& place, unsigned int IdcodeFields::*field, int digits) {
   return IsUnknownIdcode(place) ? Hex(SplitIdcode(*place.position.id).*field, digits) : "";
+}
+
+/// The maker of an unknown IDCODE, by its code.
+std::string Maker(const Place& place) {
+  return IsUnknownIdcode(place) ? MakerText(SplitIdcode(*place.position.id).manufacturer) : "";
+}
+
+std::string HowMisread(const Place& place) {
+  if (place.device != nullptr || !place.position.id) return "";
+  const auto misread = place.identified.finder.MisreadOf(*place.position.id);
+  return misread ? IdText(misread->id) + " " + misread->how + ": " + DeviceName(*misread->device) : "";
 }
 
 std::string Vendor(const Place& place) {
@@ -82,25 +95,33 @@ constexpr struct {
     {"scan", [](const Place& place) { return place.identified.scan.format; }},
     {"scan_name", [](const Place& place) { return Printable(place.identified.scan.taps[place.number].name); }},
     {"scan_ir_length", [](const Place& place) { return NumberOrNothing(place.identified.scan.taps[place.number].irLength); }},
+    {"order", [](const Place& place) { return std::string(OrderText(place.identified.scan.nearest)); }},
+    {"tool", [](const Place& place) { return place.identified.scan.tool; }},
+    {"kind", [](const Place& place) { return KindText(place.identified, place.position); }},
+    {"hint", [](const Place& place) { return place.device == nullptr ? std::string() : HintOn(*place.device); }},
+    {"maker", Maker},
+    {"misread", HowMisread},
 };
 
+/// The cells of all columns but the first, each after a tab.
 template <typename Cell>
-std::string Line(Cell cell) {
-  std::string line;
-  for (const auto& column : kColumns) line += cell(column) + "\t";
-  line.back() = '\n';
-  return line;
+std::string Cells(Cell cell) {
+  std::string cells;
+  for (std::size_t i = 1; i < std::size(kColumns); ++i) cells += "\t" + cell(kColumns[i]);
+  return cells + "\n";
 }
 
 }  // namespace
 
-std::string TsvOutput(const IdentifiedChain& identified) {
-  std::string text = Line([](const auto& column) { return std::string(column.name); });
+void TsvOutput(const IdentifiedChain& identified, Output& output) {
+  output << kColumns[0].name + Cells([](const auto& column) { return std::string(column.name); });
+  AnswerTexts texts;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    const Place place = {identified, i, identified.chain[i], identified.chain[i].Match()};
-    text += Line([&](const auto& column) { return column.cell(place); });
+    const ChainPosition& position = identified.chain[i];
+    const Place place = {identified, i, position, position.Match()};
+    const auto cells = [&] { return Cells([&](const auto& column) { return column.cell(place); }); };
+    output << kColumns[0].cell(place) + texts.Of(position, identified.scan.taps[i], cells);
   }
-  return text;
 }
 
 }  // namespace tool

@@ -1,0 +1,60 @@
+#include "identify/output.h"
+
+#include "device_text.h"
+#include "standard_streams.h"
+
+namespace tool {
+
+void Output::operator<<(std::string_view text) {
+  constexpr std::size_t block = 1 << 20;
+  block_ += text;
+  if (block_.size() >= block) Flush();
+}
+
+void Output::Flush() {
+  WriteOutput(block_);
+  block_.clear();
+}
+
+const char* OrderText(End nearest) {
+  switch (nearest) {
+    case End::kTdo:
+      return "nearest TDO first";
+    case End::kTdi:
+      return "nearest TDI first";
+    case End::kAsPrinted:
+      break;
+  }
+  return "order as printed";
+}
+
+std::string ScanText(const Scan& scan) {
+  const std::string taps = scan.taps.size() == 1 ? "1 TAP" : std::to_string(scan.taps.size()) + " TAPs";
+  return scan.format + ", " + taps + ", " + OrderText(scan.nearest);
+}
+
+bool IsNeighbour(const DeviceInfo& device) {
+  const FamilyList* const family = device.GetFamilyObject();
+  return family != nullptr && family->IsHidden();
+}
+
+std::string HintOn(const DeviceInfo& device) {
+  const char* const hint = device.GetAccess();
+  return !IsNeighbour(device) || hint == nullptr ? "" : Printable(hint);
+}
+
+std::string KindText(const IdentifiedChain& identified, const ChainPosition& position) {
+  const DeviceInfo* const device = position.Match();
+  if (device == nullptr) return KindOf(identified.comm, position.id).name;
+  return IsNeighbour(*device) ? FamilyName(*device) : "logic";
+}
+
+std::string PositionList(const std::vector<std::size_t>& positions) {
+  constexpr std::size_t most = 20;
+  if (positions.empty()) return "";
+  std::string list = positions.size() == 1 ? "position " : "positions ";
+  for (std::size_t i = 0; i < positions.size() && i < most; ++i) list += (i == 0 ? "" : ", ") + std::to_string(positions[i]);
+  return positions.size() <= most ? list : list + " and " + std::to_string(positions.size() - most) + " more";
+}
+
+}  // namespace tool
