@@ -109,7 +109,7 @@ void ElementReader::Unexpected(pugi::xml_node node, const std::vector<std::strin
   const auto nearest = NearNames(node.name(), known, 1);
   std::string text = "unknown element " + Quoted(node.name());
   if (node.parent() != document_) text += " in " + std::string(node.parent().name());
-  text += ": expected " + (known.empty() ? "none there" : Listed(known));
+  text += ": expected " + (known.empty() ? "none here" : Listed(known));
   if (!nearest.empty() && known.size() > 1) text += "; did you mean " + std::string(nearest.front()) + "?";
   AddFault(node, std::move(text));
 }

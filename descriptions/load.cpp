@@ -272,7 +272,7 @@ bool Loader::IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi
   } else if (needsNumber && !isNumbered) {
     reader_.AddFault(node, "EBR with Column or Address needs BitName, the number of its entries");
   } else if (ebrEntries_ > kMostEbrEntries) {
-    reader_.AddFault(node, "the EBR blocks up to here count more than " + std::to_string(kMostEbrEntries) + " entries");
+    reader_.AddFault(node, "the EBR blocks up to here have more than " + std::to_string(kMostEbrEntries) + " entries");
   } else {
     return true;
   }

@@ -137,7 +137,7 @@ struct BrokenXml {
 };
 
 constexpr BrokenXml kBrokenXml[] = {
-    {pugi::status_unrecognized_tag, nullptr, "no tag starts here: expected a name behind '<'"},
+    {pugi::status_unrecognized_tag, nullptr, "no tag starts here: expected a name after '<'"},
     {pugi::status_bad_pi, "<?", "this declaration is not closed: expected ?>"},
     {pugi::status_bad_comment, "<!--", "this comment is not closed: expected -->"},
     {pugi::status_bad_cdata, "<![CDATA[", "this CDATA section is not closed: expected ]]>"},
@@ -181,7 +181,7 @@ bool CheckCharacters(std::string_view text, Faults& faults) {
         return false;
       }
       faults.Add(i, byte < ' ' ? "control character " + Hexadecimal(byte) + ": XML does not allow it"
-                               : "byte " + Hexadecimal(byte) + " is not UTF-8: the file has to be saved in UTF-8");
+                               : "byte " + Hexadecimal(byte) + " is not UTF-8: save the file as UTF-8");
     }
     i += std::max<std::size_t>(length, 1);
   }

@@ -11,7 +11,7 @@
 #include "fuzz/tree_checks.h"
 
 /// \file
-/// Calls of members by their address: the arguments come from the script, what is lent is looked at.
+/// Calls of members by their address: the arguments come from the script, lent results are read.
 
 namespace fuzz {
 

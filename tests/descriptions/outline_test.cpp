@@ -115,7 +115,7 @@ void ExpectDescribedAsWritten(DeviceList& database, const std::string& what) {
   }
 }
 
-TEST(Describe, SaysOfARecordWhatIsWrittenOfIt) {
+TEST(Describe, GivesWhatIsWrittenOfARecord) {
   for (const char* const path : {PLDDB_DATA_DIR "/xilinx.xml", PLDDB_TEST_DIR "/descriptions/every_list.xml"}) {
     const plddb::LoadResult loaded = plddb::LoadDescriptions(path);
     ASSERT_NE(loaded.database, nullptr) << path;
@@ -126,7 +126,7 @@ TEST(Describe, SaysOfARecordWhatIsWrittenOfIt) {
   }
 }
 
-TEST(Describe, TakesADeviceThatStandsInNoFamily) {
+TEST(Describe, TakesADeviceThatIsInNoFamily) {
   FamilyList family;
   family.SetName("F");
   DeviceInfo device(family);

@@ -1,4 +1,4 @@
-// Writing descriptions: what comes back, and what is left out.
+// Writing descriptions: what is loaded again, and what is left out.
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ TEST(WriteDescriptions, GivesFilesThatLoadAsAnEqualDatabaseAndAreWrittenAlikeAga
   }
 }
 
-/// Sets what a file cannot say the lack of.
+/// Sets the values whose absence a file cannot express.
 void SettleForWriting(DeviceList& database) {
   for (int f = 0; FamilyList* const family = database.GetFamily(f); ++f) {
     for (int d = 0; DeviceInfo* const device = family->GetDevice(d); ++d) {

@@ -177,7 +177,7 @@ TEST(GetBitstreamColWidth, AnswersTheDataLengthWhileTheWidthIsZero) {
       {INT_MIN, 512, INT_MIN},   //
       {INT_MAX, 512, INT_MAX},   //
       {0, 0x7FFFFFFF, INT_MAX},  //
-      {0, 0x80000000, INT_MIN},  // the data length as it stands, all 32 bits
+      {0, 0x80000000, INT_MIN},  // the data length unchanged, all 32 bits
       {0, 0xFFFFFFFF, -1},       //
   };
   for (const auto& row : cases) {

@@ -154,7 +154,7 @@ TEST(FamilyDevices, InsertNewDeviceMakesItThePosthCountedFromOne) {
                                                 {INT_MIN, "A B C"}});
 }
 
-TEST(FamilyDevices, AddNewDevicePutsItBehindThePosthCountedFromOne) {
+TEST(FamilyDevices, AddNewDevicePutsItAfterThePosthCountedFromOne) {
   ExpectInserted(&FamilyList::AddNewDevice, {{0, "new A B C"},
                                              {1, "A new B C"},
                                              {2, "A B new C"},

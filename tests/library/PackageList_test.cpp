@@ -224,7 +224,7 @@ TEST(PackageListCopy, ANullSourceGivesAnEmptyList) {
   EXPECT_EQ(copy.GetPackageCount(), 0);
 }
 
-TEST(PackageListCopy, CopyPackageListAppendsBehindThePackagesHeld) {
+TEST(PackageListCopy, CopyPackageListAppendsAfterThePackagesHeld) {
   PackageList source;
   for (const char* const type : {"A", "B"}) Add(source, {type, nullptr, nullptr, nullptr});
   PackageList target;

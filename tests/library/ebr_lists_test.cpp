@@ -327,7 +327,7 @@ TEST(SetListControlEBRAddress, StepsWhereTheColumnsStartAgain) {
       {"2", "0 to 7", "2147483647 to 2147483647", {INT_MAX, INT_MIN}},        // wraps around
       {"2", "0 to 7", "-2147483648 to -2147483648", {INT_MIN, INT_MIN + 1}},  //
       {"2", "0 to 7", "2147483648 to 2147483649", {INT_MIN, INT_MIN + 1}},    //
-      {"2", "0 to 7", "9", {0, 1}},       // no "to": from 0, the end is behind the first character
+      {"2", "0 to 7", "9", {0, 1}},       // no "to": from 0, the end is read after the first character
       {"2", "0 to 7", "7-9", {0, -1}},    //
       {"2", "0 to 7", "", {0, 1}},        //
       {"2", "0 to 7", "to 3", {0, 1}},    //

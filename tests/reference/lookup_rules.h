@@ -22,7 +22,7 @@ bool AcceptsIdentifier(const std::string& comm, unsigned int mask, unsigned int 
 /// Whether an identifier is accepted without a mask.
 bool AcceptsWholeIdentifier(const std::string& comm, unsigned int isp, unsigned int jtag, unsigned int id);
 
-/// The text that stands for a full name in comparisons.
+/// The text that is compared for a full name.
 std::string NormalFullName(const std::string& fullName);
 
 /// Whether `entityName` is the entity name of a package with this backup ordering number (null for none).
