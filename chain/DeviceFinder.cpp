@@ -160,7 +160,8 @@ ChainPosition DeviceFinder::Identify(std::optional<unsigned int> id) {
 
 ChainPosition DeviceFinder::Identify(const ScannedTap& tap, bool trustsGuessedIrLength) {
   ChainPosition position = Identify(tap.id);
-  if (!tap.irLengthIsGuess || trustsGuessedIrLength) position.scannedIrLength = tap.irLength;
+  constexpr unsigned long longest = 0xFFFF;  // as in descriptions
+  if (tap.irLength <= longest && (!tap.irLengthIsGuess || trustsGuessedIrLength)) position.scannedIrLength = tap.irLength;
   return position;
 }
 

@@ -28,8 +28,10 @@ Finding MakeFinding(CodeId id, Place place, std::string text) {
 std::vector<Finding> Check(const std::vector<Description>& descriptions) {
   const Records records(descriptions);
   Findings findings(descriptions);
-  for (const auto check : {CheckValues, CheckNames, CheckPackages, CheckFuseCounts, CheckShadowedIds, CheckLists})
+  for (const auto check : {CheckIdentifiers, CheckShadowedIds, CheckInstructions, CheckNamesAndTexts, CheckShadowedNames,
+                           CheckPackages, CheckFuseCounts, CheckBackups, CheckLists, CheckControlBits, CheckEbrBlocks}) {
     check(records, findings);
+  }
   return findings.Take();
 }
 
@@ -48,7 +50,7 @@ std::vector<Finding> CheckTexts(const std::vector<Source>& sources) {
       findings.push_back(MakeFinding(CodeId::kLoad, {fault.file, fault.line, fault.column}, fault.text));
     }
     if (last.result.database != nullptr) {
-      descriptions.push_back({source.file, last.result.database.get(), &last.outline});
+      descriptions.push_back({source.file, last.result.database.get(), &last.outline, source.text});
     }
   }
   for (Finding& finding : Check(descriptions)) findings.push_back(std::move(finding));

@@ -48,10 +48,12 @@ struct Description {
   std::string file;                  ///< The name that findings carry.
   const DeviceList* database;        ///< What was loaded from the file; never null.
   const Outline* outline = nullptr;  ///< The file's; never null.
+  std::string_view text = {};        ///< The file's, for its comments that allow findings; may be empty.
 };
 
 /// The findings of `descriptions`, which form one database: lookups search them in this order. Findings come in the order of
-/// the descriptions and of the places in them. std::bad_alloc passes through.
+/// the descriptions and of the places in them. A comment `<!-- plddb: allow CODE -->` leaves out those of the next element's
+/// start tag. std::bad_alloc passes through.
 std::vector<Finding> Check(const std::vector<Description>& descriptions);
 
 /// A description file as it is.

@@ -16,8 +16,8 @@ class Findings {
  public:
   explicit Findings(const std::vector<Description>& descriptions) : descriptions_(descriptions) {}
 
-  /// At the value of an attribute.
-  void Add(std::size_t file, const Attribute& written, CodeId code, std::string text);
+  /// At the value of one of the record's attributes.
+  void Add(const Described& record, const Attribute& written, CodeId code, std::string text);
 
   /// At an element.
   void Add(const Described& record, CodeId code, std::string text);
@@ -27,17 +27,22 @@ class Findings {
 
   /// The same, of two records that get in each other's way: `other` is named in the text.
   void Add(const Described& record, std::string_view attribute, CodeId code, std::string text, const Described& other);
+  void Add(const Described& record, CodeId code, std::string text, const Described& other);
 
-  /// All findings, in the order of the files and of the places in them. What was gathered is used up.
+  /// All findings, in the order of the files and of the places in them, without those that comments of the files allow. What
+  /// was gathered is used up.
   std::vector<Finding> Take();
 
  private:
   struct Found {
     std::size_t file;
+    const Element* element;
     Finding finding;
   };
 
-  void Add(std::size_t file, int line, int column, CodeId code, std::string text);
+  void Add(const Described& record, int line, int column, CodeId code, std::string text);
+  void NameOther(const Described& other);
+  void DropAllowed();
 
   const std::vector<Description>& descriptions_;
   std::vector<Found> found_;

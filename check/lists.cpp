@@ -76,11 +76,11 @@ class ListCheck {
     }
     CheckLosses();
     if (row_.items == Items::kNumbers) CheckNumbers();
-    if (row_.creator != nullptr) CheckSurplus();
+    if (row_.creator != nullptr) CheckCount();
   }
 
  private:
-  void Add(CodeId code, std::string text) { findings_.Add(record_.file, attribute_, code, std::move(text)); }
+  void Add(CodeId code, std::string text) { findings_.Add(record_, attribute_, code, std::move(text)); }
 
   void CheckLosses() {
     if (!reading_.unclosed.empty()) Add(CodeId::kListUnclosed, Quoted(reading_.unclosed) + " is lost: nothing closes it");
@@ -100,13 +100,20 @@ class ListCheck {
     }
   }
 
-  void CheckSurplus() {
+  /// Against the records that the creating text makes. Where that loses items the count says nothing: the fault is there.
+  void CheckCount() {
     const Attribute* const creator = FindAttribute(*record_.element, row_.creator);
     const std::string creatorText(creator == nullptr ? "" : creator->value);
-    const std::size_t count = ReadSemicolonList(creatorText).items.size();
-    if (reading_.items.size() <= count) return;
-    Add(CodeId::kListSurplus, Quoted(reading_.items[count]) + " and what follows is lost: " + row_.creator + " makes " +
-                                  std::to_string(count) + (count == 1 ? " record" : " records"));
+    const ListReading created = ReadSemicolonList(creatorText);
+    if (created.LosesItems()) return;
+    const std::size_t count = created.items.size();
+    const std::string makes =
+        std::string(row_.creator) + " makes " + std::to_string(count) + (count == 1 ? " record" : " records");
+    if (reading_.items.size() > count) {
+      Add(CodeId::kListSurplus, Quoted(reading_.items[count]) + " and what follows is lost: " + makes);
+    } else if (reading_.items.size() < count && !reading_.LosesItems()) {
+      Add(CodeId::kListShort, "only " + std::to_string(reading_.items.size()) + " of the items are given: " + makes);
+    }
   }
 
   const Described& record_;

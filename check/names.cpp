@@ -88,7 +88,7 @@ void CheckFamilyNames(const Records& records, Findings& findings) {
 
 }  // namespace
 
-void CheckNames(const Records& records, Findings& findings) {
+void CheckShadowedNames(const Records& records, Findings& findings) {
   CheckName(records, kName, findings);
   CheckAliases(records, CheckName(records, kCodeName, findings), findings);
   CheckFamilyNames(records, findings);

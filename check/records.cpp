@@ -18,10 +18,12 @@ void Records::AddFamilies(std::size_t file, const Description& description) {
   for (const Element& child : description.outline->root.children) {  // a database holds nothing but families
     const FamilyList* const family = description.database->GetFamily(familyPosition++);
     families_.push_back({{file, &child}, family});
+    const std::size_t before = devices_.size();
     int devicePosition = 0;
     for (const Element& grandchild : child.children) {
       if (grandchild.name == "Device") devices_.push_back({{file, &grandchild}, family->GetDevice(devicePosition++)});
     }
+    families_.back().deviceCount = devices_.size() - before;
   }
 }
 
@@ -42,5 +44,10 @@ std::string NameOf(const DeviceInfo& device) {
 }
 
 std::string NameOf(const FamilyList* family) { return TextOrDash(family == nullptr ? nullptr : family->GetName()); }
+
+std::string QuotedValue(const Described& record, std::string_view attribute) {
+  const Attribute* const written = Written(record, attribute);
+  return Quoted(written == nullptr ? std::string_view() : written->value);
+}
 
 }  // namespace plddb::check

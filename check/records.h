@@ -18,6 +18,7 @@ struct Described {
 
 struct DescribedFamily : Described {
   const FamilyList* family;
+  std::size_t deviceCount = 0;  // that are described; they are the next ones in Records::Devices
 };
 
 struct DescribedDevice : Described {
@@ -60,10 +61,16 @@ void ForEachPackage(const DescribedDevice& device, Visit visit) {
   }
 }
 
+/// The attribute as it is written in the record's element, null where it is left out; lent.
+inline const Attribute* Written(const Described& record, std::string_view attribute) {
+  return FindAttribute(*record.element, attribute);
+}
+
 /// \name Texts of findings
 ///@{
 std::string NameOf(const DeviceInfo& device);  ///< The name, or else the code name, or else "-".
 std::string NameOf(const FamilyList* family);  ///< The name, or else "-".
+std::string QuotedValue(const Described& record, std::string_view attribute);  ///< As it is written.
 ///@}
 
 }  // namespace plddb::check

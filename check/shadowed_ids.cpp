@@ -1,5 +1,6 @@
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "check/rules.h"
@@ -110,9 +111,23 @@ std::string TextOf(const Records& records, const Answer& answer, const Answer& e
   return std::string("the ") + kind.name + " " + Hex(earlier.id | answer.id, 8) + " finds " + name;
 }
 
+/// The answers that may share ids: those that agree in the bits which all masks count. Most masks are alike, so that most
+/// groups have one answer.
+std::vector<Answers> Groups(const Answers& answers) {
+  unsigned int common = ~0U;
+  for (const Answer& answer : answers) common &= answer.mask;
+  std::unordered_map<unsigned int, std::size_t> positions;
+  std::vector<Answers> groups;
+  for (const Answer& answer : answers) {
+    const auto [position, isNew] = positions.try_emplace(answer.id & common, groups.size());
+    if (isNew) groups.emplace_back();
+    groups[position->second].push_back(answer);
+  }
+  return groups;
+}
+
 /// A device that takes all ids of a later one is named before one that takes some of them.
-void CheckKind(const Records& records, const Kind& kind, Findings& findings) {
-  const Answers answers = AnswersOf(records, kind);
+void CheckGroup(const Records& records, const Kind& kind, const Answers& answers, Findings& findings) {
   const AnswerSets sets(answers);
   for (std::size_t i = 0; i < answers.size(); ++i) {
     const std::size_t any = sets.First(answers[i], i, false);
@@ -128,7 +143,11 @@ void CheckKind(const Records& records, const Kind& kind, Findings& findings) {
 }  // namespace
 
 void CheckShadowedIds(const Records& records, Findings& findings) {
-  for (const Kind& kind : kKinds) CheckKind(records, kind, findings);
+  for (const Kind& kind : kKinds) {
+    for (const Answers& group : Groups(AnswersOf(records, kind))) {
+      if (group.size() > 1) CheckGroup(records, kind, group, findings);
+    }
+  }
 }
 
 }  // namespace plddb::check

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "DeviceList.h"
+#include "database/full_names.h"
 #include "database/walk.h"
 #include "device/text_rules.h"
 #include "foundation/characters.h"
@@ -13,24 +14,11 @@ using namespace plddb::internal;
 
 namespace {
 
-/// Two fuse counts stand for devices that are stored with another one.
-struct FuseAlias {
-  unsigned long asked;
-  unsigned int stored;
-
-  bool Accepts(const DeviceInfo& device, unsigned long fuseCount) const {
-    return fuseCount == asked && device.GetFuseNumber() == stored;
-  }
-};
-constexpr FuseAlias kAlias5892 = {5892, 5828};
-constexpr FuseAlias kAlias4988064 = {4988064, 4982712};
-
-/// Whether `entityName` is the entity name that these lookups give to a backup ordering number: without spaces, '-' and '/'
-/// written as '_', letter case ignored. On purpose not the rule of Package::GetEntityName.
+/// Whether `entityName` is the entity name of a backup ordering number (ToEntityCharacter).
 bool IsEntityNameOf(const char* number, const char* entityName) {
   for (const char* c = number;; ++c) {
     if (*c == ' ') continue;
-    const char mapped = *c == '-' || *c == '/' ? '_' : ToLower(*c);
+    const char mapped = ToEntityCharacter(*c);
     if (mapped != ToLower(*entityName)) return false;
     if (mapped == '\0') return IsComparable(number);
     ++entityName;
@@ -40,40 +28,6 @@ bool IsEntityNameOf(const char* number, const char* entityName) {
 bool HasEntityName(const DeviceInfo& device, const char* entityName) {
   return AnyPackage(*device.GetDevicePackage(),
                     [&](const Package& package) { return IsEntityNameOf(OrEmpty(package.GetBackupPON()), entityName); });
-}
-
-/// Whether the text ends in "/1" when its spaces are left out.
-bool EndsInSlashOne(std::string_view text) {
-  const auto one = text.find_last_not_of(' ');
-  if (one == text.npos || text[one] != '1') return false;
-  const auto slash = text.substr(0, one).find_last_not_of(' ');
-  return slash != text.npos && text[slash] == '/';
-}
-
-/// Calls `visit(char)` for each character of the normal form of a full name until it returns false; returns whether it never
-/// did. The normal form has no spaces, ends before the last '-' and is upper case:
-///
-///   "abc-7x"       ABC
-///   "ab c-7x/1"    ABC/1     a closing "/1" is kept when something was cut
-///   "abc/1"        ABC/1
-///   "-7x"          -7X       a '-' in front is not a place to cut
-template <typename Visit>
-bool ForEachNormalCharacter(std::string_view text, Visit visit) {
-  const auto dash = text.rfind('-');
-  const bool isCut = dash != text.npos && text.find_first_not_of(' ') < dash;
-  for (const char c : text.substr(0, isCut ? dash : text.npos)) {
-    if (c != ' ' && !visit(ToUpper(c))) return false;
-  }
-  return !isCut || !EndsInSlashOne(text) || (visit('/') && visit('1'));
-}
-
-std::string NormalForm(std::string_view text) {
-  std::string form;
-  ForEachNormalCharacter(text, [&](char c) {
-    form.push_back(c);
-    return true;
-  });
-  return form;
 }
 
 /// Whether `text` differs from `wanted`, a normal form, at a character where it cannot be cut: then its own normal form does.

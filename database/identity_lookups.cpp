@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "DeviceList.h"
+#include "database/full_names.h"
 #include "database/walk.h"
 #include "device/identifiers.h"
 #include "device/text_rules.h"
@@ -12,9 +13,9 @@ using namespace plddb::internal;
 
 namespace {
 
-/// On purpose: names of JEDEC device files are told apart by their first six characters and their length.
 bool AgreesWithJDF(const char* stored, const char* jdfFile) {
-  return stored != nullptr && std::strncmp(stored, jdfFile, 6) == 0 && std::strlen(stored) == std::strlen(jdfFile);
+  return stored != nullptr && std::strncmp(stored, jdfFile, kComparedJdfCharacters) == 0 &&
+         std::strlen(stored) == std::strlen(jdfFile);
 }
 
 /// Whether a stored ordering number is `pon`, letter case ignored. `stripSuffix` leaves out what follows its last '-', the '-'

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "descriptions/TextForms.h"
 #include "descriptions/faults.h"
 #include "descriptions/load.h"
 
@@ -56,7 +57,8 @@ LoadResult Unreadable(const std::string& file, const std::string& why) {
 }  // namespace
 
 std::string ToString(const Fault& fault) {
-  return fault.file + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": error: " + fault.text;
+  return Printable(fault.file) + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column) +
+         ": error: " + fault.text;
 }
 
 FileText ReadDescriptionFile(const std::string& path) {

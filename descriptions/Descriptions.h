@@ -21,7 +21,7 @@ struct Fault {
   std::string text;  ///< The mistake and what was expected, in one line.
 };
 
-/// "FILE:LINE:COLUMN: error: TEXT".
+/// "FILE:LINE:COLUMN: error: TEXT", printable.
 std::string ToString(const Fault& fault);
 
 /// The result of loading: a database and no faults, or faults and no database (null). Nothing is ever half-loaded.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,9 @@ namespace plddb {
 /// `text` as a terminal can show it without harm. Escapes take the place of control characters, of characters that nobody sees,
 /// that change the direction of writing or end a line, and of bytes that are not UTF-8: "\x1B", "\u202E".
 std::string Printable(std::string_view text);
+
+/// `text`, whose lines stay, with `escape(code)` for each character that Printable escapes: for formats with their own escapes.
+std::string EscapeUnseen(std::string_view text, std::string (*escape)(std::uint32_t code));
 
 /// `text`, printable and in double quotes; a long one is shortened.
 std::string Quoted(std::string_view text);

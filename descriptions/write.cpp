@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Descriptions.h"
+#include "TextForms.h"
 #include "descriptions/describe.h"
 #include "descriptions/elements.h"
 #include "descriptions/fields.h"
@@ -41,6 +42,13 @@ std::string Reference(char c) {
   }
 }
 
+/// Characters that nobody sees, or that move others, are written as references: the file may be shown on a terminal.
+std::string Shown(std::string_view text) {
+  const auto mayBeUnseen = [](char c) { return static_cast<unsigned char>(c) > '~'; };
+  if (std::none_of(text.begin(), text.end(), mayBeUnseen)) return std::string(text);
+  return EscapeUnseen(text, [](std::uint32_t code) { return "&#" + std::to_string(code) + ";"; });
+}
+
 /// "Name=\"value\"".
 std::string ToText(const Attribute& attribute) {
   const std::string_view value = attribute.value;
@@ -48,7 +56,7 @@ std::string ToText(const Attribute& attribute) {
   text += "=\"";
   for (std::size_t start = 0; start < value.size();) {
     const std::size_t end = FirstReserved(value, start);
-    text += value.substr(start, end - start);
+    text += Shown(value.substr(start, end - start));
     if (end < value.size()) text += Reference(value[end]);
     start = end + 1;
   }
@@ -143,7 +151,7 @@ class Printer {
 
   void PrintComment(std::string_view comment) {
     text_ += "<!--";
-    text_ += comment;
+    text_ += Shown(comment);
     text_ += "-->\n";
   }
 

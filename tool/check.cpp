@@ -4,14 +4,12 @@
 #include <memory>
 #include <utility>
 
+#include "check_forms.h"
 #include "colour.h"
 #include "command.h"
 #include "command_line.h"
 #include "data_files.h"
-#include "device_text.h"
-#include "json_text.h"
 #include "standard_streams.h"
-#include "text_table.h"
 
 namespace tool {
 namespace {
@@ -21,31 +19,39 @@ using plddb::check::Finding;
 using plddb::check::Severity;
 
 constexpr const char* kFooter =
-    R"(Each file is checked by itself. A finding is a line "FILE:LINE:COLUMN: error|warning[code]: text" on
-standard output; the place is that of the value, or of the element that lacks it. An error is what
-can never work or is lost, a warning what may be meant so.
+    R"(The files are checked as one database, in this order. A finding is a line
+"FILE:LINE:COLUMN: error|warning[code]: text" on standard output; the place is
+that of the value, or of the element that lacks it. An error can never work, or
+a value is lost; a warning may be meant so. docs/check.md explains each code.
 
-Exit code: 0 without findings, or with warnings alone; 1 for warnings with --strict; 2 for errors,
-for wrong usage, and for files that cannot be read.
+A comment allows a finding in the start tag of the next element:
+<!-- plddb: allow CODE: the reason -->
 
-Example: plddb check --strict my_devices.xml)";
+Exit code: 0 without findings, or with warnings alone; 1 for errors, and for
+warnings with --strict; 2 for wrong usage, and for files that cannot be read.
+
+Examples: plddb check --strict my_devices.xml
+          plddb check --format sarif descriptions > findings.sarif)";
 
 struct Options {
   std::vector<std::string> files;
   std::vector<std::string> allowed;
+  std::string format = "text";
   bool strict = false;
   bool json = false;
   bool listCodes = false;
 };
 
-const char* NameOf(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
-
-std::vector<Finding> CheckFile(const std::string& file) {
-  plddb::FileText read = plddb::ReadDescriptionFile(file);
-  return plddb::check::CheckTexts({{file, std::move(read.text), std::move(read.failure)}});
+std::vector<plddb::check::Source> Read(const std::vector<std::string>& files) {
+  std::vector<plddb::check::Source> sources;
+  for (const std::string& file : files) {
+    plddb::FileText read = plddb::ReadDescriptionFile(file);
+    sources.push_back({file, std::move(read.text), std::move(read.failure)});
+  }
+  return sources;
 }
 
-void DropAllowed(std::vector<Finding>& findings, const std::vector<std::string>& allowed) {
+void DropAllowed(Findings& findings, const std::vector<std::string>& allowed) {
   for (const std::string& name : allowed) {
     const Code* const code = plddb::check::FindCode(name);
     const auto isAllowed = [&](const Finding& finding) { return code != nullptr && finding.code == code->name; };
@@ -53,40 +59,13 @@ void DropAllowed(std::vector<Finding>& findings, const std::vector<std::string>&
   }
 }
 
-// --- The output -------------------------------------------------------------------------------------------------------------
-
-std::string Lines(const std::vector<Finding>& findings) {
-  std::string lines;
-  for (const Finding& finding : findings) {
-    lines += Printable(finding.place.file) + ':' + std::to_string(finding.place.line) + ':' +
-             std::to_string(finding.place.column) + ": " + NameOf(finding.severity) + "[" + std::string(finding.code) +
-             "]: " + finding.text + '\n';
-  }
-  return lines;
+std::string InForm(const Findings& findings, const Options& options) {
+  if (options.json || options.format == "json") return FindingJson(findings);
+  if (options.format == "sarif") return FindingSarif(findings);
+  return WithPaintedSeverities(FindingLines(findings), STDOUT_FILENO);
 }
 
-std::string JsonReport(const std::vector<Finding>& findings) {
-  Json report = Json::array();
-  for (const Finding& finding : findings) {
-    report.push_back({{"file", finding.place.file},
-                      {"line", finding.place.line},
-                      {"column", finding.place.column},
-                      {"severity", NameOf(finding.severity)},
-                      {"code", finding.code},
-                      {"text", finding.text}});
-  }
-  return ToText(report);
-}
-
-std::string CodeTable() {
-  std::vector<Row> rows;
-  for (const Code& code : plddb::check::Codes()) {
-    rows.push_back({std::string(code.name), NameOf(code.severity), std::string(code.meaning)});
-  }
-  return AlignedTable(rows);
-}
-
-std::size_t Count(const std::vector<Finding>& findings, Severity severity) {
+std::size_t Count(const Findings& findings, Severity severity) {
   return static_cast<std::size_t>(
       std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) { return finding.severity == severity; }));
 }
@@ -95,27 +74,24 @@ std::string Counted(std::size_t count, const std::string& name) {
   return std::to_string(count) + ' ' + name + (count == 1 ? "" : "s");
 }
 
-// --- The command ------------------------------------------------------------------------------------------------------------
-
 ExitCode RunCheck(const Options& options) {
   if (options.listCodes) {
     WriteOutput(CodeTable());
     return ExitCode::kFound;
   }
   if (options.files.empty()) throw WrongUsage("FILE is required");
-  const std::vector<std::string> files = DescriptionFiles(options.files);
-  std::vector<Finding> findings;
-  for (const std::string& file : files) {
-    for (Finding& finding : CheckFile(file)) findings.push_back(std::move(finding));
-  }
+  const auto sources = Read(DescriptionFiles(options.files));
+  const bool isUnreadable =
+      std::any_of(sources.begin(), sources.end(), [](const auto& source) { return !source.failure.empty(); });
+  Findings findings = plddb::check::CheckTexts(sources);
   DropAllowed(findings, options.allowed);
-  WriteOutput(options.json ? JsonReport(findings) : WithPaintedSeverities(Lines(findings), STDOUT_FILENO));
+  WriteOutput(InForm(findings, options));
   const std::size_t errors = Count(findings, Severity::kError);
   const std::size_t warnings = Count(findings, Severity::kWarning);
   WriteMessage("plddb: " + Counted(errors, "error") + " and " + Counted(warnings, "warning") + " in " +
-               Counted(files.size(), "file") + '\n');
-  if (errors > 0) return ExitCode::kFailed;
-  return options.strict && warnings > 0 ? ExitCode::kNotFound : ExitCode::kFound;
+               Counted(sources.size(), "file") + '\n');
+  if (isUnreadable) return ExitCode::kFailed;
+  return errors > 0 || (options.strict && warnings > 0) ? ExitCode::kNotFound : ExitCode::kFound;
 }
 
 std::string RefuseUnknownCode(const std::string& name) {
@@ -132,8 +108,13 @@ Run AddCheck(Subcommand subcommand) {
       .Type("CODE")
       .Check(RefuseUnknownCode)
       .OneValueEach();
-  subcommand.AddFlag("--json", options->json, "Write a JSON array of {file, line, column, severity, code, text}");
-  subcommand.AddFlag("--list-codes", options->listCodes, "Say what each code means, and check nothing");
+  const Option format = subcommand.Add("--format", options->format, "text, json, or sarif (SARIF 2.1.0)")
+                            .Type("FORMAT")
+                            .OneOf({"text", "json", "sarif"});
+  subcommand
+      .AddFlag("--json", options->json, "As --format json: an array of {file, line, column, severity, code, text, related}")
+      .Excludes(format);
+  subcommand.AddFlag("--list-codes", options->listCodes, "Show what each code means, and check nothing");
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");
   subcommand.Footer(kFooter);
   return [options] { return RunCheck(*options); };

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "TextForms.h"
+
 /// The command-line tool: one file per subcommand, main.cpp lists them. It uses the public interface of the libraries only.
 namespace tool {
 
@@ -12,8 +14,8 @@ class Subcommand;
 /// What a run answers to the shell, the same for every subcommand.
 enum class ExitCode {
   kFound = 0,     ///< All that was asked for was found.
-  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check --strict: there are warnings.
-  kFailed = 2,    ///< Wrong usage, or data that cannot be read. Of check: there are errors.
+  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check: there are findings.
+  kFailed = 2,    ///< Wrong usage, or data that cannot be read.
 };
 
 /// Ends a run with ExitCode::kFailed. what() goes to stderr as it is: one or more lines, the last without its newline.
@@ -24,7 +26,7 @@ class Failure : public std::runtime_error {
 
 /// A Failure for words that make no sense; the user is told where help is.
 inline Failure WrongUsage(const std::string& message) {
-  return Failure("plddb: error: " + message + "\nRun with --help for more information.");
+  return Failure("plddb: error: " + plddb::Printable(message) + "\nRun with --help for more information.");
 }
 
 /// What a subcommand does once its arguments are parsed.

@@ -11,6 +11,7 @@
 
 #include "Descriptions.h"
 #include "command.h"
+#include "device_text.h"
 
 namespace tool {
 namespace {
@@ -44,7 +45,7 @@ Paths DescriptionsIn(const fs::path& folder) {
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     if (IsDescription(*entry)) files.push_back(entry->path().string());
   }
-  if (error) throw Failure(folder.string() + ":1:1: error: cannot read the folder: " + error.message());
+  if (error) throw Failure(Printable(folder.string()) + ":1:1: error: cannot read the folder: " + error.message());
   std::sort(files.begin(), files.end());
   return files;
 }
@@ -122,7 +123,7 @@ std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths)
   Paths all;
   for (const std::string& path : paths) {
     Paths files = DescriptionsOf(path);
-    if (files.empty()) throw Failure(path + ":1:1: error: no *.xml file in this folder");
+    if (files.empty()) throw Failure(Printable(path) + ":1:1: error: no *.xml file in this folder");
     all.insert(all.end(), files.begin(), files.end());
   }
   return all;
@@ -144,7 +145,7 @@ std::vector<DataFile> DataFiles(const std::vector<std::string>& named) {
     files.Add(ShippedFiles(), Origin::kShipped);
   }
   if (files.empty()) {
-    throw Failure("plddb: error: no device descriptions in " + plddb::DataFolder() + "; name a file with --db");
+    throw Failure("plddb: error: no device descriptions in " + Printable(plddb::DataFolder()) + "; name a file with --db");
   }
   return files.Take();
 }

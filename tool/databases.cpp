@@ -15,7 +15,7 @@ const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines o
   static auto& databases = *new std::vector<Database>();
   databases.clear();
   std::string faults;
-  Progress progress(files.size(), isatty(STDERR_FILENO) == 1 ? WriteMessage : nullptr);
+  Progress progress(files.size(), isatty(STDERR_FILENO) == 1 ? WriteProgress : nullptr);
   for (const DataFile& file : files) {
     progress.Next(file.path);
     Database& database = databases.emplace_back();

@@ -59,7 +59,7 @@ class FileBeside {
 
  private:
   [[noreturn]] static void Fail(const std::string& file) {
-    throw Failure("plddb: error: cannot write " + file + ": " + std::strerror(errno));
+    throw Failure("plddb: error: cannot write " + Printable(file) + ": " + std::strerror(errno));
   }
 
   const std::string path_;
@@ -198,7 +198,7 @@ std::string Target(const std::string& path) {
     if (!fs::is_symlink(fs::symlink_status(target, unknown))) return target.string();
     target = target.parent_path() / fs::read_symlink(target, unknown);
   }
-  throw Failure("plddb: error: cannot write " + path + ": its links lead in a circle");
+  throw Failure("plddb: error: cannot write " + Printable(path) + ": its links lead in a circle");
 }
 
 /// Texts are never written that would not load, such as more families than a file may have.
@@ -218,7 +218,7 @@ void WriteSources(const Sources& sources, const std::string& path) {
   std::error_code unknown;
   const fs::file_type kind = fs::status(target, unknown).type();
   if (kind != fs::file_type::regular && kind != fs::file_type::not_found) {
-    throw Failure("plddb: error: cannot write " + path + ": it is not a regular file");
+    throw Failure("plddb: error: cannot write " + Printable(path) + ": it is not a regular file");
   }
   FileBeside file(target);
   file.Write(text);

@@ -20,6 +20,20 @@ const DeviceInfo* OnlyByAlias(const DeviceInfo* device, const char* text) {
   return device != nullptr && !EqualTexts(device->GetCodeName(), text) ? device : nullptr;
 }
 
+/// Leaves `database` with the family `name` (or alias name) alone; false, and no family, when it has none.
+bool KeepOnlyFamily(DeviceList& database, const std::string& name) {
+  const FamilyList* const kept = database.GetFamily(name.c_str());
+  for (int i = 0; FamilyList* const family = database.GetFamily(i);) {
+    if (family == kept) {
+      ++i;
+    } else {
+      ReleaseDevices(*family);
+      database.DeleteFamily(i);
+    }
+  }
+  return kept != nullptr;
+}
+
 }  // namespace
 
 // clang-format off
@@ -66,6 +80,31 @@ const DeviceInfo* FindByKey(const std::vector<Database>& databases, const Key& k
   });
   if (device != nullptr || key.otherwise == nullptr) return device;
   return FirstOf(databases, [&](DeviceList& database) { return key.otherwise(database, text); });
+}
+
+WorkingCopies::WorkingCopies(const std::vector<Database>& databases) {
+  for (const Database& database : databases) {
+    Database& copy = copies_.emplace_back();
+    copy.file = database.file;
+    copy.devices.reset(new DeviceList(database.devices.get()));
+    std::vector<const DeviceInfo*> copied;
+    ForEachDevice(*copy.devices, [&](const DeviceInfo& device) { copied.push_back(&device); });
+    auto next = copied.begin();
+    ForEachDevice(*database.devices, [&](DeviceInfo& device) { originals_.emplace(*next++, &device); });
+  }
+}
+
+void WorkingCopies::TakeOut(const DeviceInfo& copy) {
+  FamilyList& family = *copy.GetFamilyObject();
+  int position = 1;
+  while (family.GetDevice(position - 1) != &copy) ++position;
+  takenOut_.emplace_back(family.DeleteDevice(position));
+}
+
+bool WorkingCopies::KeepFamily(const std::string& name) {
+  bool isKnown = false;
+  for (const Database& database : copies_) isKnown = KeepOnlyFamily(*database.devices, name) || isKnown;
+  return isKnown;
 }
 
 std::vector<std::string_view> NamesByKey(const std::vector<Database>& databases, const Key& key) {

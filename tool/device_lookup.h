@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "databases.h"
@@ -35,6 +36,28 @@ const DeviceInfo* FirstOf(const std::vector<Database>& databases, const Lookup& 
 
 /// The first device that has `text` as its `key`. With `in_family`, of the first family of each database, the only one there.
 const DeviceInfo* FindByKey(const std::vector<Database>& databases, const Key& key, const char* text, bool in_family = false);
+
+/// Copies of databases, from which devices and families may be left out: answering never changes the databases themselves.
+class WorkingCopies {
+ public:
+  explicit WorkingCopies(const std::vector<Database>& databases);
+
+  const std::vector<Database>& Databases() const { return copies_; }
+
+  /// The device of which `copy` is one; lent by its database.
+  DeviceInfo& Original(const DeviceInfo& copy) const { return *originals_.at(&copy); }
+
+  /// Takes a device out of its family, so that lookups find the next one. It lives on.
+  void TakeOut(const DeviceInfo& copy);
+
+  /// Leaves the family `name` (or alias name) alone in each database; false, and no family anywhere, when none has it.
+  bool KeepFamily(const std::string& name);
+
+ private:
+  std::vector<Database> copies_;
+  std::vector<std::unique_ptr<DeviceInfo>> takenOut_;
+  std::unordered_map<const DeviceInfo*, DeviceInfo*> originals_;
+};
 
 /// The names of all devices by which `key` finds them; none for a key that is no name. Lent by the devices.
 std::vector<std::string_view> NamesByKey(const std::vector<Database>& databases, const Key& key);

@@ -3,6 +3,7 @@
 #include "command.h"
 #include "databases.h"
 #include "description_output.h"
+#include "device_text.h"
 #include "shared_options.h"
 
 namespace tool {
@@ -23,7 +24,7 @@ struct Options {
 
 ExitCode RunExport(const Options& options) {
   const std::vector<Database>& databases = LoadFiles({options.file}, Outlines::kYes);
-  if (databases.size() > 1) throw WrongUsage(options.file + " is a folder; merge its files instead");
+  if (databases.size() > 1) throw WrongUsage(Printable(options.file) + " is a folder; merge its files instead");
   const Sources written = {{databases.front().devices.get(), &databases.front().outline}};
   ReportShadowed(written);
   WriteSources(written, options.output);

@@ -50,20 +50,6 @@ unsigned long FuseCount(const std::string& text) {
 
 // --- The lookups ------------------------------------------------------------------------------------------------------------
 
-/// Leaves `database` with the family `name` (or alias name) alone; false, and no family, when it has none.
-bool KeepOnlyFamily(DeviceList& database, const std::string& name) {
-  const FamilyList* const kept = database.GetFamily(name.c_str());
-  for (int i = 0; FamilyList* const family = database.GetFamily(i);) {
-    if (family == kept) {
-      ++i;
-    } else {
-      ReleaseDevices(*family);
-      database.DeleteFamily(i);
-    }
-  }
-  return kept != nullptr;
-}
-
 /// What was asked by the key at `i`: by its option, or by a TEXT that may be any key.
 const std::string& Asked(const Options& options, std::size_t i) {
   return options.text.empty() ? options.keys[i] : options.text;
@@ -191,15 +177,6 @@ void CheckKeys(const Options& options, Option fuses) {
   }
 }
 
-/// Leaves the databases with the family that was asked for; false when none of them has it.
-bool KeepFamily(const std::vector<Database>& databases, const std::string& name) {
-  bool isKnown = name.empty();
-  for (const Database& database : databases) {
-    if (!name.empty()) isKnown = KeepOnlyFamily(*database.devices, name) || isKnown;
-  }
-  return isKnown;
-}
-
 ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& options) {
   const std::vector<Found> found = FindDevices(databases, options);
   const Candidates candidates = FindCandidates(databases, FuseCount(options.text));  // a TEXT may be a fuse count, too
@@ -215,17 +192,19 @@ ExitCode AnswerDevices(const std::vector<Database>& databases, const Options& op
   return ExitCode::kFound;
 }
 
-ExitCode RunFind(const Options& options, Option fuses) {
-  CheckKeys(options, fuses);
-  const std::vector<Database>& databases = LoadDatabases(options.databases);
-  const auto families_near =
-      options.family.empty() ? std::vector<std::string>() : Suggestions(options.family, FamilyNames(databases));
-  if (!KeepFamily(databases, options.family)) {
-    return ReportNothing(families_near, "no family is named " + Printable(options.family));
-  }
+ExitCode Answer(const std::vector<Database>& databases, const Options& options) {
   const bool listsCandidates = !options.fuses.empty() && options.fullName.empty();
   if (listsCandidates) return ListCandidates(FindCandidates(databases, FuseCount(options.fuses)), options);
   return AnswerDevices(databases, options);
+}
+
+ExitCode RunFind(const Options& options, const Option& fuses) {
+  CheckKeys(options, fuses);
+  const std::vector<Database>& databases = LoadDatabases(options.databases);
+  if (options.family.empty()) return Answer(databases, options);
+  WorkingCopies copies(databases);
+  if (copies.KeepFamily(options.family)) return Answer(copies.Databases(), options);
+  return ReportNothing(Suggestions(options.family, FamilyNames(databases)), "no family is named " + Printable(options.family));
 }
 
 }  // namespace

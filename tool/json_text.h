@@ -16,7 +16,8 @@ Json NumberOrNull(Number number) {
   return number == 0 ? Json(nullptr) : Json(number);
 }
 
-/// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any.
-inline std::string ToText(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+/// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any; what a
+/// terminal cannot show without harm is escaped.
+std::string ToText(const Json& json);
 
 }  // namespace tool

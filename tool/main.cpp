@@ -1,4 +1,7 @@
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -39,9 +42,18 @@ int Main(int argc, char** argv) {
   return ToStatus(program.RunSubcommand());
 }
 
+/// On purpose: memory that runs out ends the program at once. An exception would pass through destructors of JSON values, which
+/// take memory themselves and must not throw. Nothing is half-written: a command writes when it has its whole answer.
+[[noreturn]] void EndOutOfMemory() {
+  constexpr char message[] = "plddb: error: out of memory\n";
+  static_cast<void>(std::fwrite(message, 1, sizeof message - 1, stderr));  // stderr has no buffer to fill
+  std::_Exit(ToStatus(tool::ExitCode::kFailed));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::set_new_handler(EndOutOfMemory);
   tool::PreferLargePages();
   try {
     return Main(argc, argv);

@@ -85,33 +85,28 @@ std::vector<Match> FirstMatches(const std::vector<Database>& databases, const st
   };
   for (const Key& key : kKeys) add(key.name, FindByKey(databases, key, text.c_str()));
   if (const auto id = plddb::chain::ParseId(text)) {
-    const auto with_id = [&](const char* comm) {
+    const auto withId = [&](const char* comm) {
       return FirstOf(databases, [&](DeviceList& database) { return database.GetDeviceWithCommAndID(comm, *id); });
     };
-    const DeviceInfo* const jtag = with_id("JTAG");
-    add(jtag == nullptr ? "id for ISP" : "id", jtag == nullptr ? with_id("ISP") : jtag);
+    const DeviceInfo* const jtag = withId("JTAG");
+    add(jtag == nullptr ? "id for ISP" : "id", jtag == nullptr ? withId("ISP") : jtag);
   }
   return matches;
 }
 
-/// Takes a device out of its family, so that lookups find the next one.
-std::unique_ptr<DeviceInfo> TakeOut(DeviceInfo& device) {
-  FamilyList& family = *device.GetFamilyObject();
-  int position = 1;
-  while (family.GetDevice(position - 1) != &device) ++position;
-  return std::unique_ptr<DeviceInfo>(family.DeleteDevice(position));
-}
-
-/// All that match, in the order in which lookups find them when those that were found are not there. They are in `taken_out`
-/// then, and no longer in their databases: lookups alone know what matches, and they answer with the first only.
-std::vector<Match> AllMatches(const std::vector<Database>& databases, const std::string& text,
-                              std::vector<std::unique_ptr<DeviceInfo>>& taken_out) {
+/// All that match, in the order in which lookups find them when those that were found are not there: lookups alone know what
+/// matches, and they answer with the first only.
+std::vector<Match> AllMatches(const std::vector<Database>& databases, const std::string& text) {
   std::vector<Match> all;
+  if (FirstMatches(databases, text).empty()) return all;
+  WorkingCopies copies(databases);
   for (;;) {
-    const std::vector<Match> matches = FirstMatches(databases, text);
+    const std::vector<Match> matches = FirstMatches(copies.Databases(), text);
     if (matches.empty()) return all;
-    for (const Match& match : matches) taken_out.push_back(TakeOut(*match.device));
-    all.insert(all.end(), matches.begin(), matches.end());
+    for (const Match& match : matches) {
+      copies.TakeOut(*match.device);
+      all.push_back({&copies.Original(*match.device), match.keys});
+    }
   }
 }
 
@@ -213,8 +208,7 @@ ExitCode AnswerNothing(const std::vector<Database>& databases, const Options& op
 ExitCode RunShow(const Options& options) {
   const std::vector<Database>& databases = LoadDatabases(options.databases, Outlines::kYes);
   const Origins origins = OriginsOf(databases);
-  std::vector<std::unique_ptr<DeviceInfo>> taken_out;
-  const std::vector<Match> matches = AllMatches(databases, options.text, taken_out);
+  const std::vector<Match> matches = AllMatches(databases, options.text);
   if (matches.empty()) return AnswerNothing(databases, options);
   WriteOutput(options.json ? JsonReport(matches, origins) : Report(matches, origins));
   return ExitCode::kFound;

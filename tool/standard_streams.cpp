@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "TextForms.h"
 #include "colour.h"
 #include "command.h"
 
@@ -11,7 +12,11 @@ namespace tool {
 
 namespace {
 
-constexpr std::size_t kLargestInput = std::size_t{1} << 26;  // without a limit /dev/zero would fill the memory
+constexpr std::size_t kMostInput = std::size_t{1} << 26;  // a device such as /dev/zero would fill the memory
+
+std::string Escaped(std::uint32_t code) {
+  return code < 0x100 ? "\\x" + plddb::Hex(code, 2).substr(2) : "\\u" + plddb::Hex(code, 4).substr(2);
+}
 
 }  // namespace
 
@@ -20,7 +25,7 @@ std::string ReadAll(std::FILE* stream, const std::string& complaint) {
   char block[4096];
   while (const std::size_t size = std::fread(block, 1, sizeof block, stream)) {
     text.append(block, size);
-    if (text.size() > kLargestInput) throw Failure(complaint + ": larger than 64 MiB");
+    if (text.size() > kMostInput) throw Failure(complaint + ": larger than 64 MiB");
   }
   if (std::ferror(stream)) throw Failure(complaint + ": " + std::strerror(errno));
   return text;
@@ -35,7 +40,10 @@ void WriteOutput(const std::string& text) {
 }
 
 void WriteMessage(const std::string& text) {
-  static_cast<void>(std::fputs(WithPaintedSeverities(text, STDERR_FILENO).c_str(), stderr));
+  const std::string lines = plddb::EscapeUnseen(text, Escaped);
+  static_cast<void>(std::fputs(WithPaintedSeverities(lines, STDERR_FILENO).c_str(), stderr));
 }
+
+void WriteProgress(const std::string& text) { static_cast<void>(std::fputs(text.c_str(), stderr)); }
 
 }  // namespace tool

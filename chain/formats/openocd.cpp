@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "chain/scan_formats.h"
+#include "chain/scan_text.h"
 #include "chain/scan_words.h"
 
 namespace plddb::chain {
@@ -123,8 +124,9 @@ Taken TakeTableRow(const ScanLine& line, ScanReports& reports) {
 ///                                            0x03727093
 /// A second id that the configuration allows.
 Taken TakeExpectedId(const ScanLine& line, ScanReports& reports) {
-  const std::string_view word = FirstWord(line.after);
-  const bool isAlone = IsPrefixed(word) && Words(line.after).size() == 1 && IsMargin(line.before);
+  const std::string_view content = WithoutMargin(line.after);
+  const std::string_view word = FirstWord(content);
+  const bool isAlone = IsPrefixed(word) && Words(content).size() == 1;
   if (!isAlone || reports.Current().taps.empty()) return kNotMine;
   ScannedTap& tap = reports.Current().taps.back();
   if (tap.id && !IsAutomatic(tap.name) && IsExpected(word, *tap.id)) tap.irLengthIsGuess = false;

@@ -28,7 +28,8 @@ Taken TakeDevice(const ScanLine& line, ScanReports& reports) {
   if (!number) return kNotMine;
   const auto read = LeadingId(id);
   if (!read) return Wrong(FirstWord(id), kExpectedFullId);
-  reports.AddNumbered(*number, {NameIn(line.after), read, LeadingNumber(After(line.after, "IR length:")), true});
+  const unsigned long irLength = LeadingNumber(After(line.after, "IR length:"));
+  reports.AddNumbered(*number, {NameIn(line.after), read, irLength, irLength != 0});
   return kTaken;
 }
 

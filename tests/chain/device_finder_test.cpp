@@ -94,6 +94,56 @@ TEST(ChainPosition, IsAmbiguousUnlessAllOthersAreLessExactAndAsLong) {
   }
 }
 
+TEST(DeviceFinder, RecognisesMisreadIdsOfKnownDevices) {
+  const DeviceListOwner database = Database(0x09604093, 0, 0x0FFFFFFF);
+  const DeviceFinder finder({database.get()}, "JTAG");
+  const struct {
+    unsigned int id;
+    const char* how;  // null: not misread
+    unsigned int repaired;
+  } cases[] = {
+      {0xB2C08126, "read one bit late", 0x59604093},
+      {0xB2C08127, "read one bit late", 0x59604093},
+      {0x2CB02049, "read one bit early", 0x59604093},
+      {0xACB02049, "read one bit early", 0x59604093},
+      {0xC902069A, "bit-reversed", 0x59604093},
+      {0x93406059, "byte-swapped", 0x59604093},
+      {0x40935960, "with its halves swapped", 0x59604093},
+      {0xA69FBF6C, "inverted", 0x59604093},
+      {0xC8020698, nullptr, 0},
+      {0x12345677, nullptr, 0},
+      {0, nullptr, 0},
+      {0xFFFFFFFF, nullptr, 0},
+  };
+  for (const auto& c : cases) {
+    const auto misread = finder.MisreadOf(c.id);
+    EXPECT_EQ(misread.has_value(), c.how != nullptr) << "row: " << std::hex << c.id;
+    if (!misread || c.how == nullptr) continue;
+    EXPECT_STREQ(misread->how, c.how) << "row: " << std::hex << c.id;
+    EXPECT_EQ(misread->id, c.repaired) << "row: " << std::hex << c.id;
+    EXPECT_STREQ(misread->device->GetName(), "A") << "row: " << std::hex << c.id;
+  }
+  EXPECT_FALSE(DeviceFinder({database.get()}, "ISP").MisreadOf(0xB2C08126));
+}
+
+TEST(DeviceFinder, CallsOneBitAWiringFaultOnlyWhereNothingElseExplainsIt) {
+  const DeviceListOwner database = Database(0x04B37093, 0, 0x0FFFFFFF);
+  const DeviceFinder finder({database.get()}, "JTAG");
+  const struct {
+    unsigned int id;
+    const char* difference;
+  } cases[] = {
+      {0x14B77093, "bit 18 differs: another part of the same maker?"},
+      {0x14B37083, "bit 4 differs: a wiring fault?"},
+      {0x04B36093, "bit 12 differs: another part of the same maker?"},
+  };
+  for (const auto& c : cases) {
+    const auto near = finder.NearestDevices(c.id);
+    ASSERT_EQ(near.size(), 1u) << "row: " << std::hex << c.id;
+    EXPECT_EQ(near[0].difference, c.difference) << "row: " << std::hex << c.id;
+  }
+}
+
 TEST(ChainPosition, HasTheIrLengthOfTheUserOrElseOfItsMatch) {
   const DeviceListOwner database = Database(0x59604093, 0, 0xFFFFFFFF);
   database->GetFamily(0)->GetDevice(0)->SetIRLength(8);
@@ -103,6 +153,11 @@ TEST(ChainPosition, HasTheIrLengthOfTheUserOrElseOfItsMatch) {
   EXPECT_EQ(known.IrLength(), 8u);
   EXPECT_EQ(unknown.IrLength(), 0u);
   EXPECT_EQ(finder.Identify(std::nullopt).IrLength(), 0u);
+  EXPECT_EQ(finder.Identify({"a", 0x4BA00477, 4, false}).IrLength(), 4u);
+  EXPECT_EQ(finder.Identify({"a", 0x4BA00477, 4, true}).IrLength(), 0u);
+  EXPECT_EQ(finder.Identify({"a", 0x4BA00477, 4, true}, true).IrLength(), 4u);
+  EXPECT_EQ(finder.Identify({"a", 0x59604093, 4, false}, true).IrLength(), 8u);
+  EXPECT_EQ(finder.Identify({"a", 0x4BA00477, 99999, false}, true).IrLength(), 0u);
   known.givenIrLength = 9;
   unknown.givenIrLength = 4;
   EXPECT_EQ(known.IrLength(), 9u);

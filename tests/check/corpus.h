@@ -7,6 +7,7 @@
 
 #include "Check.h"
 #include "tests/support/read_file.h"
+#include "tests/support/words.h"
 
 /// \file
 /// Findings in the form in which the tests compare them.
@@ -41,3 +42,14 @@ inline Texts CorpusFiles() {
 }
 
 inline std::string CorpusText(const std::string& file) { return support::ReadFile(PLDDB_TEST_DIR "/check/corpus/" + file); }
+
+/// "LINE:COLUMN SEVERITY[CODE]" of all that is to be found in a file of the corpus.
+inline Texts Expected(const std::string& file) {
+  const std::string before = "<!-- expect ";
+  const std::string after = " -->";
+  const std::string text = CorpusText(file);
+  std::string line = text.substr(0, text.find('\n'));
+  if (line.substr(0, before.size()) != before || line.size() < before.size() + after.size()) return {"nothing is expected"};
+  line = line.substr(before.size(), line.size() - before.size() - after.size());
+  return line == "nothing" ? Texts{} : support::Split(line, ", ");
+}

@@ -82,7 +82,7 @@ struct CloseFile {
 };
 
 std::string ReadFile(const std::string& path) {
-  const std::string complaint = path + ":1:1: error: cannot read the file";
+  const std::string complaint = Printable(path) + ":1:1: error: cannot read the file";
   const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) throw Failure(complaint + ": " + std::strerror(errno));
   return ReadAll(file.get(), complaint);  // a folder is opened, but cannot be read
@@ -93,8 +93,8 @@ Scan TakeScan(plddb::chain::ScanResult result, const std::string& name) {
   if (result.scan) return std::move(*result.scan);
   std::string lines;
   for (const plddb::chain::Fault& fault : result.faults) {
-    lines += (lines.empty() ? "" : "\n") + name + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column) +
-             ": error: " + fault.text;
+    lines += (lines.empty() ? "" : "\n") + Printable(name) + ":" + std::to_string(fault.line) + ":" +
+             std::to_string(fault.column) + ": error: " + fault.text;
   }
   throw Failure(lines + More(result.moreFaults));
 }

@@ -1,0 +1,156 @@
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "check/list_readings.h"
+#include "check/rules.h"
+#include "descriptions/TextForms.h"
+
+namespace plddb::check {
+namespace {
+
+// --- The lists of bits ------------------------------------------------------------------------------------------------------
+
+/// A field of the bits of a list: the attribute of an element, and the text of a device that gives it to the first bits. Both
+/// are empty where bits have no such field.
+struct BitField {
+  const char* attribute = "";
+  const char* text = "";
+};
+
+struct BitList {
+  const char* element;
+  BitField name, address, column, index;
+};
+
+// clang-format off
+constexpr BitList kRegOne = {"ControlRegOne",
+    {"BitName", "ListControlReg1BitName"}, {"Address", "ListControlReg1Address"}, {"Column", "ListControlReg1Column"}, {}};
+constexpr BitList kFuses = {"Persistent_fuse",
+    {}, {"Address", "ListPersistent_fuseAddress"}, {"Column", "ListPersistent_fuseColumn"}, {}};
+constexpr BitList kStatus = {"ControlStatus",
+    {"BitName", "ListControlStatusBitName"}, {}, {}, {"Index", "ListControlStatusIndex"}};
+constexpr BitList kEntries = {"Entry", {"BitName"}, {"Address"}, {"Column"}, {}};
+// clang-format on
+
+struct Bit {
+  std::string_view name;
+  int address = 0;
+  int column = 0;
+  int index = 0;
+};
+
+Bit ToBit(const CControlRegOne& record) { return {record.BitName, record.Address, record.Column, 0}; }
+Bit ToBit(const CPersistent_fuse& record) { return {"", record.Address, record.Column, 0}; }
+Bit ToBit(const CControlStatus& record) { return {record.BitName, 0, 0, record.Index}; }
+Bit ToBit(const CControlEBR& record) { return {record.BitName, record.Address, record.Column, 0}; }
+
+template <class Record>
+std::vector<Bit> ToBits(const std::vector<Record>& records) {
+  std::vector<Bit> bits;
+  for (const Record& record : records) bits.push_back(ToBit(record));
+  return bits;
+}
+
+// --- Where their fields are written -----------------------------------------------------------------------------------------
+
+/// Where the bits of a list are written: first those of the texts in `around`, then those of the elements in it.
+class BitPlaces {
+ public:
+  BitPlaces(const Described& around, const BitList& list, std::size_t count) : around_(around), list_(list) {
+    for (const Element& child : around.element->children) {
+      if (child.name == list.element) elements_.push_back(&child);
+    }
+    byTexts_ = count - elements_.size();
+  }
+
+  const BitList& List() const { return list_; }
+
+  /// The attribute that gives the field to the bit at `i`; null where it is left out.
+  const Attribute* Find(const BitField& field, std::size_t i) {
+    if (*field.attribute == '\0') return nullptr;
+    if (i >= byTexts_) return FindAttribute(*elements_[i - byTexts_], field.attribute);
+    return i < ItemCount(field.text) ? Written(around_, field.text) : nullptr;
+  }
+
+  const Described& Around() const { return around_; }
+
+ private:
+  std::size_t ItemCount(const char* text) {
+    const auto [count, isNew] = itemCounts_.try_emplace(text, 0);
+    const Attribute* const written = Written(around_, text);
+    if (isNew && written != nullptr) count->second = ReadSemicolonList(std::string(written->value)).items.size();
+    return count->second;
+  }
+
+  const Described& around_;
+  const BitList& list_;
+  std::vector<const Element*> elements_;
+  std::size_t byTexts_ = 0;
+  std::unordered_map<std::string_view, std::size_t> itemCounts_;
+};
+
+// --- The rules --------------------------------------------------------------------------------------------------------------
+
+/// Finds bits of which an earlier one has the same value of one kind.
+class Values {
+ public:
+  Values(BitPlaces& places, Findings& findings) : places_(places), findings_(findings) {}
+
+  /// `written` gives the value of the bit at `i`; null where it is left out.
+  void Check(const std::string& value, std::size_t i, const Attribute* written, const std::string& kind) {
+    if (written == nullptr) return;
+    const auto [first, isFirst] = firsts_.try_emplace(value, i);
+    if (isFirst) return;
+    findings_.Add(places_.Around(), *written, CodeId::kBitShared,
+                  "the " + kind + " of " + places_.List().element + " " + std::to_string(i + 1) + ", " + value +
+                      ", is that of " + places_.List().element + " " + std::to_string(first->second + 1) + ", too");
+  }
+
+ private:
+  BitPlaces& places_;
+  Findings& findings_;
+  std::unordered_map<std::string, std::size_t> firsts_;
+};
+
+void CheckBits(const Described& around, const BitList& list, const std::vector<Bit>& bits, Findings& findings) {
+  if (bits.size() < 2) return;
+  BitPlaces places(around, list, bits.size());
+  Values names(places, findings);
+  Values indexes(places, findings);
+  Values spots(places, findings);
+  for (std::size_t i = 0; i < bits.size(); ++i) {
+    const Bit& bit = bits[i];
+    const Attribute* const address = places.Find(list.address, i);
+    const Attribute* const column = places.Find(list.column, i);
+    if (!bit.name.empty()) names.Check(Quoted(bit.name), i, places.Find(list.name, i), "name");
+    indexes.Check(std::to_string(bit.index), i, places.Find(list.index, i), "index");
+    spots.Check("address " + std::to_string(bit.address) + " and column " + std::to_string(bit.column), i,
+                address == nullptr ? column : address, "place");
+  }
+}
+
+/// Only blocks that list their entries: numbered ones have what is derived.
+void CheckBlocks(const DescribedDevice& device, Findings& findings) {
+  const std::vector<CControlEBRList>& blocks = device.device->GetlistControlEBR();
+  std::size_t position = 0;
+  for (const Element& child : device.element->children) {
+    if (child.name != "EBR") continue;
+    const std::vector<CControlEBR>& entries = blocks[position++].Entries;
+    if (FindAttribute(child, "BitName") == nullptr) CheckBits({device.file, &child}, kEntries, ToBits(entries), findings);
+  }
+}
+
+}  // namespace
+
+void CheckControlBits(const Records& records, Findings& findings) {
+  for (const DescribedDevice& device : records.Devices()) {
+    CheckBits(device, kRegOne, ToBits(device.device->GetlistControlRegOne()), findings);
+    CheckBits(device, kFuses, ToBits(device.device->GetlistPersistent_fuse()), findings);
+    CheckBits(device, kStatus, ToBits(device.device->GetlistControlStatus()), findings);
+    CheckBlocks(device, findings);
+  }
+}
+
+}  // namespace plddb::check

@@ -1,0 +1,86 @@
+#include <cstdlib>
+#include <string>
+
+#include "check/rules.h"
+#include "descriptions/TextForms.h"
+#include "descriptions/values.h"
+#include "foundation/text_lists.h"
+
+namespace plddb::check {
+namespace {
+
+constexpr long long kColumnsPerEntry = 8;
+
+/// A block whose entries are numbered. Its numbers may be large: they are written as 32 bits, and counted with more.
+struct Block {
+  Described record;
+  long long entries = 0;
+  long long width = 0;  // columns of a row
+  internal::NumberRange columns;
+};
+
+internal::NumberRange RangeOf(const Attribute& attribute) { return internal::ParseRange(attribute.value); }
+
+long long SpanOf(internal::NumberRange range) { return std::llabs(static_cast<long long>(range.last) - range.first) + 1; }
+
+/// False when the columns of the block are not assigned as they are meant.
+bool CheckColumns(const Block& block, Findings& findings) {
+  const std::string written = QuotedValue(block.record, "Column");
+  if (block.columns.last < block.columns.first) {
+    findings.Add(block.record, "Column", CodeId::kEbrReversed,
+                 "the columns " + written + " count down: all entries keep column 0");
+    return false;
+  }
+  if (block.width % kColumnsPerEntry == 0) return true;
+  findings.Add(block.record, "Column", CodeId::kEbrWidth,
+               "the columns " + written + " are " + std::to_string(block.width) + " wide: an entry spans 8 columns, and " +
+                   std::to_string(block.width % kColumnsPerEntry) + " are left over");
+  return false;
+}
+
+void CheckRows(const Block& block, Findings& findings) {
+  const long long columns = block.entries * kColumnsPerEntry;
+  const long long rows = columns / block.width;
+  const std::string counted = std::to_string(block.entries) + (block.entries == 1 ? " entry" : " entries");
+  if (columns % block.width != 0) {
+    return findings.Add(
+        block.record, "BitName", CodeId::kEbrRows,
+        counted + " do not fill rows of " + std::to_string(block.width) + " columns: the last ones keep column 0");
+  }
+  const Attribute* const address = Written(block.record, "Address");
+  if (address == nullptr || SpanOf(RangeOf(*address)) == rows) return;
+  findings.Add(block.record, "Address", CodeId::kEbrRows,
+               "the addresses " + Quoted(address->value) + " are " + std::to_string(SpanOf(RangeOf(*address))) + ", but " +
+                   counted + " are " + std::to_string(rows) + (rows == 1 ? " row of " : " rows of ") +
+                   std::to_string(block.width) + " columns");
+}
+
+void CheckBlock(const Described& record, Findings& findings) {
+  const Attribute* const entries = Written(record, "BitName");
+  const Attribute* const columns = Written(record, "Column");
+  const Attribute* const address = Written(record, "Address");
+  if (entries == nullptr) return;
+  if ((columns == nullptr) != (address == nullptr)) {
+    const std::string missing = columns == nullptr ? "Column" : "Address";
+    findings.Add(record, columns == nullptr ? "Address" : "Column", CodeId::kEbrIncomplete,
+                 "there is no " + missing + " beside it: it is 0 for all entries");
+  }
+  if (columns == nullptr) return;
+  descriptions::Value count;
+  descriptions::ReadValue(descriptions::Kind::Count, std::string(entries->value).c_str(), count);
+  Block block = {record, count.number, 0, RangeOf(*columns)};
+  block.width = SpanOf(block.columns);
+  if (CheckColumns(block, findings)) CheckRows(block, findings);
+}
+
+}  // namespace
+
+void CheckEbrBlocks(const Records& records, Findings& findings) {
+  for (const DescribedDevice& device : records.Devices()) {
+    for (const Element& child : device.element->children) {
+      if (child.name == "EBR") CheckBlock({device.file, &child}, findings);
+    }
+  }
+}
+
+}  // namespace plddb::check

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Check.h"
+
+/// \file
+/// The forms in which plddb check writes findings.
+
+namespace tool {
+
+using Findings = std::vector<plddb::check::Finding>;
+
+std::string FindingLines(const Findings& findings);  ///< "FILE:LINE:COLUMN: error[code]: text".
+std::string FindingJson(const Findings& findings);
+std::string FindingSarif(const Findings& findings);  ///< SARIF 2.1.0, which forges show in reviews.
+std::string CodeTable();
+
+}  // namespace tool
