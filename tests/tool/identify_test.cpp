@@ -490,7 +490,7 @@ TEST(Identify, ExitsWith2AndSaysWhyWhenTheUsageIsWrong) {
       {"identify --scan - 0x59604093", "--scan"},
       {"identify --json --format tsv 0x59604093", "--json"},
       {"identify --format yaml 0x59604093", "yaml"},
-      {"identify --format openocd --comm ISP 0x141", "ISP identifiers are no IDCODEs"},
+      {"identify --format openocd --comm ISP 0x141", "ISP identifiers are not IDCODEs"},
       {"identify --comm SPI 0x59604093", "SPI"},
       {"identify --comm jtag 0x59604093", "jtag"},
       {"identify --comm", "--comm"},

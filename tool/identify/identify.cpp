@@ -186,7 +186,7 @@ ExitCode Answer(const IdentifiedChain& identified, const Options& options) {
 
 ExitCode RunIdentify(const Options& options) {
   if (options.format == "openocd" && options.comm == "ISP") {
-    throw WrongUsage("--format openocd: ISP identifiers are no IDCODEs");
+    throw WrongUsage("--format openocd: ISP identifiers are not IDCODEs");
   }
   if (!options.expected.empty()) ExpectedNames(options.expected);  // before anything is read
   Scan scan = ReadChain(options);
@@ -209,7 +209,7 @@ void AddInput(Subcommand subcommand, Options& options) {
       .NotEmpty()
       .Excludes(ids);
   subcommand
-      .Add("--ir", options.irLengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
+      .Add("--ir", options.irLengths, "The IR length at a position, for example of an unknown TAP; may be given several times")
       .Type("POSITION=LENGTH")
       .OneValueEach();
   subcommand.AddFlag("--trust-ir", options.trustsIrLengths, "Use the IR lengths of the scan even where they may be guesses");
