@@ -50,7 +50,7 @@ void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml
   given_.reset();
   const bool needsCheck = NeedsReferenceCheck(node);
   pugi::xml_attribute attribute = node.first_attribute();
-  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" after the last
+  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" behind the last
     if (needsCheck) CheckReferences(text_, OffsetOf(attribute.value()), faults_);
     ReadField(fields, attribute, name, node);
     attribute = attribute.next_attribute();
@@ -58,7 +58,7 @@ void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml
   SetFields(fields, record, node);
 }
 
-/// Whether the start tag of `node` contains '&' or '<'. Few do, so that the values of most need not be searched.
+/// Whether a '&' or '<' stands in the start tag of `node`. Few have one, and the others are not worth a look at each value.
 bool ElementReader::NeedsReferenceCheck(pugi::xml_node node) const {
   const pugi::xml_attribute last = node.last_attribute();
   if (!last) return false;
