@@ -90,7 +90,7 @@ void CheckFullNames(const Records& records, Findings& findings) {
   }
 }
 
-// --- Counts that stand for others -------------------------------------------------------------------------------------------
+// --- Counts that are aliases ------------------------------------------------------------------------------------------------
 
 /// Files of `asked` fuses are also for devices of `stored` ones: a device of the other count is hard to tell from them.
 void CheckAlias(const Records& records, const FuseAlias& alias, Findings& findings) {

@@ -117,7 +117,7 @@ std::string DecimalText(const DescribedDevice& device, std::string_view attribut
          ": hexadecimal digits need 0x before them";
 }
 
-/// Nobody writes a decimal number with zeros before it.
+/// Decimal numbers are not written with leading zeros.
 void CheckLeadingZeros(const DescribedDevice& device, Findings& findings) {
   for (const descriptions::Field& field : descriptions::FieldsOf<DeviceInfo>()) {
     const Attribute* const written = field.hexDigits == 0 ? nullptr : Written(device, field.name);
@@ -178,7 +178,7 @@ bool HasMaker(const DeviceInfo& device) {
          (device.GetDeviceIDScanMask() & kMakerBits) == kMakerBits;
 }
 
-/// Whether a single device is odd beside `others`. Of two devices nobody can tell, unless a family holds both.
+/// Whether a single device differs from `others`. Of two devices, either may be the odd one, unless one family holds both.
 bool IsUnlike(const DescribedDevice& device, const std::vector<const DescribedDevice*>& others) {
   if (others.size() > 1) return true;
   const DescribedDevice& other = *others.front();

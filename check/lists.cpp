@@ -58,7 +58,7 @@ bool IsNumber(std::string_view text) {
 
 // --- The rules --------------------------------------------------------------------------------------------------------------
 
-/// Finds what is wrong with the text of one attribute.
+/// Finds mistakes in the text of one attribute.
 class ListCheck {
  public:
   ListCheck(const Described& record, const Attribute& attribute, const ListText& row, Findings& findings)

@@ -106,7 +106,7 @@ bool HasBlankEnd(std::string_view text) {
   });
 }
 
-// What lookups compare. The access mode has a rule of its own.
+// The texts that lookups compare. The access mode has its own rule.
 constexpr const char* kComparedOfFamily[] = {"Name", "AliasName"};
 constexpr const char* kComparedOfDevice[] = {"Name", "CodeName", "AliasName", "Family", "Vendor"};
 constexpr const char* kComparedOfPackage[] = {"Type", "PON", "BackupPON", "AliasPON", "JDF"};
