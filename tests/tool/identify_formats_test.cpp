@@ -103,7 +103,7 @@ TEST(TsvFormat, HasALineForEachPositionAndAlwaysTheSameColumns) {
       "length\torder\ttool\tkind\thint\tmaker\tmisread";
   const struct {
     std::string arguments;
-    const char* line;  // the first behind the head
+    const char* line;  // the first after the head
   } cases[] = {
       {"0x59604093",
        "0\t0x59604093\tknown\tXC9572XL\tXC9572XL\tXC9500XL\t8\t0xFE\t0xFF\tCS48 PC44 TQ100 VQ44 VQ64\t"
