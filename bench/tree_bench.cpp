@@ -1,4 +1,4 @@
-// Building, copying, merging and destroying whole databases, beside the same blocks of memory without a library around them.
+// Building, copying, merging and destroying whole databases, compared with the same blocks of memory without the library.
 
 #include <benchmark/benchmark.h>
 

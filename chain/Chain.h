@@ -35,7 +35,7 @@ struct ScannedTap {
   std::string name = {};                ///< As the tool calls it; empty when it gives no names.
   std::optional<unsigned int> id = {};  ///< None: the tool read no IDCODE there.
   unsigned long irLength = 0;           ///< 0: the tool does not print it.
-  bool irLengthIsGuess = false;         ///< The tool guessed the length, or has it from a table of its own.
+  bool irLengthIsGuess = false;         ///< The tool guessed the length, or has it from its own table.
 };
 
 /// A chain as it was read, and its origin.

@@ -32,7 +32,7 @@ class ScanReports {
   bool IsFull() const;             ///< Current() holds more TAPs than any chain.
   std::vector<ScanReport> Take();  ///< Hands over those that hold a TAP.
 
-  bool isOpen = false;          ///< For formats that need it: a line said that TAPs follow.
+  bool isOpen = false;          ///< For formats that need it: a line announced that TAPs follow.
   std::size_t indentation = 0;  ///< For formats that need it: of the last TAP.
   std::vector<std::string> notes = {};
 

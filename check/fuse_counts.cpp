@@ -80,7 +80,7 @@ class FullNames {
   std::unordered_map<std::string, FirstName> firsts_;
 };
 
-/// Lookups by full name pass over devices in other access modes.
+/// Lookups by full name skip devices in other access modes.
 void CheckFullNames(const Records& records, Findings& findings) {
   FullNames names(records, findings);
   for (const DescribedDevice& device : records.Devices()) {

@@ -59,7 +59,7 @@ std::string IspIdOutsideMask(const DescribedDevice& device) {
 std::string ZeroId(const DescribedDevice& device, unsigned int id, const char* mode) {
   const bool isMeant = IsCompared(*device.device, mode) || device.device->GetComm() == nullptr;
   if (id != 0 || !isMeant || IsPlaceholder(*device.device)) return "";
-  return std::string("an identifier of 0 is none: ") + mode + " lookups pass over the device";
+  return std::string("0 is not an identifier: ") + mode + " lookups skip the device";
 }
 
 std::string ZeroIdcode(const DescribedDevice& device) { return ZeroId(device, device.device->GetjtagDeviceID(), "JTAG"); }

@@ -92,7 +92,8 @@ std::string IrLength(const DescribedDevice& device) {
   if (irLength == 1) return "IRLength is 1, but an instruction register has 2 bits or more";
   for (const Instruction& instruction : kInstructions) {
     if (irLength == 0 && (device.device->*instruction.code)() != 0) {
-      return std::string("the device has an ") + instruction.attribute + ", but no IRLength, without which nobody can shift it";
+      return std::string("the device has an ") + instruction.attribute +
+             ", but no IRLength, without which it cannot be shifted";
     }
   }
   return "";

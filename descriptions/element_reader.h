@@ -56,7 +56,7 @@ class ElementReader {
       std::make_shared<std::string>();  // a copy of the text, which the parser cuts up and decodes in place
   pugi::xml_document document_;
 
-  // The attributes of the element at hand, by their position in its table.
+  // The attributes of the current element, by their position in its table.
   std::array<Value, FieldTable::kMost> values_;
   std::bitset<FieldTable::kMost> given_;
 };

@@ -38,8 +38,8 @@ inline bool IsComparable(const char* text) {
 
 /// A text that a walk carries from device to device.
 ///
-/// On purpose: a device without the text stands for the last device visited that had one, and for the empty text before the
-/// first. Callers may rely on it.
+/// On purpose: for a device without the text, the text of the last visited device that has one is used, and the empty text
+/// before the first. Callers may rely on it.
 class CarriedText {
  public:
   /// The text to compare for a device whose own text is `text`. To be called for every device that is visited, whether or not

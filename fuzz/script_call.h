@@ -59,7 +59,7 @@ inline void Look(const DeviceInfo* device) {
   const FamilyList* const family = device->GetFamilyObject();
   int i = 0;
   while (family->GetDevice(i) != nullptr && family->GetDevice(i) != device) ++i;
-  Check(family->GetDevice(i) == device, "a lent device stands in its family");
+  Check(family->GetDevice(i) == device, "a lent device is in its family");
 }
 
 /// A list that is lent for changing is changed.

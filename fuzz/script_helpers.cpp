@@ -53,9 +53,9 @@ void PlaySearches(const char* text, const char* part, int start) {
   const LString helper;
   const int found = helper.Find(text, part);
   Check(found == FindSubString(text, part, 0, true), "both exact searches agree");
-  if (found >= 0) Check(std::strncmp(text + found, part, std::strlen(part)) == 0, "what was found stands there");
+  if (found >= 0) Check(std::strncmp(text + found, part, std::strlen(part)) == 0, "the text is where it was found");
   const int later = FindSubString(text, part, start, false);
-  Check(later < 0 || later >= start, "a search starts where it is told");
+  Check(later < 0 || later >= start, "a search begins at its start");
   helper.Find(text, part == nullptr ? '\0' : *part);
 }
 

@@ -73,7 +73,7 @@ TEST(WriteDescriptions, LeavesOutDefaultsAndWhatAReaderDerives) {
       {"options that equal the mode", R"(<Device Comm="JTAG" AlgOptions="JTAG"/>)", R"(<Device Comm="JTAG"/>)"},
       {"options that differ", R"(<Device AlgOptions="x" Comm="JTAG"/>)", R"(<Device Comm="JTAG" AlgOptions="x"/>)"},
       {"a width that is not set", R"(<Device DataLength="512"/>)", R"(<Device DataLength="512"/>)"},
-      {"a width of its own", R"(<Device DataLength="512" BitstreamColWidth="8"/>)",
+      {"its own width", R"(<Device DataLength="512" BitstreamColWidth="8"/>)",
        R"(<Device DataLength="512" BitstreamColWidth="8"/>)"},
       {"address ranges", R"(<Device listAddressRange="R; A0-A7 ; ;B;"/>)", R"(<Device listAddressRange=";A0-A7; ;B;"/>)"},
       {"empty entries", R"(<Device SysIOList='"A" " " "B"'/>)",

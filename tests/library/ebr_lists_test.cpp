@@ -133,8 +133,8 @@ TEST(SetListControlEBRBitName, AnAbsurdCountEndsInBadAllocAtOnce) {
   }
 }
 
-// Up to the bound the system decides whether there is memory; beyond it, nobody is asked. The allocation fails here, so that no
-// row needs any.
+// Up to the limit the system decides whether there is memory; beyond it, the system is not asked. The allocation fails here, so
+// that no row needs any.
 TEST(SetListControlEBRBitName, OnlyCountsAboveTheBoundAreRefusedUnasked) {
   const struct {
     const char* count;

@@ -7,7 +7,7 @@
 /// character. Slow on purpose, and independent of the library, which has to give the same answers.
 namespace reference {
 
-/// A device as the lookups see it that compare a carried-over text, and beside it a key exactly.
+/// A device as seen by the lookups that compare a carried-over text, and also a key exactly.
 struct CarriedDevice {
   const char* text;
   const char* key;
