@@ -35,8 +35,7 @@ class PLDDB_EXPORT PackageList : public LObject {
 
   char* GetPackageTypeWithJDFFile(const char* jdf) const;  ///< Type of the first package with this JDF; null without one.
   char* GetPackagePONWithJDFFile(const char* jdf) const;   ///< PON of the first package with this JDF; null without one.
-  char* GetOrvoSettingWithJDFFile(
-      const char* jdf) const;  ///< OrvoSetting of the first package with this JDF; null without one.
+  char* GetOrvoSettingWithJDFFile(const char* jdf) const;  ///< OrvoSetting of the first package with it; null without one.
 
   /// Appends a copy of each package of `src`, in order. `src` may be this list: it is doubled. Returns true; a null source
   /// appends nothing. std::bad_alloc keeps the copies appended so far.
