@@ -2,7 +2,7 @@
 #   SOURCES file...      relative to the folder, like all files here
 #   HEADERS file...      what clients include; the other headers are internal
 #   [NEEDS name...]      the other libraries that this one uses, declared earlier
-#   [PACKAGES name...])  the packages that it links, found earlier; CMake's name, and pkg-config's, and that of the target NAME::NAME
+#   [PACKAGES name...])  the packages that it links, found earlier; CMake's name, that of the target NAME::NAME, in lower case pkg-config's
 #
 # Declares a library other than the core: plddb::NAME, static, the target plddb_NAME. install.cmake installs it with its headers,
 # makes it a component of the CMake package, and writes plddb-NAME.pc.

@@ -39,7 +39,7 @@ plddb_describe(LIBRARY library "This package holds the shared library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libplddb-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION}), libpugixml-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION}), libpugixml-dev, zlib1g-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS plddb-data)
 plddb_describe(DEVELOPMENT headers "This package holds what programs that use the library are built with, the
 loader of device descriptions among it.")

@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "Bsdl.h"
+#include "bsdl_files.h"
 #include "check_forms.h"
 #include "colour.h"
 #include "command.h"
@@ -24,6 +26,11 @@ constexpr const char* kFooter =
 that of the value, or of the element that lacks it. An error can never work, or
 a value is lost; a warning may be meant so. docs/check.md explains each code.
 
+With --bsdl the descriptions are compared with those of the makers' files that
+match their IDCODEs or have the entity name of a package, instead: id, mask, IR
+length, codes and boundary length. A folder stands for all *.bsd, *.bsdl, *.bsm,
+*.bs and *.1532 files in it. docs/bsdl.md explains the codes.
+
 A comment allows a finding in the start tag of the next element:
 <!-- plddb: allow CODE: the reason -->
 
@@ -31,10 +38,13 @@ Exit code: 0 without findings, or with warnings alone; 1 for errors, and for
 warnings with --strict; 2 for wrong usage, and for files that cannot be read.
 
 Examples: plddb check --strict my_devices.xml
-          plddb check --format sarif descriptions > findings.sarif)";
+          plddb check --format sarif descriptions > findings.sarif
+          plddb check --bsdl makers_files my_devices.xml)";
 
 struct Options {
   std::vector<std::string> files;
+  std::vector<std::string> makersFiles;
+  bool missing = false;
   std::vector<std::string> allowed;
   std::string format = "text";
   bool strict = false;
@@ -51,10 +61,60 @@ std::vector<plddb::check::Source> Read(const std::vector<std::string>& files) {
   return sources;
 }
 
+/// The name of a code, which may be given by its former one; null when there is none.
+const char* CodeName(const std::string& name) {
+  for (const Code& code : AllCodes()) {
+    if (name == code.name || (!code.formerly.empty() && name == code.formerly)) return code.name.data();
+  }
+  return nullptr;
+}
+
+// --- Against makers' files --------------------------------------------------------------------------------------------------
+
+struct Paths {
+  std::vector<std::string> makersFiles;
+  std::vector<std::string> descriptions;
+};
+
+bool IsXml(const std::string& path) { return path.size() >= 4 && path.compare(path.size() - 4, 4, ".xml") == 0; }
+
+/// --bsdl takes all that follows it: without other arguments its last value is the description file, and so are *.xml before
+/// it.
+Paths PathsOf(const Options& options) {
+  Paths paths = {options.makersFiles, options.files};
+  if (!paths.descriptions.empty() || paths.makersFiles.size() < 2) return paths;
+  auto first = paths.makersFiles.end() - 1;
+  while (first - 1 != paths.makersFiles.begin() && IsXml(*(first - 1))) --first;
+  paths.descriptions.assign(first, paths.makersFiles.end());
+  paths.makersFiles.erase(first, paths.makersFiles.end());
+  return paths;
+}
+
+/// Compares descriptions that load with makers' files. The others are findings as ever.
+Findings CheckAgainst(const std::vector<std::string>& makersFiles, const std::vector<std::string>& files, bool missing) {
+  std::vector<plddb::bsdl::File> makers;
+  for (const std::string& file : BsdlFiles(makersFiles)) makers.push_back(plddb::bsdl::Load(file));
+  Findings findings;
+  std::vector<plddb::LoadResult> loaded(files.size());
+  std::vector<plddb::Outline> outlines(files.size());
+  std::vector<plddb::check::Description> descriptions;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    loaded[i] = plddb::LoadDescriptions(files[i], &outlines[i]);
+    if (loaded[i].database != nullptr) {
+      descriptions.push_back({files[i], loaded[i].database.get(), &outlines[i]});
+    } else {
+      for (Finding& finding : plddb::check::CheckTexts(Read({files[i]}))) findings.push_back(std::move(finding));
+    }
+  }
+  const auto listed = missing ? plddb::bsdl::Missing::kListed : plddb::bsdl::Missing::kAllowed;
+  for (Finding& finding : plddb::bsdl::Check(makers, descriptions, listed)) findings.push_back(std::move(finding));
+  return findings;
+}
+
 void DropAllowed(Findings& findings, const std::vector<std::string>& allowed) {
   for (const std::string& name : allowed) {
-    const Code* const code = plddb::check::FindCode(name);
-    const auto isAllowed = [&](const Finding& finding) { return code != nullptr && finding.code == code->name; };
+    const char* const code = CodeName(name);
+    const auto isAllowed = [&](const Finding& finding) { return code != nullptr && finding.code == code; };
     findings.erase(std::remove_if(findings.begin(), findings.end(), isAllowed), findings.end());
   }
 }
@@ -79,23 +139,27 @@ ExitCode RunCheck(const Options& options) {
     WriteOutput(CodeTable());
     return ExitCode::kFound;
   }
-  if (options.files.empty()) throw WrongUsage("FILE is required");
-  const auto sources = Read(DescriptionFiles(options.files));
+  const Paths paths = PathsOf(options);
+  if (paths.descriptions.empty()) throw WrongUsage("FILE is required");
+  const std::vector<std::string> files = DescriptionFiles(paths.descriptions);
+  const auto sources = Read(files);
   const bool isUnreadable =
       std::any_of(sources.begin(), sources.end(), [](const auto& source) { return !source.failure.empty(); });
-  Findings findings = plddb::check::CheckTexts(sources);
+  Findings findings =
+      options.makersFiles.empty() ? plddb::check::CheckTexts(sources) : CheckAgainst(paths.makersFiles, files, options.missing);
   DropAllowed(findings, options.allowed);
   WriteOutput(InForm(findings, options));
   const std::size_t errors = Count(findings, Severity::kError);
   const std::size_t warnings = Count(findings, Severity::kWarning);
   WriteMessage("plddb: " + Counted(errors, "error") + " and " + Counted(warnings, "warning") + " in " +
                Counted(sources.size(), "file") + '\n');
-  if (isUnreadable) return ExitCode::kFailed;
+  const auto isOfBsdlFile = [](const Finding& finding) { return finding.code == "bsdl-file"; };
+  if (isUnreadable || std::any_of(findings.begin(), findings.end(), isOfBsdlFile)) return ExitCode::kFailed;
   return errors > 0 || (options.strict && warnings > 0) ? ExitCode::kNotFound : ExitCode::kFound;
 }
 
 std::string RefuseUnknownCode(const std::string& name) {
-  if (plddb::check::FindCode(name) != nullptr) return "";
+  if (CodeName(name) != nullptr) return "";
   return "no finding has the code " + name + "; plddb check --list-codes shows all";
 }
 
@@ -115,6 +179,11 @@ Run AddCheck(Subcommand subcommand) {
       .AddFlag("--json", options->json, "As --format json: an array of {file, line, column, severity, code, text, related}")
       .Excludes(format);
   subcommand.AddFlag("--list-codes", options->listCodes, "Show what each code means, and check nothing");
+  const Option makersFiles =
+      subcommand.Add("--bsdl", options->makersFiles, "Compare with makers' BSDL files, or folders of them");
+  makersFiles.Type("BSDL...");
+  subcommand.AddFlag("--missing", options->missing, "List what the makers' files state and a description lacks")
+      .Needs(makersFiles);
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");
   subcommand.Footer(kFooter);
   return [options] { return RunCheck(*options); };

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "Bsdl.h"
 #include "device_text.h"
 #include "json_text.h"
 #include "text_table.h"
@@ -50,7 +51,7 @@ Json LocationOf(const Place& place) {
 
 Json Rules() {
   Json rules = Json::array();
-  for (const Code& code : plddb::check::Codes()) {
+  for (const Code& code : AllCodes()) {
     rules.push_back({{"id", code.name},
                      {"shortDescription", {{"text", code.meaning}}},
                      {"defaultConfiguration", {{"level", NameOf(code.severity)}}}});
@@ -70,11 +71,17 @@ Json ResultOf(const Finding& finding, std::size_t ruleIndex) {
 
 std::unordered_map<std::string_view, std::size_t> RuleIndexes() {
   std::unordered_map<std::string_view, std::size_t> indexes;
-  for (const Code& code : plddb::check::Codes()) indexes.emplace(code.name, indexes.size());
+  for (const Code& code : AllCodes()) indexes.emplace(code.name, indexes.size());
   return indexes;
 }
 
 }  // namespace
+
+std::vector<Code> AllCodes() {
+  std::vector<Code> codes = plddb::check::Codes();
+  for (const Code& code : plddb::bsdl::CheckCodes()) codes.push_back(code);
+  return codes;
+}
 
 std::string FindingLines(const Findings& findings) {
   std::string lines;
@@ -110,7 +117,7 @@ std::string FindingSarif(const Findings& findings) {
 
 std::string CodeTable() {
   std::vector<Row> rows;
-  for (const Code& code : plddb::check::Codes()) {
+  for (const Code& code : AllCodes()) {
     rows.push_back({std::string(code.name), NameOf(code.severity), std::string(code.meaning)});
   }
   return AlignedTable(rows);

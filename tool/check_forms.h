@@ -17,4 +17,6 @@ std::string FindingJson(const Findings& findings);
 std::string FindingSarif(const Findings& findings);  ///< SARIF 2.1.0, which forges show in reviews.
 std::string CodeTable();
 
+std::vector<plddb::check::Code> AllCodes();  ///< Those of the library check, then those of --bsdl.
+
 }  // namespace tool

@@ -36,11 +36,13 @@ using Run = std::function<ExitCode()>;
 ///@{
 Run AddIdentify(Subcommand subcommand);
 Run AddFind(Subcommand subcommand);
+Run AddFits(Subcommand subcommand);
 Run AddList(Subcommand subcommand);
 Run AddShow(Subcommand subcommand);
 Run AddCheck(Subcommand subcommand);
 Run AddExport(Subcommand subcommand);
 Run AddMerge(Subcommand subcommand);
+Run AddImport(Subcommand subcommand);
 Run AddHelp(Subcommand subcommand);
 ///@}
 

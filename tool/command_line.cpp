@@ -69,6 +69,8 @@ Option Option::OneValueEach() const {
   return *this;
 }
 
+Option Option::ValueMayBeMissing() const { return Option(option_->expected(0, 1)); }
+
 Option Option::Needs(Option other) const {
   option_->needs(other.option_);
   return *this;

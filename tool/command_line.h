@@ -31,6 +31,7 @@ class Option {
   Option NotEmpty() const;
   Option Required() const;
   Option OneValueEach() const;  ///< Given several times, it takes one value each time.
+  Option ValueMayBeMissing() const;
   Option Needs(Option other) const;
   Option Excludes(Option other) const;
 

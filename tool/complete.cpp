@@ -62,7 +62,7 @@ constexpr struct {
 };
 
 /// The options and arguments that are files.
-constexpr std::string_view kFiles[] = {"--db", "--output", "--scan", "FILE"};
+constexpr std::string_view kFiles[] = {"--bsdl", "--db", "--into", "--output", "--scan", "FILE"};
 
 bool TakesFile(const OptionShape& option) {
   return std::find(std::begin(kFiles), std::end(kFiles), option.name) != std::end(kFiles);

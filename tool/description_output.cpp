@@ -212,7 +212,10 @@ std::string LoadableText(const Sources& sources) {
 }  // namespace
 
 void WriteSources(const Sources& sources, const std::string& path) {
-  const std::string text = LoadableText(sources);
+  WriteDescriptionText(LoadableText(sources), path);
+}
+
+void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (path.empty()) return WriteOutput(text);
   const std::string target = Target(path);
   std::error_code unknown;

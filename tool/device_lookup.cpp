@@ -86,7 +86,8 @@ WorkingCopies::WorkingCopies(const std::vector<Database>& databases) {
   for (const Database& database : databases) {
     Database& copy = copies_.emplace_back();
     copy.file = database.file;
-    copy.devices.reset(new DeviceList(database.devices.get()));
+    copy.devices = plddb::MakeDeviceList();
+    copy.devices->AddNewDeviceList(database.devices.get());  // not the copy of a database: one that fails leaves devices behind
     std::vector<const DeviceInfo*> copied;
     ForEachDevice(*copy.devices, [&](const DeviceInfo& device) { copied.push_back(&device); });
     auto next = copied.begin();
@@ -98,7 +99,8 @@ void WorkingCopies::TakeOut(const DeviceInfo& copy) {
   FamilyList& family = *copy.GetFamilyObject();
   int position = 1;
   while (family.GetDevice(position - 1) != &copy) ++position;
-  takenOut_.emplace_back(family.DeleteDevice(position));
+  takenOut_.emplace_back();  // its place first
+  takenOut_.back().reset(family.DeleteDevice(position));
 }
 
 bool WorkingCopies::KeepFamily(const std::string& name) {

@@ -20,11 +20,13 @@ constexpr struct {
 } kCommands[] = {
     {"identify", "Identify the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
     {"find", "Find a device by name, ordering name, fuse count or another key.", tool::AddFind},
+    {"fits", "Find the device that a programming file is for, and whether it fits a chain.", tool::AddFits},
     {"list", "List the families, or the devices of one.", tool::AddList},
     {"show", "Show everything known about a device, with the file and line of each value.", tool::AddShow},
     {"check", "Find mistakes in description files.", tool::AddCheck},
     {"export", "Write a description file in its canonical form.", tool::AddExport},
     {"merge", "Write several description files as one.", tool::AddMerge},
+    {"import", "Make descriptions from makers' BSDL files.", tool::AddImport},
     {"help", "Show how to use a subcommand.", tool::AddHelp},
 };
 

@@ -47,7 +47,7 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
       {{"id"}, "identify"},
       {{"x"}, ""},
       {{"--v"}, "--version"},
-      {{}, "check|export|find|help|identify|list|merge|show"},
+      {{}, "check|export|find|fits|help|identify|import|list|merge|show"},
       {{"help", "me"}, "merge"},
       {{"help", "list", ""}, ""},
       {{"list", "--"}, "--db|--family|--files|--help|--json"},

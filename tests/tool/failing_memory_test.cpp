@@ -28,6 +28,7 @@ using support::ReadFile;
 
 const std::string kData = PLDDB_TEST_DIR "/tool/data/";
 const std::string kLong = kData + "long_texts.xml";  // short texts take no memory
+const std::string kBsdl = kData + "pld1234a_tq100.bsd";
 const std::string kLists = kData + "lists.xml";
 
 /// While it lives, one of the standard streams of this process is a file.
@@ -120,6 +121,8 @@ TEST(FailingMemory, OfARunWritesNothingOrAllAndLeaksNothing) {
       "check " + kLong,
       "check " + faulty + "text_long_name.xml " + faulty + "bypass_short.xml " + faulty + "bypass_family.xml",
       "check " + faulty + "load_unknown_element.xml " + faulty + "list_surplus.xml",
+      "import " + kBsdl + " --family A-FAMILY-WITH-A-LONG-NAME",
+      "check --missing --bsdl " + kBsdl + " " + kLong,
       "export " + kLong,
       "merge " + kLong + " " + kLong,
   };

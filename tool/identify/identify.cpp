@@ -1,15 +1,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <charconv>
-#include <cstdio>
-#include <cstring>
 #include <iterator>
 #include <memory>
-#include <optional>
-#include <utility>
 
+#include "chain_input.h"
 #include "command.h"
 #include "device_text.h"
 #include "identify/expect.h"
@@ -75,78 +70,6 @@ struct Options {
   std::vector<std::string> irLengths;
 };
 
-std::string More(std::size_t count) { return count == 0 ? "" : "\nand " + std::to_string(count) + " more"; }
-
-struct CloseFile {
-  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-
-std::string ReadFile(const std::string& path) {
-  const std::string complaint = Printable(path) + ":1:1: error: cannot read the file";
-  const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
-  if (file == nullptr) throw Failure(complaint + ": " + std::strerror(errno));
-  return ReadAll(file.get(), complaint);  // a folder is opened, but cannot be read
-}
-
-/// Throws Failure with all faults of what was read from `name`.
-Scan TakeScan(plddb::chain::ScanResult result, const std::string& name) {
-  if (result.scan) return std::move(*result.scan);
-  std::string lines;
-  for (const plddb::chain::Fault& fault : result.faults) {
-    lines += (lines.empty() ? "" : "\n") + Printable(name) + ":" + std::to_string(fault.line) + ":" +
-             std::to_string(fault.column) + ": error: " + fault.text;
-  }
-  throw Failure(lines + More(result.moreFaults));
-}
-
-Scan ScanOfArguments(const std::vector<std::string>& arguments) {
-  constexpr std::size_t most = 100;
-  Scan scan;
-  std::size_t wrong = 0;
-  std::string lines;
-  for (const std::string& argument : arguments) {
-    scan.taps.push_back({"", plddb::chain::ParseId(argument)});
-    if (scan.taps.back().id || wrong++ >= most) continue;
-    lines += (lines.empty() ? "" : "\n") + ("plddb: error: " + plddb::chain::NotAnId(argument));
-  }
-  if (wrong != 0) throw Failure(lines + More(wrong > most ? wrong - most : 0));
-  return scan;
-}
-
-Scan ReadChain(const Options& options) {
-  if (options.scan == "-") return TakeScan(plddb::chain::ReadScan(ReadInput()), "stdin");
-  if (!options.scan.empty()) return TakeScan(plddb::chain::ReadScan(ReadFile(options.scan)), options.scan);
-  if (options.ids.empty()) throw WrongUsage("ID or --scan is required");
-  if (options.ids == std::vector<std::string>{"-"}) return TakeScan(plddb::chain::ReadIds(ReadInput()), "stdin");
-  return ScanOfArguments(options.ids);
-}
-
-/// All of `text` as a decimal number from `least` to `most`.
-std::optional<unsigned long> Number(std::string_view text, unsigned long least, unsigned long most) {
-  unsigned long value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < least || value > most) return std::nullopt;
-  return value;
-}
-
-/// Takes each text "POSITION=LENGTH" over into the chain.
-void GiveIrLengths(Chain& chain, const std::vector<std::string>& texts) {
-  constexpr unsigned long shortest = 2;  // by the standard: every capture ends in 01
-  constexpr unsigned long longest = 0xFFFF;
-  const std::string last = std::to_string(chain.size() - 1);
-  for (const std::string& text : texts) {
-    const std::size_t equals = std::min(text.find('='), text.size());
-    const auto position = Number(std::string_view(text).substr(0, equals), 0, chain.size() - 1);
-    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())), shortest, longest);
-    if (!position || !length) {
-      throw WrongUsage("--ir " + Printable(text) + ": expected POSITION=LENGTH, from 0 to " + last + " and from 2 to 65535");
-    }
-    if (chain[*position].givenIrLength != 0) throw WrongUsage("--ir: position " + std::to_string(*position) + " twice");
-    chain[*position].givenIrLength = *length;
-  }
-}
-
 void Write(const IdentifiedChain& identified, const std::string& format) {
   const auto hasName = [&](const auto& row) { return row.name == format; };
   const auto* const chosen = std::find_if(std::begin(kFormats), std::end(kFormats), hasName);
@@ -189,8 +112,7 @@ ExitCode RunIdentify(const Options& options) {
     throw WrongUsage("--format openocd: ISP identifiers are not IDCODEs");
   }
   if (!options.expected.empty()) ExpectedNames(options.expected);  // before anything is read
-  Scan scan = ReadChain(options);
-  if (!options.order.empty()) scan.nearest = options.order == "tdo" ? End::kTdo : End::kTdi;
+  Scan scan = ReadChain(options.ids, options.scan, options.order);
   const std::vector<Database>& databases = LoadDatabases(options.databases);
   std::vector<const DeviceList*> lists;
   lists.reserve(databases.size());
@@ -204,18 +126,10 @@ ExitCode RunIdentify(const Options& options) {
 void AddInput(Subcommand subcommand, Options& options) {
   const Option ids = subcommand.Add("ID", options.ids, "The ids of the chain, in its order; - reads them from standard input");
   ids.Type("or -");
-  subcommand.Add("--scan", options.scan, "The text of a scanning tool; - reads it from standard input")
-      .Type("FILE|-")
-      .NotEmpty()
-      .Excludes(ids);
-  subcommand
-      .Add("--ir", options.irLengths, "The IR length at a position, for example of an unknown TAP; may be given several times")
-      .Type("POSITION=LENGTH")
-      .OneValueEach();
+  AddScanOption(subcommand, options.scan).Excludes(ids);
+  AddIrLengthOption(subcommand, options.irLengths);
   subcommand.AddFlag("--trust-ir", options.trustsIrLengths, "Use the IR lengths of the scan even where they may be guesses");
-  subcommand.Add("--order", options.order, "Which end of the chain comes first, whatever the tool's order is")
-      .Type("tdo|tdi")
-      .OneOf({"tdo", "tdi"});
+  AddOrderOption(subcommand, options.order);
 }
 
 void AddForm(Subcommand subcommand, Options& options) {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "bsdl/Bsdl.h"
+
+namespace plddb::bsdl {
+
+/// What `facts` state and a description has no place for, one subject a line, each line after six blanks and with its line end:
+/// the other instructions and codes, the capture pattern, the maximum TCK, and so on. Fit for an XML comment.
+std::string CommentOn(const Facts& facts);
+
+/// `text` as it may be in an XML comment: ASCII, no "--", no line ends.
+std::string CommentText(std::string_view text);
+
+}  // namespace plddb::bsdl

@@ -1,0 +1,493 @@
+// What a file is for, and whether it fits a chain.
+
+#include <algorithm>
+#include <iterator>
+
+#include "FamilyList.h"
+#include "foundation/printed_forms.h"
+#include "impl.h"
+#include "text.h"
+
+namespace plddb::programming_files {
+namespace {
+
+using Statements = std::vector<const Statement*>;
+
+bool Contains(const Devices& devices, const DeviceInfo* device) {
+  return std::find(devices.begin(), devices.end(), device) != devices.end();
+}
+
+Devices Common(const Devices& a, const Devices& b) {
+  Devices common;
+  std::copy_if(a.begin(), a.end(), std::back_inserter(common), [&](const DeviceInfo* device) { return Contains(b, device); });
+  return common;
+}
+
+/// "XC95216, XC95288XL, XC95288XV", of many only the first.
+std::string Names(const Devices& devices) {
+  constexpr std::size_t most = 12;
+  std::string names;
+  for (std::size_t i = 0; i < devices.size() && i < most; ++i) {
+    const char* const name = devices[i]->GetName();
+    names += (i == 0 ? "" : ", ") + std::string(name == nullptr ? "?" : name);
+  }
+  return devices.size() > most ? names + " and " + std::to_string(devices.size() - most) + " more" : names;
+}
+
+Statements OfKind(const File& file, Kind kind) {
+  Statements statements;
+  for (const Statement& statement : file.statements) {
+    if (statement.kind == kind) statements.push_back(&statement);
+  }
+  return statements;
+}
+
+// --- What a file is for -----------------------------------------------------------------------------------------------------
+
+/// A device that a file programs: most files have one, files for chains may have several.
+struct Target {
+  Statements ids = {};
+  Statements comments = {};            ///< That name it.
+  std::vector<Padding> paddings = {};  ///< One of these is for it; empty for formats that have none.
+  Devices devices = {};                ///< That it can be, most likely first.
+  bool isAmbiguous = false;            ///< The devices differ in what the file is about.
+  std::string conflict = {};           ///< Which statements contradict each other; empty for none.
+};
+
+/// Whether a file for one of the devices is one for all of them: they answer to the same id, or have one fuse map.
+bool AreInterchangeable(const Devices& devices) {
+  return std::all_of(devices.begin(), devices.end(), [&](const DeviceInfo* device) {
+    const DeviceInfo& first = *devices.front();
+    const bool hasSameId = ((device->GetjtagDeviceID() ^ first.GetjtagDeviceID()) & device->GetDeviceIDScanMask() &
+                            first.GetDeviceIDScanMask()) == 0;
+    return hasSameId || (device->GetFuseNumber() != 0 && device->GetFuseNumber() == first.GetFuseNumber());
+  });
+}
+
+/// The families whose parts answer with these words; their number of macrocells cannot be told from them.
+constexpr struct {
+  std::string_view words;
+  std::string_view family;
+} kSignatures[] = {{"8232 2AA2 4A82 0C2C", "MAX II"}, {"8232 2AA2 4A82 8C0C", "MAX V"}};
+
+std::string_view FamilyOf(const Statement& signature) {
+  for (const auto& row : kSignatures) {
+    if (StartsWith(signature.text, row.words)) return row.family;
+  }
+  return {};
+}
+
+/// Finds what a target is, from the strongest statement to the weakest.
+class Finder {
+ public:
+  Finder(const File& file, Target& target) : file_(file), target_(target) {}
+
+  void Find() {
+    TakeIds();
+    TakeNames();
+    TakeComments();
+    TakeFuseCount();
+    CheckSignature();
+  }
+
+ private:
+  void TakeIds() {
+    for (const Statement* const id : target_.ids) {
+      if (isDecided_) Narrow(id->devices, "ids of different devices");
+      if (!isDecided_) target_.devices = id->devices;
+      isDecided_ = true;
+    }
+    target_.isAmbiguous = !AreInterchangeable(target_.devices);
+  }
+
+  void Narrow(const Devices& devices, const std::string& conflict) {
+    Devices common = Common(target_.devices, devices);
+    if (common.empty()) {
+      target_.conflict = conflict;
+    } else {
+      target_.devices = std::move(common);
+    }
+  }
+
+  void TakeNames() {
+    for (const Kind kind : {Kind::kName, Kind::kEntity}) {
+      for (const Statement* const name : OfKind(file_, kind)) {
+        if (!isDecided_ || target_.devices.empty()) {
+          target_.devices = name->devices;  // an undescribed id may be that of another die
+        } else if (!name->devices.empty()) {
+          Narrow(name->devices, "the IDCODE and the name are those of different devices");
+        }
+        isDecided_ = true;
+      }
+    }
+    if (target_.ids.empty()) target_.isAmbiguous = false;  // a name without its variant is one for all variants
+  }
+
+  /// A comment decides where nothing else does; otherwise it only tells which of several devices is the likely one.
+  void TakeComments() {
+    for (const Statement* const comment : target_.comments) {
+      const auto isNamed = [&](const DeviceInfo* device) { return Contains(comment->devices, device); };
+      if (isDecided_) std::stable_partition(target_.devices.begin(), target_.devices.end(), isNamed);
+      if (isDecided_ || comment->devices.empty()) continue;
+      target_.devices = comment->devices;
+      isDecided_ = true;
+    }
+  }
+
+  void TakeFuseCount() {
+    for (const Statement* const count : OfKind(file_, Kind::kFuseCount)) {
+      if (!isDecided_) {
+        target_.devices = count->devices;
+        target_.isAmbiguous = target_.devices.size() > 1;
+        isDecided_ = true;
+        continue;
+      }
+      Devices possible = count->devices;
+      for (const DeviceInfo* const device : target_.devices) {
+        if (device->GetFuseNumber() == 0) possible.push_back(device);
+      }
+      if (!target_.devices.empty()) Narrow(possible, "the name and the number of fuses are those of different devices");
+    }
+  }
+
+  void CheckSignature() {
+    for (const Statement* const signature : OfKind(file_, Kind::kSignature)) {
+      const std::string_view family = FamilyOf(*signature);
+      const auto isOfFamily = [&](const DeviceInfo* device) {
+        const char* const name = device->GetFamily();
+        return name != nullptr && name == family;
+      };
+      const bool isOf = std::any_of(target_.devices.begin(), target_.devices.end(), isOfFamily);
+      if (!family.empty() && !target_.devices.empty() && !isOf)
+        target_.conflict = "the name is not of the family whose words are compared";
+    }
+  }
+
+  const File& file_;
+  Target& target_;
+  bool isDecided_ = false;
+};
+
+std::vector<Padding> PaddingsOf(const Statement& id) {
+  return id.padding ? std::vector<Padding>{*id.padding} : std::vector<Padding>();
+}
+
+/// One target for each padding that ids are compared with.
+std::vector<Target> TargetsOfIds(const File& file, const Statements& comments) {
+  std::vector<Target> targets;
+  for (const Statement* const id : OfKind(file, Kind::kId)) {
+    const std::vector<Padding> paddings = PaddingsOf(*id);
+    auto target = std::find_if(targets.begin(), targets.end(), [&](const Target& t) { return t.paddings == paddings; });
+    if (target == targets.end()) target = targets.insert(targets.end(), Target{{}, comments, paddings});
+    target->ids.push_back(id);
+  }
+  return targets;
+}
+
+/// One target for each device that comments name: files for a chain name several.
+std::vector<Target> TargetsOfComments(const File& file, const Statements& comments) {
+  std::vector<Target> targets;
+  for (const Statement* const comment : comments) {
+    const auto isNamed = [&](const Target& target) { return target.comments[0]->devices == comment->devices; };
+    if (comment->devices.empty() || std::any_of(targets.begin(), targets.end(), isNamed)) continue;
+    targets.push_back({{}, {comment}, file.paddings});
+  }
+  return targets;
+}
+
+std::vector<Target> TargetsOf(const File& file) {
+  const Statements comments = OfKind(file, Kind::kCommentName);
+  std::vector<Target> targets = TargetsOfIds(file, comments);
+  const bool hasName = !OfKind(file, Kind::kName).empty() || !OfKind(file, Kind::kEntity).empty();
+  if (targets.empty() && !hasName) targets = TargetsOfComments(file, comments);
+  if (targets.empty()) targets.push_back({{}, comments, file.paddings});
+  for (Target& target : targets) Finder(file, target).Find();
+  return targets;
+}
+
+// --- Whether it fits --------------------------------------------------------------------------------------------------------
+
+enum class Answer { kFits, kCheckRefuses, kPaddingRefuses, kWrong, kUnknown };
+
+/// A chain as `Judge` got it.
+struct JudgedChain {
+  const chain::Chain& positions;
+  chain::End nearest;
+
+  /// How many positions are nearer TDO.
+  std::size_t NearerTdo(std::size_t i) const { return nearest == chain::End::kTdi ? positions.size() - 1 - i : i; }
+};
+
+/// The instruction bits of the positions nearer TDO (or TDI); nullopt where one is not known.
+std::optional<unsigned long> InstructionBits(const JudgedChain& chain, std::size_t i, bool isNearerTdo) {
+  unsigned long bits = 0;
+  for (std::size_t other = 0; other < chain.positions.size(); ++other) {
+    if (other == i || (chain.NearerTdo(other) < chain.NearerTdo(i)) != isNearerTdo) continue;
+    if (chain.positions[other].IrLength() == 0) return std::nullopt;
+    bits += chain.positions[other].IrLength();
+  }
+  return bits;
+}
+
+bool PaddingFitsFrom(const Padding& padding, const JudgedChain& chain, std::size_t i) {
+  const std::size_t nearer = chain.NearerTdo(i);
+  if (padding.hdr != nearer || padding.tdr != chain.positions.size() - 1 - nearer) return false;
+  if (!padding.hasIr) return true;
+  const auto nearTdo = InstructionBits(chain, i, true);
+  const auto nearTdi = InstructionBits(chain, i, false);
+  return (!nearTdo || *nearTdo == padding.hir) && (!nearTdi || *nearTdi == padding.tir);
+}
+
+bool PaddingFits(const Padding& padding, const JudgedChain& chain, std::size_t i) {
+  if (chain.nearest != chain::End::kAsPrinted) return PaddingFitsFrom(padding, chain, i);
+  return PaddingFitsFrom(padding, {chain.positions, chain::End::kTdo}, i) ||
+         PaddingFitsFrom(padding, {chain.positions, chain::End::kTdi}, i);
+}
+
+unsigned int GivenIrLength(const chain::ChainPosition& position) {
+  return static_cast<unsigned int>(std::min(position.givenIrLength, 0xFFFFUL));
+}
+
+class Judgement {
+ public:
+  Judgement(const KnownDevices& known, const File& file, const JudgedChain& chain)
+      : known_(known), file_(file), chain_(chain) {}
+
+  Answer AnswerAt(const Target& target, std::size_t i) const {
+    const chain::ChainPosition& position = chain_.positions[i];
+    if (!position.id) return Answer::kUnknown;
+    const bool isRight = IsRight(target, position);
+    const bool passes = Passes(target, *position.id);
+    if (!target.ids.empty() && !passes) return isRight ? Answer::kCheckRefuses : Answer::kWrong;
+    if (target.ids.empty() && !HasIds(target.devices)) return Answer::kUnknown;
+    if (!isRight && (target.ids.empty() || HasDescribedId(target))) {
+      return IsUnknownChip(position) && !target.ids.empty() ? Answer::kUnknown : Answer::kWrong;
+    }
+    if (target.isAmbiguous || !target.conflict.empty()) return Answer::kUnknown;
+    const auto fits = [&](const Padding& padding) { return PaddingFits(padding, chain_, i); };
+    const bool isPadded = target.paddings.empty() || std::any_of(target.paddings.begin(), target.paddings.end(), fits);
+    return isPadded ? Answer::kFits : Answer::kPaddingRefuses;
+  }
+
+ private:
+  static bool HasIds(const Devices& devices) {
+    return std::any_of(devices.begin(), devices.end(), [](const DeviceInfo* device) { return device->GetjtagDeviceID() != 0; });
+  }
+
+  static bool HasDescribedId(const Target& target) {
+    return std::any_of(target.ids.begin(), target.ids.end(), [](const Statement* id) { return !id->devices.empty(); });
+  }
+
+  bool IsUnknownChip(const chain::ChainPosition& position) const { return known_.WithId(*position.id, 0xFFFFFFFF).empty(); }
+
+  /// Whether the chip is one of the target's devices. A name may come with the id that its device has in one package.
+  bool IsRight(const Target& target, const chain::ChainPosition& position) const {
+    for (const Statement* const name : OfKind(file_, Kind::kName)) {
+      if (name->mask != 0) return ((name->value ^ *position.id) & name->mask) == 0;
+    }
+    return std::any_of(target.devices.begin(), target.devices.end(), [&](const DeviceInfo* device) {
+      return known_.Answers(*device, *position.id, GivenIrLength(position));
+    });
+  }
+
+  /// Whether all comparisons of the file pass. What only the device compares is compared as its own mask has it.
+  static bool Passes(const Target& target, std::uint32_t chip) {
+    return std::all_of(target.ids.begin(), target.ids.end(), [&](const Statement* id) {
+      std::uint32_t mask = id->mask;
+      if (id->proof != Proof::kPlayer && !id->devices.empty()) mask &= id->devices.front()->GetDeviceIDScanMask();
+      return ((id->value ^ chip) & mask) == 0;
+    });
+  }
+
+  const KnownDevices& known_;
+  const File& file_;
+  const JudgedChain& chain_;
+};
+
+// --- Reasons ----------------------------------------------------------------------------------------------------------------
+
+const char* ProofText(Proof proof) {
+  switch (proof) {
+    case Proof::kDevice:
+      return ", which the device itself compares";
+    case Proof::kPlayer:
+      return ", which the player compares";
+    case Proof::kNone:
+      break;
+  }
+  return "";
+}
+
+std::string ReasonOf(const Statement& statement) {
+  const std::string at = " (" + ToText(statement.place) + ")";
+  const std::string devices = statement.devices.empty() ? "no described device" : Names(statement.devices);
+  switch (statement.kind) {
+    case Kind::kId:
+      return statement.text + at + ": " + internal::Hex(statement.value, 8) + ", mask " + internal::Hex(statement.mask, 8) +
+             ProofText(statement.proof) + ": " + devices;
+    case Kind::kName:
+      return "name '" + statement.text + "'" + at + ": " + devices;
+    case Kind::kEntity:
+      return "entity '" + statement.text + "'" + at + ": " + devices;
+    case Kind::kCommentName:
+      return "comment '" + statement.text + "'" + at + ", which proves nothing: " + devices;
+    case Kind::kFuseCount:
+      return std::to_string(statement.value) + " fuses" + at + ": " + devices;
+    case Kind::kPackage:
+      return "package '" + statement.text + "'" + at;
+    case Kind::kSignature:
+      break;
+  }
+  const std::string_view family = FamilyOf(statement);
+  return "words '" + statement.text + "'" + at + ": " +
+         (family.empty() ? "no IDCODE" : "family " + std::string(family) + ", but not which device of it");
+}
+
+std::string PaddingReason(const Target& target, const JudgedChain& chain, std::size_t i) {
+  const Padding& padding = target.paddings.front();
+  const std::size_t nearer = chain.NearerTdo(i);
+  const auto text = [](std::size_t tdo, std::size_t tdi) {
+    return std::to_string(tdo) + " devices nearer TDO and " + std::to_string(tdi) + " nearer TDI";
+  };
+  const std::string is = text(padding.hdr, padding.tdr);
+  const std::string wanted = text(nearer, chain.positions.size() - 1 - nearer);
+  if (is != wanted) return "the right device, but the file's padding is for " + is + "; here are " + wanted;
+  return "the right device, but the file's padding has " + std::to_string(padding.hir) + " and " + std::to_string(padding.tir) +
+         " instruction bits for the devices nearer TDO and TDI, which have another number here";
+}
+
+std::string UnknownReason(const Target& target, const chain::ChainPosition& position) {
+  if (!position.id) return "cannot be told: no IDCODE was read here";
+  if (!target.conflict.empty()) return "cannot be told: the file contradicts itself (" + target.conflict + ")";
+  if (target.isAmbiguous) return "cannot be told: the file can be for any of " + Names(target.devices);
+  return "cannot be told";
+}
+
+class Reasons {
+ public:
+  Reasons(const KnownDevices& known, const File& file, Verdict& verdict) : known_(known), file_(file), verdict_(verdict) {}
+
+  void AddStatements() {
+    if (!file_.remark.empty()) Add(file_.remark);
+    for (const Kind kind : {Kind::kId, Kind::kName, Kind::kEntity, Kind::kCommentName, Kind::kFuseCount, Kind::kSignature}) {
+      for (const Statement* const statement : OfKind(file_, kind)) Add(ReasonOf(*statement));
+    }
+    if (verdict_.reasons.empty()) Add("the file states nothing that tells its device");
+  }
+
+  void AddAnswer(Answer answer, const Target& target, const JudgedChain& chain, std::size_t i) {
+    const chain::ChainPosition& position = chain.positions[i];
+    const Devices chips = position.id ? known_.WithId(*position.id, 0xFFFFFFFF, GivenIrLength(position)) : Devices();
+    const std::string chip =
+        position.id ? internal::Hex(*position.id, 8) + (chips.empty() ? "" : ", " + Names(chips)) : "no id";
+    Add("position " + std::to_string(i) + " (" + chip + "): " + AnswerText(answer, target, chain, i));
+  }
+
+  void AddLimits() {
+    if (verdict_.devices.empty()) return;
+    std::string packages;
+    for (const Statement* const package : OfKind(file_, Kind::kPackage))
+      packages += (packages.empty() ? "" : ", ") + package->text;
+    Add("package and speed grade cannot be read through JTAG" + (packages.empty() ? "" : "; the file is for " + packages));
+    const DeviceInfo& likely = *verdict_.devices.front();
+    const Devices same = known_.WithId(likely.GetjtagDeviceID(), likely.GetDeviceIDScanMask(), likely.GetIRLength());
+    if (same.size() > 1) Add(Names(same) + " share an IDCODE: a chain cannot tell them apart");
+    const Devices fuses = file_.fuseCount ? known_.WithFuseCount(*file_.fuseCount) : Devices();
+    if (fuses.size() > 1) Add(Names(fuses) + " share this number of fuses");
+  }
+
+ private:
+  void Add(std::string text) { verdict_.reasons.push_back(std::move(text)); }
+
+  std::string AnswerText(Answer answer, const Target& target, const JudgedChain& chain, std::size_t i) const {
+    switch (answer) {
+      case Answer::kFits:
+        return "fits";
+      case Answer::kCheckRefuses:
+        return "the right device, but the file's own check refuses this IDCODE";
+      case Answer::kPaddingRefuses:
+        return PaddingReason(target, chain, i);
+      case Answer::kWrong:
+        return "the wrong device";
+      case Answer::kUnknown:
+        break;
+    }
+    return UnknownReason(target, chain.positions[i]);
+  }
+
+  const KnownDevices& known_;
+  const File& file_;
+  Verdict& verdict_;
+};
+
+void AddDevices(const std::vector<Target>& targets, Verdict& verdict) {
+  verdict.isKnown = true;
+  for (const Target& target : targets) {
+    for (const DeviceInfo* const device : target.devices) {
+      if (!Contains(verdict.devices, device)) verdict.devices.push_back(device);
+    }
+    verdict.isKnown = verdict.isKnown && !target.devices.empty() && !target.isAmbiguous && target.conflict.empty();
+  }
+}
+
+/// Of the targets, the one that decides: what cannot be told for one cannot be told for the file, and what does not fit
+/// neither.
+Fit Worse(Fit a, Fit b) {
+  if (a == Fit::kFitsNone || b == Fit::kFitsNone) return Fit::kFitsNone;
+  return a == Fit::kUnknown || b == Fit::kUnknown ? Fit::kUnknown : Fit::kFits;
+}
+
+}  // namespace
+
+const char* ToText(Fit fit) {
+  switch (fit) {
+    case Fit::kFits:
+      return "fits";
+    case Fit::kFitsSeveral:
+      return "fits-several";
+    case Fit::kFitsNone:
+      return "fits-none";
+    case Fit::kUnknown:
+      break;
+  }
+  return "unknown";
+}
+
+Verdict Reader::Judge(const File& file) const {
+  Verdict verdict;
+  AddDevices(TargetsOf(file), verdict);
+  Reasons reasons(impl_->known, file, verdict);
+  reasons.AddStatements();
+  reasons.AddLimits();
+  return verdict;
+}
+
+Verdict Reader::Judge(const File& file, const chain::Chain& positions, chain::End nearest) const {
+  Verdict verdict;
+  const std::vector<Target> targets = TargetsOf(file);
+  const JudgedChain chain{positions, nearest};
+  const Judgement judgement(impl_->known, file, chain);
+  AddDevices(targets, verdict);
+  Reasons reasons(impl_->known, file, verdict);
+  reasons.AddStatements();
+  verdict.fit = Fit::kFits;
+  for (const Target& target : targets) {
+    Fit fit = Fit::kFitsNone;
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+      const Answer answer = judgement.AnswerAt(target, i);
+      reasons.AddAnswer(answer, target, chain, i);
+      if (answer == Answer::kFits) verdict.positions.push_back(i);
+      if (answer == Answer::kFits || (answer == Answer::kUnknown && fit != Fit::kFits))
+        fit = answer == Answer::kFits ? Fit::kFits : Fit::kUnknown;
+    }
+    verdict.fit = Worse(verdict.fit, fit);
+  }
+  std::sort(verdict.positions.begin(), verdict.positions.end());
+  verdict.positions.erase(std::unique(verdict.positions.begin(), verdict.positions.end()), verdict.positions.end());
+  if (verdict.fit != Fit::kFits) verdict.positions.clear();
+  if (verdict.positions.size() > 1) verdict.fit = Fit::kFitsSeveral;
+  reasons.AddLimits();
+  return verdict;
+}
+
+}  // namespace plddb::programming_files

@@ -1,0 +1,119 @@
+#include "chain_input.h"
+
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "command.h"
+#include "device_text.h"
+#include "standard_streams.h"
+
+namespace tool {
+namespace {
+
+using plddb::chain::Scan;
+
+std::string More(std::size_t count) { return count == 0 ? "" : "\nand " + std::to_string(count) + " more"; }
+
+std::string ReadFile(const std::string& path) { return ReadAll(OpenFile(path).get(), CannotRead(path)); }
+
+/// Throws Failure with all faults of what was read from `name`.
+Scan TakeScan(plddb::chain::ScanResult result, const std::string& name) {
+  if (result.scan) return std::move(*result.scan);
+  std::string lines;
+  for (const plddb::chain::Fault& fault : result.faults) {
+    lines += (lines.empty() ? "" : "\n") + name + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column) +
+             ": error: " + fault.text;
+  }
+  throw Failure(lines + More(result.moreFaults));
+}
+
+Scan ScanOfArguments(const std::vector<std::string>& arguments) {
+  constexpr std::size_t most = 100;
+  Scan scan;
+  std::size_t wrong = 0;
+  std::string lines;
+  for (const std::string& argument : arguments) {
+    scan.taps.push_back({"", plddb::chain::ParseId(argument)});
+    if (scan.taps.back().id || wrong++ >= most) continue;
+    lines += (lines.empty() ? "" : "\n") + ("plddb: error: " + plddb::chain::NotAnId(argument));
+  }
+  if (wrong != 0) throw Failure(lines + More(wrong > most ? wrong - most : 0));
+  return scan;
+}
+
+/// All of `text` as a decimal number from `least` to `most`.
+std::optional<unsigned long> Number(std::string_view text, unsigned long least, unsigned long most) {
+  unsigned long value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || value < least || value > most) return std::nullopt;
+  return value;
+}
+
+}  // namespace
+
+std::string CannotRead(const std::string& path) { return path + ":1:1: error: cannot read the file"; }
+
+OpenedFile OpenFile(const std::string& path) {
+  OpenedFile file(std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) throw Failure(CannotRead(path) + ": " + std::strerror(errno));
+  return file;  // a folder is opened, but cannot be read
+}
+
+namespace {
+
+Scan ReadAnyChain(const std::vector<std::string>& ids, const std::string& scan) {
+  if (scan == "-") return TakeScan(plddb::chain::ReadScan(ReadInput()), "stdin");
+  if (!scan.empty()) return TakeScan(plddb::chain::ReadScan(ReadFile(scan)), scan);
+  if (ids.empty()) throw WrongUsage("ID or --scan is required");
+  if (ids == std::vector<std::string>{"-"}) return TakeScan(plddb::chain::ReadIds(ReadInput()), "stdin");
+  return ScanOfArguments(ids);
+}
+
+}  // namespace
+
+Scan ReadChain(const std::vector<std::string>& ids, const std::string& scan, const std::string& order) {
+  Scan chain = ReadAnyChain(ids, scan);
+  if (!order.empty()) chain.nearest = order == "tdo" ? plddb::chain::End::kTdo : plddb::chain::End::kTdi;
+  return chain;
+}
+
+void GiveIrLengths(plddb::chain::Chain& chain, const std::vector<std::string>& texts) {
+  constexpr unsigned long shortest = 2;  // by the standard: every capture ends in 01
+  constexpr unsigned long longest = 0xFFFF;
+  const std::string last = std::to_string(chain.size() - 1);
+  for (const std::string& text : texts) {
+    const std::size_t equals = std::min(text.find('='), text.size());
+    const auto position = Number(std::string_view(text).substr(0, equals), 0, chain.size() - 1);
+    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())), shortest, longest);
+    if (!position || !length) {
+      throw WrongUsage("--ir " + Printable(text) + ": expected POSITION=LENGTH, from 0 to " + last + " and from 2 to 65535");
+    }
+    if (chain[*position].givenIrLength != 0) throw WrongUsage("--ir: position " + std::to_string(*position) + " twice");
+    chain[*position].givenIrLength = *length;
+  }
+}
+
+Option AddScanOption(Subcommand subcommand, std::string& scan) {
+  return subcommand.Add("--scan", scan, "The text of a scanning tool; - reads it from standard input")
+      .Type("FILE|-")
+      .NotEmpty();
+}
+
+void AddOrderOption(Subcommand subcommand, std::string& order) {
+  subcommand.Add("--order", order, "Which end of the chain comes first, whatever the tool's order is")
+      .Type("tdo|tdi")
+      .OneOf({"tdo", "tdi"});
+}
+
+void AddIrLengthOption(Subcommand subcommand, std::vector<std::string>& lengths) {
+  subcommand.Add("--ir", lengths, "The IR length at a position, for example of an unknown TAP; may be given several times")
+      .Type("POSITION=LENGTH")
+      .OneValueEach();
+}
+
+}  // namespace tool
