@@ -111,7 +111,7 @@ void AddOrderOption(Subcommand subcommand, std::string& order) {
 }
 
 void AddIrLengthOption(Subcommand subcommand, std::vector<std::string>& lengths) {
-  subcommand.Add("--ir", lengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
+  subcommand.Add("--ir", lengths, "The IR length at a position, for example of an unknown TAP; may be given several times")
       .Type("POSITION=LENGTH")
       .OneValueEach();
 }
