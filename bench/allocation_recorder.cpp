@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kReleased = SIZE_MAX;
 
-// The log lies outside the heap operators that it watches. Plain numbers: the operators run before main and after it.
+// The log does not use the heap operators that it watches. Plain numbers: the operators run before main and after it.
 bench::Block* entries = nullptr;
 std::size_t entryCount = 0;
 std::size_t capacity = 0;

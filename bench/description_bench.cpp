@@ -1,4 +1,5 @@
-// Loading a description file, beside parsing the same XML and then loading the same values through the library's setters.
+// Loading a description file, compared with parsing the same XML and then setting the same values through the library's
+// setters.
 
 #include <benchmark/benchmark.h>
 

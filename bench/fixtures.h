@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// What benchmarks of as many devices as `state` says share. It is made when it is first asked for and stays.
+/// Shared by the benchmarks with as many devices as `state` has. It is made at its first use and kept.
 template <typename Fixture>
 Fixture& FixtureOf(const benchmark::State& state) {
   static std::map<int, std::unique_ptr<Fixture>> fixtures;

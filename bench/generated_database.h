@@ -14,7 +14,7 @@
 ///   JTAG identifiers   16 bits of part number between a revision, which the scan mask leaves out, and the maker's code 0x6AB
 ///   ISP identifiers    unique; their low byte is never the 0xAB of the JTAG identifiers, so that "DUAL" finds one device
 ///   access modes       of eight devices six are "JTAG", one "DUAL", one "ISP"
-///   fuse counts        one of eight, by density; in the second half one density has a count of its own
+///   fuse counts        one of eight, by density; in the second half one density has its own count
 ///
 /// A device has 25 texts, 5 packages with 2 adapters each, and three parsed lists.
 
@@ -116,7 +116,7 @@ struct GeneratedFamily {
   std::vector<GeneratedDevice> devices;
 };
 
-/// What is to be loaded; the texts are those of this object.
+/// The data to load; the texts belong to this object.
 class GeneratedDatabase {
  public:
   explicit GeneratedDatabase(int devices, int devicesPerFamily = kDevicesPerFamily);

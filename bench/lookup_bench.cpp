@@ -202,7 +202,7 @@ class Fixture {
         target{*database_, *oneFamily_->GetFamily(0)} {}
 
  private:
-  bench::GeneratedDatabase data_;  // kept, so that what is built behind it finds no holes in the heap
+  bench::GeneratedDatabase data_;  // kept, so that later objects find no holes in the heap
   DeviceListOwner database_;
   bench::GeneratedDatabase oneFamilyData_;
   DeviceListOwner oneFamily_;

@@ -21,10 +21,10 @@ class LookupFloors {
   /// One load per device, which depends on the load of the device's address.
   int FindNumber(unsigned int number) const;
 
-  /// The same under a mask, which lies in the object too.
+  /// The same under a mask, which is in the object, too.
   int FindMasked(unsigned int id) const;
 
-  /// The identifiers and masks one behind the other.
+  /// The identifiers and masks, contiguous.
   int FindInArray(unsigned int id) const;
 
   /// From each device to its text, which is compared ignoring case.

@@ -6,7 +6,7 @@
 #include "bench/areas.h"
 
 int main(int argc, char** argv) {
-  // Memory stays with the process once it has it: what is measured is the program and not how fast the system hands out pages.
+  // The process keeps its memory: this measures the program, not how fast the system hands out pages.
   mallopt(M_TRIM_THRESHOLD, INT_MAX);
   mallopt(M_MMAP_MAX, 0);
 

@@ -1,4 +1,4 @@
-// What a device costs in memory. The time says nothing here: the counters, all per device, do.
+// The memory that a device takes. Ignore the times here; the counters, all per device, are the result.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -66,7 +66,7 @@ std::size_t Requested(const std::vector<Block>& blocks) {
   return bytes;
 }
 
-/// With what the heap adds to each block: the rest up to its next size and a word of its own.
+/// Including what the heap adds to each block: the rest up to its next size, and one word.
 std::size_t OnHeap(const std::vector<Block>& blocks) {
   std::size_t bytes = 0;
   for (const Block& block : blocks) bytes += malloc_usable_size(block.address) + sizeof(std::size_t);

@@ -23,7 +23,7 @@ using Texts = std::vector<std::string>;
 constexpr long kSmallest = 1L << 10;
 constexpr long kLargest = 16L << 20;
 
-/// The literal rules copy the rest of the text for every item, which nobody waits for at 16 MB.
+/// The literal rules copy the rest of the text for every item, which takes too long at 16 MB.
 constexpr long kLargestLiteral = 64L << 10;
 
 /// A text of `size` bytes: `start`, and then the items of `cycle` over and over.
@@ -50,7 +50,7 @@ std::string MultibootText(long size) {
   return Repeat(static_cast<std::size_t>(size), "0", {"; 16", "; 1048576", " 48", ";\t65536", "\n7"});
 }
 
-/// Calls `visit(std::string_view)` for what stands before each `end`: the least that finds items in a text.
+/// Calls `visit(std::string_view)` for the text before each `end`: the least work that finds items in a text.
 template <typename Visit>
 void ForEachSpan(const std::string& text, char end, Visit visit) {
   const char* rest = text.data();
@@ -172,7 +172,7 @@ void RegisterQuotedList() {
 }
 
 void RegisterMultibootNumbers() {
-  // The setter takes texts of up to 1,023 characters, so that the cursor behind it is measured.
+  // The setter takes texts of up to 1,023 characters, so the cursor that it uses is measured.
   Register("multiboot/library", MultibootText, [numbers = std::vector<int>()](const std::string& text) mutable {
     numbers.clear();
     plddb::internal::ForEachToken(text.c_str(),

@@ -2,7 +2,7 @@
 
 namespace bench {
 
-/// What is asked of a database. Each lookup takes from it what it needs.
+/// A question to a database. Each lookup uses the parts that it needs.
 struct Question {
   const char* comm;
   unsigned int id;  ///< JTAG identifier.

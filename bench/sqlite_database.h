@@ -6,7 +6,7 @@
 #include "bench/question.h"
 
 /// \file
-/// The same database in SQLite, in memory: what one would use instead of a library of one's own.
+/// The same database in SQLite, in memory: the obvious alternative to a special library.
 
 namespace bench {
 

@@ -1,4 +1,4 @@
-// Building, copying, merging and destroying whole databases, beside the same blocks of memory without a library around them.
+// Building, copying, merging and destroying whole databases, compared with the same blocks of memory without the library.
 
 #include <benchmark/benchmark.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kMergeTarget = 100;  // devices that a database has before another one is merged into it
 
-/// Every block of a tree, apart from the tree: how large it is, what stood in it, and which of them the tree frees when.
+/// Every block of a tree, apart from the tree: its size, its content, and the order in which the tree frees them.
 class BareBlocks {
  public:
   template <typename Make>

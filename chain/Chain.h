@@ -11,23 +11,23 @@
 #include "DeviceInfo.h"
 #include "DeviceList.h"
 
-/// What a scanning tool read from a JTAG chain, and which devices that may be.
+/// Reads what a scanning tool printed about a JTAG chain, and finds the devices that its ids may belong to.
 ///
 /// Texts go in, values come out: nothing here prints, touches files, changes a database or throws anything but std::bad_alloc.
-/// A text of any content is read or refused in time and memory that grow with its size alone.
+/// Any text is read or rejected in time and memory that depend only on its size.
 namespace plddb::chain {
 
 /// \name Reading
 ///@{
 
-/// What is wrong in a text, and where.
+/// A mistake in a text, and its place.
 struct Fault {
   int line = 1;      ///< 1-based.
   int column = 1;    ///< 1-based, in bytes.
   std::string text;  ///< What is wrong, and what was expected; one line.
 };
 
-/// The end of a chain: TDO, where bits come out, or TDI. kAsPrinted: it is not known which one a tool names first.
+/// The end of a chain: TDO, where bits come out, or TDI. kAsPrinted: it is not known which end the tool names first.
 enum class End { kTdo, kTdi, kAsPrinted };
 
 /// What a scanning tool prints about one TAP.
@@ -35,10 +35,10 @@ struct ScannedTap {
   std::string name = {};                ///< As the tool calls it; empty when it gives no names.
   std::optional<unsigned int> id = {};  ///< None: the tool read no IDCODE there.
   unsigned long irLength = 0;           ///< 0: the tool does not print it.
-  bool irLengthIsGuess = false;         ///< The tool guessed the length, or has it from a table of its own.
+  bool irLengthIsGuess = false;         ///< The tool guessed the length, or has it from its own table.
 };
 
-/// A chain as it was read, and where it comes from.
+/// A chain as it was read, and its origin.
 struct Scan {
   std::string format = {};              ///< Which text was recognised; empty for ids that were given one by one.
   std::string tool = {};                ///< Whose text it is; empty for ids.
@@ -56,11 +56,11 @@ struct ScanResult {
   std::size_t moreFaults = 0;  ///< How many faults follow those.
 };
 
-/// Reads an id: 8 hex digits, or 0x and 1 to 8 hex digits. Letter case does not count.
+/// Reads an id: 8 hex digits, or 0x and 1 to 8 hex digits, in any letter case.
 /// On purpose: fewer than 8 digits need the 0x, so that a decimal number is not taken for an id.
 std::optional<unsigned int> ParseId(std::string_view text);
 
-/// "'10101' is not an id: expected ...", cut when `text` is long; fit for a terminal.
+/// "'10101' is not an id: expected ...", safe to print on a terminal; a long `text` is shortened.
 std::string NotAnId(std::string_view text);
 
 /// Reads the ids of `text`, one per line. '#' starts a comment; white space around an id and lines without one are skipped. A
@@ -69,18 +69,19 @@ ScanResult ReadIds(std::string_view text);
 
 /// Reads what a scanning tool printed, or else ids as ReadIds does. Of several reports in one format the last is taken; of
 /// several formats the first that ScanFormats names, and what another one of the same tool adds. What precedes or follows a
-/// tool's words in a line does not matter, nor do colours, carriage returns, lines that a terminal wrapped, and lines of other
-/// programs. The text is UTF-8 or UTF-16. A text that names devices but no ids is refused, with what to print instead.
+/// tool's words in a line does not matter, nor do colours, carriage returns, lines wrapped by a terminal, and lines of other
+/// programs. The text is UTF-8 or UTF-16. A text that names devices but no ids is a fault, which suggests what to print
+/// instead.
 ScanResult ReadScan(std::string_view text);
 
 /// The formats that ReadScan knows, preferred ones first: "OpenOCD log".
 std::vector<std::string> ScanFormats();
 ///@}
 
-/// \name Who answers to an id
+/// \name The devices that answer to an id
 ///@{
 
-/// A device that answers to an id, and how surely it is the one.
+/// A device that answers to an id, and how exact the match is.
 struct Candidate {
   const DeviceInfo* device;
   std::size_t database;  ///< Its index in the databases that were asked.
@@ -89,7 +90,7 @@ struct Candidate {
   int searchOrder;       ///< From 1: the library finds the first.
 };
 
-/// One position of a chain: the id that was read there and who answers to it.
+/// One position of a chain: the id that was read there and the devices that answer to it.
 class ChainPosition {
  public:
   std::optional<unsigned int> id;     ///< None where a TAP gave its BYPASS bit instead.
@@ -124,8 +125,8 @@ struct Misread {
   const char* how;           ///< "bit-reversed"
 };
 
-/// Finds the devices that answer to ids. It borrows the databases, which must not change while it lives: it keeps their
-/// identifiers, and what equal ids gave.
+/// Finds the devices that answer to ids. It borrows the databases, which must not change during its life: it keeps their
+/// identifiers, and the results for equal ids.
 class DeviceFinder {
  public:
   /// `comm` is the access mode: "JTAG", "ISP" or "DUAL", as in DeviceList::GetDeviceWithCommAndID; no device answers in others.
@@ -137,19 +138,19 @@ class DeviceFinder {
   /// All devices that answer to `id`, in the order in which GetDeviceWithCommAndID searches each database in turn.
   ChainPosition Identify(std::optional<unsigned int> id);
 
-  /// The same for what a tool printed of a TAP; its IR length is taken over, a guessed one only on demand.
+  /// The same for a TAP that a tool printed. Its IR length is used, but a guessed one only on demand.
   ChainPosition Identify(const ScannedTap& tap, bool trustsGuessedIrLength = false);
 
   /// The devices nearest to the IDCODE `id`: those of the same part and another version first, then those that differ in one
-  /// bit of those that count; in search order, at most 5. One bit is called a wiring fault only where nothing else explains it:
-  /// not in the part number, by which a maker's parts differ, nor for an id that is misread or another version.
+  /// compared bit; in search order, at most 5. One bit is called a wiring fault only if nothing else explains it: not in the
+  /// part number, by which a maker's parts differ, nor for an id that is misread or another version.
   std::vector<NearDevice> NearestDevices(unsigned int id) const;
 
-  /// How a known id may have become `id`: read one bit late or early, with its bits reversed or inverted, its bytes or its
+  /// The known id that may have been misread as `id`: one bit late or early, with bits reversed or inverted, or with bytes or
   /// halves swapped. None in the access mode ISP.
   std::optional<Misread> MisreadOf(unsigned int id) const;
 
-  /// The Vendor of the first device that has one and whose identifier has this manufacturer field; null when none has.
+  /// The Vendor of the first device that has one and whose identifier has this manufacturer field; null without one.
   const char* VendorOf(unsigned int manufacturer) const;
 
  private:
@@ -160,23 +161,22 @@ class DeviceFinder {
   std::unordered_map<unsigned int, std::shared_ptr<const std::vector<Candidate>>> answers_;
 };
 
-/// The positions of `scan`, each identified by a DeviceFinder. IR lengths that the scan gives are used where the match has
-/// none; guessed ones only on demand.
+/// The positions of `scan`, each identified by a DeviceFinder. If the match has no IR length, that of the scan is used; a
+/// guessed one only on demand.
 Chain Identify(const std::vector<const DeviceList*>& databases, const std::string& comm, const Scan& scan,
                bool trustsGuessedIrLengths = false);
 
-/// The candidates of `position`, those of more compared bits first; equal ones stay in search order.
+/// The candidates of `position`, those with more compared bits first; equal ones stay in search order.
 std::vector<Candidate> MostExactFirst(const ChainPosition& position);
 
-/// Whether `name` is that of a candidate: its name, code name, alias, an ordering number, or its family. Letter case does not
-/// count.
+/// Whether `name` is the name, code name, alias, an ordering number or the family of a candidate, ignoring letter case.
 bool IsNamed(const ChainPosition& position, const std::string& name);
 
 /// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
 std::string Reason(const Candidate& candidate);
 ///@}
 
-/// \name Ids that nobody answers to
+/// \name Ids that no device answers to
 ///@{
 
 /// The fields of an IDCODE.
@@ -190,14 +190,14 @@ struct IdcodeFields {
 
 IdcodeFields SplitIdcode(unsigned int id);
 
-/// The maker that has `code` (0x01 to 0x7E) in `bank` (from 0), such as "Xilinx"; empty when nobody has it. As of JEP106BO.
+/// The maker with `code` (0x01 to 0x7E) in `bank` (from 0), for example "Xilinx"; empty if it is not assigned. As of JEP106BO.
 std::string_view MakerName(unsigned int bank, unsigned int code);
 
 /// What an IDCODE's manufacturer field shows of its maker: "Xilinx"; "not assigned"; "reserved: ..." for the codes 0x00 and
 /// 0x7F. The field holds 4 bits of the bank: the makers of banks 16 and 17 come with a remark, as they read as banks 0 and 1.
 std::string MakerText(unsigned int manufacturer);
 
-/// What an unknown id is.
+/// The kind of an unknown id.
 struct IdKind {
   const char* name;     ///< For scripts.
   bool isIdcode;        ///< It has the fields of an IDCODE.
@@ -207,7 +207,7 @@ struct IdKind {
 /// Classifies what was read in the access mode `comm`; nullopt means no id.
 const IdKind& KindOf(const std::string& comm, std::optional<unsigned int> id);
 
-/// A Device element for the IDCODE `id`, with "?" where the reader has to know; `vendor` may be null, `irLength` 0. Its second
+/// A Device element for the IDCODE `id`, with "?" for values to fill in; `vendor` may be null, `irLength` 0. Its second
 /// line starts with `indent`.
 std::string DescriptionStub(unsigned int id, const char* vendor, unsigned long irLength, const std::string& indent);
 ///@}

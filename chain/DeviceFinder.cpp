@@ -32,7 +32,8 @@ bool IsOnlyLowByte(const Identifiers& own, AccessMode mode, unsigned int id) {
 
 bool IsOneBit(unsigned int bits) { return bits != 0 && (bits & (bits - 1)) == 0; }
 
-/// What a difference of one bit means. A maker's parts differ in the part number; with it equal, another maker is unlikely.
+/// The likely cause of a difference of one bit. A maker's parts differ in the part number; if that is equal, another maker is
+/// unlikely.
 std::string OneBit(unsigned int bits, bool isExplained) {
   const std::string text = "bit " + std::to_string(BitCount(bits - 1)) + " differs";
   if (bits > kManufacturerBits) return text + ": another part of the same maker?";
@@ -67,8 +68,7 @@ constexpr struct {
 
 }  // namespace
 
-/// The identifiers of all devices, in search order, and an index of them: those that share a mask, sorted by the bits that
-/// count.
+/// The identifiers of all devices, in search order, and an index of them: those that share a mask, sorted by the compared bits.
 struct DeviceFinder::Table {
   struct Place {
     const DeviceInfo* device;
@@ -202,7 +202,7 @@ std::optional<Misread> DeviceFinder::MisreadOf(unsigned int id) const {
   if (id == 0 || id == kAllBits) return std::nullopt;
   for (const auto& [how, repair] : kRepairs) {
     const unsigned int repaired = repair(id);
-    if ((repaired & 1) == 0 || repaired == kAllBits) continue;  // no IDCODE
+    if ((repaired & 1) == 0 || repaired == kAllBits) continue;  // not an IDCODE
     const auto numbers = table_->Answering(AccessMode::kJtag, repaired);
     if (numbers.empty()) continue;
     const Table::Place& place = table_->places[numbers.front()];

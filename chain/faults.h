@@ -6,7 +6,7 @@
 
 namespace plddb::chain {
 
-/// Of very many faults the first ones are kept, and the number of the others.
+/// Keeps the first faults of very many, and the number of the others.
 inline void AddFault(ScanResult& result, Fault fault) {
   constexpr std::size_t most = 100;
   if (result.faults.size() < most) {

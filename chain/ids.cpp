@@ -9,7 +9,7 @@
 namespace plddb::chain {
 namespace {
 
-/// `text` in quotes, cut when it is long; what could disturb a terminal is shown as '?'.
+/// `text` in quotes, shortened if it is long; characters that could disturb a terminal are replaced by '?'.
 std::string QuotedId(std::string_view text) {
   constexpr std::size_t longest = 40;
   std::string quoted = "'";

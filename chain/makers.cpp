@@ -31,7 +31,7 @@ std::string MakerText(unsigned int manufacturer) {
   const unsigned int bank = manufacturer >> 7 & 0xF;
   const unsigned int code = manufacturer & 0x7F;
   if (code == 0) return "reserved: no maker has the code 0x00";
-  if (code == kContinuation) return "reserved: the code 0x7F stands for the next bank";
+  if (code == kContinuation) return "reserved: the code 0x7F means the next bank";
   const std::string_view name = MakerName(bank, code);
   const std::string other = OtherMaker(bank, code);
   if (!name.empty()) return std::string(name) + other;

@@ -86,7 +86,7 @@ Refusal WhyNoChain(std::string_view text) {
   return {start == text.npos ? 0 : start, kExpected};
 }
 
-/// A table may follow all the same, of the configured chain; and what was read before or after may be good.
+/// A table of the configured chain may follow anyway; and what was read before or after may be good.
 std::vector<std::string> FailedScans(std::string_view text) {
   std::vector<std::string> notes;
   for (const auto& [marker, meaning] : kDeadChains) {

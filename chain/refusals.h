@@ -7,7 +7,7 @@
 
 namespace plddb::chain {
 
-/// What is wrong with a text without any chain, and at which byte.
+/// The mistake in a text without any chain, and its byte.
 struct Refusal {
   std::size_t at;
   std::string text;
@@ -15,7 +15,7 @@ struct Refusal {
 
 Refusal WhyNoChain(std::string_view text);
 
-/// Notes on scans that failed, for a text that holds a chain all the same.
+/// Notes on scans that failed, for a text that contains a chain anyway.
 std::vector<std::string> FailedScans(std::string_view text);
 
 }  // namespace plddb::chain

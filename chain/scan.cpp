@@ -12,7 +12,7 @@
 namespace plddb::chain {
 namespace {
 
-/// What a text holds in one format.
+/// The reports of a text in one format.
 struct Found {
   const ScanFormat* format;
   std::vector<ScanReport> reports = {};
@@ -71,7 +71,7 @@ void Complete(ScannedTap& tap, const ScannedTap& other) {
   tap.irLengthIsGuess = other.irLengthIsGuess;
 }
 
-/// Takes over what another report knows of the same chain, or of TAPs that have a name and an id in both.
+/// Adds the facts from another report of the same chain, or of TAPs that have a name and an id in both.
 void CompleteAll(std::vector<ScannedTap>& taps, const std::vector<ScannedTap>& others) {
   if (std::equal(taps.begin(), taps.end(), others.begin(), others.end(), HaveEqualIds)) {
     for (std::size_t i = 0; i < taps.size(); ++i) Complete(taps[i], others[i]);
@@ -133,12 +133,12 @@ std::vector<std::string> NotesOn(const Found& found) {
 
 // --- The scan ---------------------------------------------------------------------------------------------------------------
 
-/// Whether the two print a chain alike, so that it can be compared.
+/// Whether both formats print a chain in a comparable way.
 bool AreComparable(const ScanFormat& a, const ScanFormat& b) {
   return a.nearest == b.nearest && a.hasVersions == b.hasVersions && a.isWhole && b.isWhole;
 }
 
-/// Compares a scan with what the text holds in another format.
+/// Compares a scan with the reports of the text in another format.
 void Compare(Scan& scan, const Found& chosen, const Found& other) {
   if (other.reports.empty()) return;
   if (chosen.format == &kOpenFpgaLoaderRaw && other.format == &kOpenFpgaLoaderDetect) {
@@ -151,7 +151,7 @@ void Compare(Scan& scan, const Found& chosen, const Found& other) {
   }
 }
 
-/// A log whose beginning is lost shows less than the table that follows.
+/// A log without its beginning shows less than the table that follows.
 const Found& WithMoreOf(const Found& chosen, const std::vector<Found>& found) {
   for (const Found& other : found) {
     const bool isSameTool = other.format->tool == std::string_view(chosen.format->tool);
@@ -183,7 +183,7 @@ Scan ScanOf(const Found& first, const std::vector<Found>& found, std::string_vie
   return scan;
 }
 
-/// Whether a line of `text` is nothing but an id.
+/// Whether a line of `text` consists of an id only.
 bool HoldsBareIds(std::string_view text) {
   bool holds = false;
   ForEachLine(text, [&](std::string_view line, int) { holds = holds || ParseId(IdPart(line)); });

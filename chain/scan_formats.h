@@ -10,7 +10,7 @@
 
 namespace plddb::chain {
 
-/// What a tool printed of one look at the chain.
+/// What a tool printed about one scan of the chain.
 struct ScanReport {
   std::vector<ScannedTap> taps = {};
   unsigned long irLength = 0;     ///< Of the chain, 0 when the tool does not print it.
@@ -32,7 +32,7 @@ class ScanReports {
   bool IsFull() const;             ///< Current() holds more TAPs than any chain.
   std::vector<ScanReport> Take();  ///< Hands over those that hold a TAP.
 
-  bool isOpen = false;          ///< For formats that need it: a line said that TAPs follow.
+  bool isOpen = false;          ///< For formats that need it: a line announced that TAPs follow.
   std::size_t indentation = 0;  ///< For formats that need it: of the last TAP.
   std::vector<std::string> notes = {};
 
@@ -41,13 +41,13 @@ class ScanReports {
   bool isBlockOver_ = false;
 };
 
-/// A line around the words by which it was recognised.
+/// A line, cut at the words by which it was recognised.
 struct ScanLine {
   std::string_view before;
   std::string_view after;
 };
 
-/// What became of a line.
+/// The result of reading a line.
 struct Taken {
   bool isMine = true;           ///< False: the line is not of this kind.
   const char* fault = nullptr;  ///< What is wrong; null when nothing is.
@@ -60,13 +60,13 @@ inline constexpr Taken kNotMine = {false};
 inline constexpr Taken kInside = {false, nullptr, {}, true};
 inline Taken Wrong(std::string_view at, const char* fault) { return {true, fault, at}; }
 
-/// A kind of lines: how it is recognised, and what takes over its contents.
+/// A kind of line: how it is recognised, and the function that reads it.
 struct LineKind {
   std::string_view marker;  ///< The empty one is in every line.
   Taken (*take)(const ScanLine& line, ScanReports& reports);
 };
 
-/// What a tool prints of a chain.
+/// A form in which a tool prints a chain.
 struct ScanFormat {
   const char* name;
   const char* tool;
@@ -79,7 +79,7 @@ struct ScanFormat {
   std::size_t kindCount;
 };
 
-/// \name The formats, one file a tool. Which end comes first is known from running the tools over chains of known order.
+/// \name The formats, one file per tool. Which end comes first was found by running the tools on chains of known order.
 ///@{
 extern const ScanFormat kOpenOcdLog;
 extern const ScanFormat kOpenOcdTable;
@@ -117,8 +117,8 @@ inline constexpr const ScanFormat* kScanFormats[] = {
     &kJtagconfig,
 };
 
-/// Adds what `line` shows to the reports of its format; a line of none is passed over. `reports` has one entry for each row of
-/// kScanFormats. The result tells the format of a fault by `format`.
+/// Adds the contents of `line` to the reports of its format; a line of no format is skipped. `reports` has one entry for each
+/// row of kScanFormats. The result tells the format of a fault by `format`.
 Taken TakeScanLine(std::string_view line, std::vector<ScanReports>& reports, std::size_t& format);
 
 }  // namespace plddb::chain

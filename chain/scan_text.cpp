@@ -70,7 +70,7 @@ std::string AsUtf8(std::string_view raw) {
   return std::string(raw.substr(0, 3) == "\xEF\xBB\xBF" ? raw.substr(3) : raw);
 }
 
-/// How long the terminal's control sequence is with which `text` starts, such as ESC[31m; 0 when there is none.
+/// The length of the terminal's control sequence that starts `text`, for example ESC[31m; 0 without one.
 std::size_t ControlSequenceLength(std::string_view text) {
   if (text.substr(0, 2) != "\x1B[") return 0;
   const auto isInner = [](char c) { return c >= ' ' && c <= '?'; };
@@ -93,7 +93,7 @@ std::string WithoutColours(std::string text) {
 constexpr std::size_t kShortestWrapped = 20;  // no terminal is narrower
 constexpr std::size_t kMostJoined = 8;        // lines of one message
 
-/// What joins two lines: what is put between them, and from where on the second one is taken.
+/// How two lines are joined: the text between them, and the position in the second line from which it is kept.
 struct Join {
   bool isOne = false;
   const char* between = "";
@@ -110,7 +110,7 @@ bool EndsWith(std::string_view text, std::string_view end) {
 
 bool Contains(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
 
-/// "... tap/dev" and "ice found: 0x...": the words by which a line is recognised, cut in two; also at a blank, which is gone.
+/// "... tap/dev" and "ice found: 0x...": the words by which a line is recognised, cut in two; also at a blank, which is lost.
 Join JoinOfMarker(std::string_view line, std::string_view next, std::string_view marker) {
   const std::size_t margin = next.size() - WithoutMargin(next).size();
   for (std::size_t cut = 1; cut < marker.size(); ++cut) {

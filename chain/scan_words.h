@@ -18,10 +18,10 @@ std::string_view FirstWord(std::string_view text);  ///< Empty, at the end of `t
 std::string LastWord(std::string_view text);
 std::string Trimmed(std::string_view text);
 
-/// What follows `words` in `text`; empty when they are not in it.
+/// The rest of `text` after `words`; empty if it does not contain them.
 std::string_view After(std::string_view text, std::string_view words);
 
-/// The number with which `text` starts after blanks, 0 when there is none or it is too large.
+/// The number that starts `text`, after blanks; 0 if there is none or it is too large.
 unsigned long LeadingNumber(std::string_view text);
 
 /// The number that is all of `text`.

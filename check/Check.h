@@ -6,7 +6,7 @@
 
 #include "Descriptions.h"
 
-/// What is wrong with device descriptions that load: values that contradict each other, and what lookups will not find.
+/// Finds mistakes in device descriptions that load: values that contradict each other, and devices that lookups will not find.
 /// docs/check.md has a paragraph for each code.
 namespace plddb::check {
 
@@ -24,7 +24,7 @@ struct Code {
 /// All codes, in the order of the documentation.
 std::vector<Code> Codes();
 
-/// The code of this name, or that had it formerly; null when there is none.
+/// The code of this name or former name; null without one.
 const Code* FindCode(std::string_view name);
 
 /// A place in a file, as in Fault.
@@ -34,7 +34,7 @@ struct Place {
   int column = 1;
 };
 
-/// What is wrong, and where: at the value, or at the element that lacks it.
+/// A mistake, and its place: that of the value, or of the element that lacks it.
 struct Finding {
   Place place;
   std::string_view code;  ///< Code::name.
@@ -63,7 +63,7 @@ struct Source {
   std::string failure;  ///< Why the file could not be read; empty when it could.
 };
 
-/// Loads the sources, and checks as one database those that load. What is wrong with the others are findings, too.
+/// Loads the sources, and checks those that load as one database. Mistakes in the others are findings, too.
 std::vector<Finding> CheckTexts(const std::vector<Source>& sources);
 
 }  // namespace plddb::check

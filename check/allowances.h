@@ -42,7 +42,7 @@ class Allowances {
       ofElement_;  // its place; the allowances from here to there
 };
 
-/// What is wrong with an allowance that allows nothing.
+/// The mistake in an allowance that allows nothing.
 std::string WhyUnused(const Allowance& allowance);
 
 }  // namespace plddb::check

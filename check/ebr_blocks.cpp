@@ -63,7 +63,7 @@ void CheckBlock(const Described& record, Findings& findings) {
   if ((columns == nullptr) != (address == nullptr)) {
     const std::string missing = columns == nullptr ? "Column" : "Address";
     findings.Add(record, columns == nullptr ? "Address" : "Column", CodeId::kEbrIncomplete,
-                 "there is no " + missing + " beside it: it is 0 for all entries");
+                 "there is no " + missing + ": it is 0 for all entries");
   }
   if (columns == nullptr) return;
   descriptions::Value count;

@@ -7,7 +7,7 @@
 
 namespace plddb::check {
 
-/// A text as lookups compare it: the case of ASCII letters does not count. A number that has to agree as well may be beside it.
+/// A text as lookups compare it, ignoring the case of ASCII letters. It may have a number that must be equal as well.
 /// Borrows the text.
 struct TextKey {
   std::string_view text;

@@ -80,7 +80,7 @@ class FullNames {
   std::unordered_map<std::string, FirstName> firsts_;
 };
 
-/// Lookups by full name pass over devices in other access modes.
+/// Lookups by full name skip devices in other access modes.
 void CheckFullNames(const Records& records, Findings& findings) {
   FullNames names(records, findings);
   for (const DescribedDevice& device : records.Devices()) {
@@ -90,7 +90,7 @@ void CheckFullNames(const Records& records, Findings& findings) {
   }
 }
 
-// --- Counts that stand for others -------------------------------------------------------------------------------------------
+// --- Counts that are aliases ------------------------------------------------------------------------------------------------
 
 /// Files of `asked` fuses are also for devices of `stored` ones: a device of the other count is hard to tell from them.
 void CheckAlias(const Records& records, const FuseAlias& alias, Findings& findings) {

@@ -59,7 +59,7 @@ std::string IspIdOutsideMask(const DescribedDevice& device) {
 std::string ZeroId(const DescribedDevice& device, unsigned int id, const char* mode) {
   const bool isMeant = IsCompared(*device.device, mode) || device.device->GetComm() == nullptr;
   if (id != 0 || !isMeant || IsPlaceholder(*device.device)) return "";
-  return std::string("an identifier of 0 is none: ") + mode + " lookups pass over the device";
+  return std::string("0 is not an identifier: ") + mode + " lookups skip the device";
 }
 
 std::string ZeroIdcode(const DescribedDevice& device) { return ZeroId(device, device.device->GetjtagDeviceID(), "JTAG"); }
@@ -117,7 +117,7 @@ std::string DecimalText(const DescribedDevice& device, std::string_view attribut
          ": hexadecimal digits need 0x before them";
 }
 
-/// Nobody writes a decimal number with zeros before it.
+/// Decimal numbers are not written with leading zeros.
 void CheckLeadingZeros(const DescribedDevice& device, Findings& findings) {
   for (const descriptions::Field& field : descriptions::FieldsOf<DeviceInfo>()) {
     const Attribute* const written = field.hexDigits == 0 ? nullptr : Written(device, field.name);
@@ -178,7 +178,7 @@ bool HasMaker(const DeviceInfo& device) {
          (device.GetDeviceIDScanMask() & kMakerBits) == kMakerBits;
 }
 
-/// Whether a single device is odd beside `others`. Of two devices nobody can tell, unless a family holds both.
+/// Whether a single device differs from `others`. Of two devices, either may be the odd one, unless one family holds both.
 bool IsUnlike(const DescribedDevice& device, const std::vector<const DescribedDevice*>& others) {
   if (others.size() > 1) return true;
   const DescribedDevice& other = *others.front();

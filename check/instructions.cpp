@@ -42,7 +42,7 @@ bool Fits(unsigned int code, unsigned int irLength) {
 
 unsigned int AllOnes(unsigned int bits) { return bits == 0 ? 0 : ~0U >> (kCodeBits - bits); }
 
-/// Where `code` is all ones of another length, that may be what IRLength ought to be.
+/// If `code` is all ones of another length, that length may be the right IRLength.
 std::string OtherLength(unsigned int code, unsigned int irLength) {
   for (unsigned int bits = 2; bits <= kCodeBits; ++bits) {
     if (code != AllOnes(bits)) continue;
@@ -92,7 +92,8 @@ std::string IrLength(const DescribedDevice& device) {
   if (irLength == 1) return "IRLength is 1, but an instruction register has 2 bits or more";
   for (const Instruction& instruction : kInstructions) {
     if (irLength == 0 && (device.device->*instruction.code)() != 0) {
-      return std::string("the device has an ") + instruction.attribute + ", but no IRLength, without which nobody can shift it";
+      return std::string("the device has an ") + instruction.attribute +
+             ", but no IRLength, without which it cannot be shifted";
     }
   }
   return "";
@@ -125,7 +126,7 @@ std::optional<unsigned int> FamilyCode(const FamilyList& family, const Instructi
   return instruction.familyText == nullptr ? std::nullopt : HexCode((family.*instruction.familyText)());
 }
 
-/// Devices that have no code of their own take that of the family. Returns whether it suits them.
+/// Devices without their own code use that of the family. Returns whether it suits them.
 bool CheckFamilyCode(const DescribedFamily& family, const Instruction& instruction, unsigned int code, Findings& findings) {
   const std::string written = (family.family->*instruction.familyText)();
   for (int i = 0; const DeviceInfo* const device = family.family->GetDevice(i); ++i) {
@@ -141,7 +142,7 @@ bool CheckFamilyCode(const DescribedFamily& family, const Instruction& instructi
   return true;
 }
 
-/// The devices that have a code of their own, like that of the family or unlike it.
+/// The devices that have their own code, equal to that of the family or not.
 struct OwnCodes {
   std::vector<const DescribedDevice*> alike;
   std::vector<const DescribedDevice*> unlike;
@@ -205,7 +206,7 @@ unsigned int EffectiveCode(const DeviceInfo& device, const Instruction& instruct
   return own != 0 || family == nullptr ? own : FamilyCode(*family, instruction).value_or(0);
 }
 
-/// BYPASS is fixed by the standard, so that the other instruction of a pair is the one that is wrong.
+/// The standard fixes BYPASS, so the other instruction of a pair is the wrong one.
 void CheckShared(const DescribedDevice& device, Findings& findings) {
   constexpr std::array<std::size_t, 2> pairs[] = {{kUsercode, kIdcode}, {kIdcode, kBypass}, {kUsercode, kBypass}};
   for (const auto& [wrong, other] : pairs) {

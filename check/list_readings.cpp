@@ -15,7 +15,7 @@ std::size_t OffsetAfter(std::string_view item, const std::string& text) {
   return static_cast<std::size_t>(item.data() + item.size() - text.data());
 }
 
-/// What is left of `text` from the first character on that is neither `closing` nor a separator.
+/// The rest of `text`, from the first character that is neither `closing` nor a separator.
 std::string_view FirstLost(std::string_view text, char closing) {
   const auto isLost = [closing](char c) { return c != closing && !IsSeparator(c); };
   const auto lost = std::find_if(text.begin(), text.end(), isLost);

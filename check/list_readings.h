@@ -6,7 +6,7 @@
 
 namespace plddb::check {
 
-/// What a format makes of a list text, and what it passes over. All lie in `text`.
+/// The items that a format reads from a list text, and the parts it ignores. All are parts of `text`.
 struct ListReading {
   std::string_view label;  // of a semicolon list
   std::vector<std::string_view> items;

@@ -58,7 +58,7 @@ bool IsNumber(std::string_view text) {
 
 // --- The rules --------------------------------------------------------------------------------------------------------------
 
-/// Finds what is wrong with the text of one attribute.
+/// Finds mistakes in the text of one attribute.
 class ListCheck {
  public:
   ListCheck(const Described& record, const Attribute& attribute, const ListText& row, Findings& findings)
@@ -92,7 +92,7 @@ class ListCheck {
 
   void CheckNumbers() {
     if (IsNumber(reading_.label)) {
-      Add(CodeId::kListLabel, Quoted(reading_.label) + " is passed over: the text before the first ';' is a label");
+      Add(CodeId::kListLabel, Quoted(reading_.label) + " is ignored: the text before the first ';' is a label");
     }
     for (const std::string_view item : reading_.items) {
       if (item.empty() || IsNumber(item)) continue;
@@ -100,7 +100,7 @@ class ListCheck {
     }
   }
 
-  /// Against the records that the creating text makes. Where that loses items the count says nothing: the fault is there.
+  /// Against the records that the creating text makes. If that loses items, the count does not matter: the mistake is there.
   void CheckCount() {
     const Attribute* const creator = FindAttribute(*record_.element, row_.creator);
     const std::string creatorText(creator == nullptr ? "" : creator->value);

@@ -30,7 +30,7 @@ void ForEachWrittenNumber(const DescribedPackage& package, Visit visit) {
 
 void CheckType(const DescribedPackage& package, Findings& findings) {
   if (*OrEmpty(package.package->GetType()) != '\0') return;
-  findings.Add(package, "Type", CodeId::kPackageTypeMissing, "the package has no type: lookups by package type pass over it");
+  findings.Add(package, "Type", CodeId::kPackageTypeMissing, "the package has no type: lookups by package type skip it");
 }
 
 void CheckEmptyNumbers(const DescribedPackage& package, Findings& findings) {

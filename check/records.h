@@ -6,7 +6,7 @@
 #include "check/Check.h"
 
 /// \file
-/// The records of all description files, beside the elements that describe them.
+/// The records of all description files, with the elements that describe them.
 
 namespace plddb::check {
 

@@ -38,7 +38,7 @@ std::string NameMissing(const DescribedDevice& device) { return Missing(device.d
 std::string CodeNameMissing(const DescribedDevice& device) { return Missing(device.device->GetCodeName(), "CodeName"); }
 
 std::string Empty(const char* text, const std::string& attribute) {
-  return text != nullptr && *text == '\0' ? attribute + " is empty: nobody finds the device by it" : "";
+  return text != nullptr && *text == '\0' ? attribute + " is empty: the device is not found by it" : "";
 }
 
 std::string NameEmpty(const DescribedDevice& device) { return Empty(device.device->GetName(), "Name"); }
@@ -106,7 +106,7 @@ bool HasBlankEnd(std::string_view text) {
   });
 }
 
-// What lookups compare. The access mode has a rule of its own.
+// The texts that lookups compare. The access mode has its own rule.
 constexpr const char* kComparedOfFamily[] = {"Name", "AliasName"};
 constexpr const char* kComparedOfDevice[] = {"Name", "CodeName", "AliasName", "Family", "Vendor"};
 constexpr const char* kComparedOfPackage[] = {"Type", "PON", "BackupPON", "AliasPON", "JDF"};

@@ -1,5 +1,5 @@
 # What `cmake --install` lays out. The components are those of the Debian packages (packages.cmake); without packages they make
-# no difference. The installation may be moved as a whole: nothing in it names its folder, but for the tool's second choice of
+# no difference. The installation may be moved as a whole: nothing in it names its folder, except the tool's second choice of
 # a data folder.
 include(CMakePackageConfigHelpers)
 
@@ -80,7 +80,7 @@ if(TARGET plddb_tool)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()
 
-# The reference is there once scripts/docs has written it.
+# The reference exists after scripts/docs has written it.
 set(PLDDB_REFERENCE ${PROJECT_SOURCE_DIR}/build/docs/html)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation

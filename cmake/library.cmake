@@ -1,10 +1,10 @@
 # plddb_add_library(NAME DESCRIPTION
 #   SOURCES file...      relative to the folder, like all files here
 #   HEADERS file...      what clients include; the other headers are internal
-#   [NEEDS name...]      the libraries beside the core that this one uses, declared earlier
+#   [NEEDS name...]      the other libraries that this one uses, declared earlier
 #   [PACKAGES name...])  the packages that it links, found earlier; CMake's name, that of the target NAME::NAME, in lower case pkg-config's
 #
-# Declares a library beside the core: plddb::NAME, static, the target plddb_NAME. install.cmake installs it with its headers,
+# Declares a library other than the core: plddb::NAME, static, the target plddb_NAME. install.cmake installs it with its headers,
 # makes it a component of the CMake package, and writes plddb-NAME.pc.
 function(plddb_add_library NAME DESCRIPTION)
   cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "SOURCES;HEADERS;NEEDS;PACKAGES")

@@ -7,15 +7,14 @@ using namespace plddb::internal;
 
 namespace {
 
-/// The first family at or after position `i` whose Name is exactly `name`; null when there is none. Leaves its position in
-/// `i`.
+/// The first family at or after position `i` whose Name is exactly `name`; null without one. Sets `i` to its position.
 FamilyList* FindByName(const DeviceList& database, const char* name, int& i) {
   FamilyList* family = database.GetFamily(i);
   while (family != nullptr && !EqualExactly(family->GetName(), name)) family = database.GetFamily(++i);
   return family;
 }
 
-/// What `attribute` answers for the first family of exactly this Name; null, 0 or false without one.
+/// The result of `attribute` for the first family of exactly this Name; null, 0 or false without one.
 template <typename Attribute>
 Attribute Ask(const DeviceList& database, const char* name, Attribute (FamilyList::*attribute)() const) {
   int i = 0;
@@ -85,7 +84,7 @@ bool DeviceList::GetReInitializewfamilyName(const char* name) const { return Ask
 bool DeviceList::GetDebugModewfamilyName(const char* name) const { return Ask(*this, name, &FamilyList::IsDebugMode); }
 
 char* DeviceList::GetExtensionwfamilyName(const char* name) const {
-  // On purpose: a generic family gets no default; a later one of that name may have a pattern.
+  // On purpose: a generic family gets no default; a later family of that name may have a pattern.
   const bool isGeneric = EqualExactly(name, "Generic JTAG Device");
   int i = 0;
   while (const FamilyList* const family = FindByName(*this, name, i)) {

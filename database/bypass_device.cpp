@@ -1,4 +1,4 @@
-// Which devices only pass data through, by mode of chain processing.
+// The rules for bypass devices, which only pass data through, by mode of chain processing.
 
 #include "DeviceList.h"
 #include "foundation/text_match.h"
@@ -15,9 +15,9 @@ struct BypassRule {
   const char* text;
 };
 
-// On purpose irregular, row by row: "JTAG-ISC" counts as a code name in modes 2, 4 and 6 but as a name in 3 and 5; "JTAG-STAPL"
-// as a name in 2 to 5 but as a code name in 6; "FPGA Loader" as a family in 4 and 6 but as a code name in 5; mode 2 lacks
-// "IEEE 1532". Mode 0 has no row.
+// On purpose irregular, row by row: "JTAG-ISC" is compared as a code name in modes 2, 4 and 6 but as a name in 3 and 5;
+// "JTAG-STAPL" as a name in 2 to 5 but as a code name in 6; "FPGA Loader" as a family in 4 and 6 but as a code name in 5; mode
+// 2 lacks "IEEE 1532". Mode 0 has no row.
 constexpr BypassRule kBypassRules[] = {
     {1, Field::kFamily, "IEEE 1532"},
 

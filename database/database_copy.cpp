@@ -18,7 +18,7 @@ DeviceList::DeviceList(DeviceList* src) : DeviceList() {
 }
 
 DeviceList& DeviceList::operator=(DeviceList& src) {  // NOLINT(cert-oop54-cpp): see below
-  // On purpose: the families go before the source is read, so that a database assigned to itself ends without families.
+  // On purpose: the families are destroyed before the source is read, so a database assigned to itself ends without families.
   DestroyElements(Families);
   SetComment(src.GetComment());
   SetVersion(src.GetVersion());
@@ -32,13 +32,13 @@ DeviceList* DeviceList::AddNewDeviceList(DeviceList* src) {
 }
 
 void DeviceList::AppendFamilies(const DeviceList& src) {
-  const int count = src.GetFamilyCount();  // On purpose: 16 bits bound every copy.
+  const int count = src.GetFamilyCount();  // On purpose: 16 bits limit every copy.
   for (int i = 0; i < count; ++i) {
     auto copy = std::make_unique<FamilyList>(src.GetFamily(i));
     try {
       Families.AddTail(copy.get());
     } catch (...) {
-      plddb::ReleaseDevices(*copy);  // the family itself is still ours and goes with its pointer
+      plddb::ReleaseDevices(*copy);  // `copy` still owns the family itself
       throw;
     }
     static_cast<void>(copy.release());

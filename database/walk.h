@@ -6,7 +6,7 @@
 namespace plddb::internal {
 
 /// The first device of the database that satisfies `rule(const DeviceInfo&)`: families in list order, devices in load order.
-/// Hidden families are visited like any other. On purpose: a family's 16-bit count bounds its devices.
+/// Hidden families are visited like any other. On purpose: a family's 16-bit count limits the walk over its devices.
 template <typename Rule>
 DeviceInfo* FindDevice(const DeviceList& database, Rule rule) {
   for (int i = 0; const FamilyList* const family = database.GetFamily(i); ++i) {

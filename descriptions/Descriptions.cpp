@@ -19,11 +19,11 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Larger files are none of ours; without a limit a device such as /dev/zero would fill the memory.
+/// Larger files are not descriptions; without a limit, a device such as /dev/zero would fill memory.
 constexpr std::size_t kLargestFile = std::size_t{1} << 26;
 constexpr const char* kTooLarge = "larger than 64 MiB";
 
-/// How large the file says it is; 0 where it does not, as a pipe.
+/// The size of the file; 0 if it is unknown, as for a pipe.
 std::size_t SizeOf(const std::string& path) {
   std::error_code unknown;
   const auto size = std::filesystem::file_size(path, unknown);
@@ -34,7 +34,7 @@ struct Close {
   void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
-/// Appends the file's bytes to `text`; returns why that failed, or nothing.
+/// Appends the file's bytes to `text`; returns the reason of a failure, or nothing.
 std::string ReadFile(const std::string& path, std::string& text) {
   const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
   char part[4096];  // small, for threads with little stack

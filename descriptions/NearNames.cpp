@@ -10,10 +10,10 @@
 namespace plddb {
 namespace {
 
-/// Longer names are no names; the limit bounds the time and memory of a comparison.
+/// Longer texts are not names; the limit bounds the time and memory of a comparison.
 constexpr std::size_t kLongestName = 64;
 
-/// What counts of a name.
+/// The part of a name that is compared.
 std::string Letters(std::string_view name) {
   constexpr std::string_view kSeparators = "-_/. ";
   std::string letters;
@@ -23,7 +23,7 @@ std::string Letters(std::string_view name) {
   return letters;
 }
 
-/// How many letters have to be put in, left out, replaced or exchanged with their neighbour to make `b` of `a`.
+/// The number of letters to insert, delete, replace or swap with their neighbour to turn `a` into `b`.
 std::size_t Distance(std::string_view a, std::string_view b) {
   // Row i holds the distances of the first i letters of `a` from all beginnings of `b`; three rows are enough.
   using Row = std::array<std::size_t, kLongestName + 1>;
@@ -43,7 +43,7 @@ std::size_t Distance(std::string_view a, std::string_view b) {
   return row[b.size()];
 }
 
-/// How many letters the two share at their beginning and at their end.
+/// The number of letters that both have in common at their start and end.
 std::size_t SharedEnds(const std::string& a, const std::string& b) {
   const auto begin = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
   const auto end = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend()).first - a.rbegin();

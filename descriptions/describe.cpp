@@ -21,7 +21,7 @@ bool AreEqual(const Value& a, const Value& b) {
 
 std::string Hex(long long number, int digits) {
   char text[20];
-  static_cast<void>(std::snprintf(text, sizeof text, "0x%0*llX", digits, number));  // 20 hold any 64 bits
+  static_cast<void>(std::snprintf(text, sizeof text, "0x%0*llX", digits, number));  // 20 characters hold any 64 bits
   return text;
 }
 
@@ -35,12 +35,12 @@ void AddAttribute(Element& element, std::string_view name, std::string value, Te
   element.attributes.push_back({name, texts.emplace_back(std::move(value)), 0, 0});
 }
 
-/// The value that a reader of the file takes when the attribute is left out.
+/// The value that loading gives to an attribute that is left out.
 Value ValueWhenLeftOut(const FieldTable& fields, std::size_t i, const void* record, const void* untouched) {
   return fields[i].need == Need::Backup ? fields[i - 1].get(record) : fields[i].get(untouched);
 }
 
-/// The fields of `record` that `untouched`, a record of defaults, does not have, and those that have to be there.
+/// Adds the fields of `record` that differ from `untouched`, a record of defaults, and the required ones.
 void AddFields(Element& element, const FieldTable& fields, const void* record, const void* untouched, Texts& texts) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const Field& field = fields[i];
@@ -83,8 +83,8 @@ Element ToPackage(const Package& package, Texts& texts) {
   return element;
 }
 
-/// The entries of a list that a quoted text fills. An entry that is empty can only come from such a text, and so do all before
-/// the last such one: they are written as that text again, the others as elements.
+/// The entries of a list that a quoted text fills. Only such a text can give an empty entry: so all entries up to the last
+/// empty one are written as that text again, and the others as elements.
 class QuotedEntries {
  public:
   template <class Record>
@@ -117,7 +117,7 @@ class QuotedEntries {
   std::size_t quoted_ = 0;
 };
 
-/// ";A0-A7;B0-B7;": the one list that a file gives as a text alone.
+/// ";A0-A7;B0-B7;": the only list that a file always writes as a text.
 std::string SemicolonList(const std::vector<std::string>& items) {
   std::string text;
   for (const std::string& item : items) text += ";" + (item.empty() ? " " : item);
@@ -168,7 +168,7 @@ Element DescribeDevice(FamilyList& family, DeviceInfo& device, Texts& texts) {
   DeviceInfo untouched(family);
   untouched.SetFamily(family.GetName());
   Element element = ToElement("Device", device, texts, untouched);
-  // While the width is not set it answers the data length: written, it would be set.
+  // While the width is not set, the getter returns the data length: writing that would set it.
   if (device.GetBitstreamColWidth() == static_cast<int>(device.GetDataLength())) Remove(element, "BitstreamColWidth");
   if (!device.GetlistAddressRange().empty()) {
     AddAttribute(element, "listAddressRange", SemicolonList(device.GetlistAddressRange()), texts);

@@ -26,9 +26,8 @@ std::string Listed(const std::vector<std::string_view>& names) {
 bool ElementReader::Parse(bool withComments) {
   buffer_->reserve(text_.size() + 1);
   *buffer_ = text_;
-  *buffer_ +=
-      '\n';  // the parser puts its end mark over the last character, and then some of its faults are not where they were
-  // As a fragment, so that text beside the root element is not passed over; as UTF-8, so that the buffer is not converted.
+  *buffer_ += '\n';  // pugixml overwrites the last character with its terminator, which would shift some offsets of errors
+  // As a fragment, so that text outside the root element is not ignored; as UTF-8, so that the buffer is not converted.
   const unsigned int options = pugi::parse_default | pugi::parse_fragment | (withComments ? pugi::parse_comments : 0);
   const auto result = document_.load_buffer_inplace(buffer_->data(), buffer_->size(), options, pugi::encoding_utf8);
   if (result) return true;
@@ -99,14 +98,14 @@ void ElementReader::Unexpected(pugi::xml_node node, const std::vector<std::strin
   const auto nearest = NearNames(node.name(), known, 1);
   std::string text = "unknown element " + Quoted(node.name());
   if (node.parent() != document_) text += " in " + std::string(node.parent().name());
-  text += ": expected " + (known.empty() ? "none there" : Listed(known));
+  text += ": expected " + (known.empty() ? "none here" : Listed(known));
   if (!nearest.empty() && known.size() > 1) text += "; did you mean " + std::string(nearest.front()) + "?";
   AddFault(node, std::move(text));
 }
 
 void ElementReader::UnexpectedText(pugi::xml_node node) {
   static constexpr std::string_view kCData = "<![CDATA[";
-  static constexpr std::size_t kLongest = 100;  // more is never quoted
+  static constexpr std::size_t kLongest = 100;  // no more is ever quoted
   const std::size_t start = OffsetOf(node.value());
   const bool isCData = node.type() == pugi::node_cdata;
   const std::size_t offset = isCData ? start - kCData.size() : text_.find_first_not_of(" \t\r\n", start);

@@ -14,17 +14,17 @@
 
 namespace plddb::descriptions {
 
-/// A parsed text: gives the values of its elements to records, and reports what is wrong with an element at its place.
+/// A parsed text: sets records to the values of its elements, and reports mistakes in an element at their place.
 class ElementReader {
  public:
   /// Borrows `text` and `faults`, which must outlive it.
   ElementReader(std::string_view text, Faults& faults) : text_(text), faults_(faults) {}
 
-  /// Parses the text. False, and a fault, when it is not XML. `withComments` keeps comments among the nodes.
+  /// Parses the text. Returns false and adds a fault if it is not XML. `withComments` keeps comments among the nodes.
   bool Parse(bool withComments);
   pugi::xml_node Document() const { return document_; }
 
-  /// The root element, and all in it. Hands over the text in which names and values lie: the reader is of no use afterwards.
+  /// The root element and everything in it. Hands over the text that holds names and values: do not use the reader afterwards.
   Outline TakeOutline();
 
   /// Sets the fields of `record` from the attributes of `node`, in the order of the record's table.
@@ -33,7 +33,7 @@ class ElementReader {
     ReadFields(FieldsOf<Record>(), &record, node);
   }
 
-  /// Reports `node`, which is no element of its parent that is known; `known` are the names of those.
+  /// Reports the unknown element `node`; `known` are the names of the known elements of its parent.
   void Unexpected(pugi::xml_node node, const std::vector<std::string_view>& known);
 
   /// Reports a fault of the element `node`.
@@ -46,7 +46,7 @@ class ElementReader {
   void UnknownAttribute(const FieldTable& fields, pugi::xml_attribute attribute, pugi::xml_node node);
   void UnexpectedText(pugi::xml_node node);
 
-  /// Names and values that the parser lends lie in the buffer where they stand in the text.
+  /// Names and values lent by the parser have the same offsets in the buffer as in the text.
   std::size_t OffsetOf(const char* inBuffer) const { return static_cast<std::size_t>(inBuffer - buffer_->data()); }
 
   const std::string_view text_;
@@ -55,7 +55,7 @@ class ElementReader {
       std::make_shared<std::string>();  // a copy of the text, which the parser cuts up and decodes in place
   pugi::xml_document document_;
 
-  // The attributes of the element at hand, by their position in its table.
+  // The attributes of the current element, by their position in its table.
   std::array<Value, FieldTable::kMost> values_;
   std::bitset<FieldTable::kMost> given_;
 };

@@ -24,7 +24,7 @@ Element OutlineMaker::Root(pugi::xml_node document) {
   return file.children.empty() ? Element() : std::move(file.children.front());
 }
 
-/// Descriptions are a few levels deep, and so is the recursion.
+/// Recursive: descriptions are only a few levels deep.
 Element OutlineMaker::ToElement(pugi::xml_node node) {
   const TextPosition name = PositionOf(node.name());
   Element element = {node.name(), name.line, std::max(name.column - 1, 0), {}, {}};  // at the '<'
@@ -39,8 +39,8 @@ Element OutlineMaker::ToElement(pugi::xml_node node) {
 
 void OutlineMaker::AddChildren(Element& element, pugi::xml_node node) {
   element.children.reserve(SizeOf(node.children()));
-  std::size_t waiting = 0;                // comments whose element comes next, by their number
-  bool isBeside = !element.name.empty();  // whether the last comment was; nothing is beside the start of a file
+  std::size_t waiting = 0;                // the number of comments whose element comes next
+  bool isBeside = !element.name.empty();  // whether the last comment was beside; the start of a file has none beside it
   for (const pugi::xml_node child : node.children()) {
     if (child.type() == pugi::node_comment) {
       isBeside = isBeside && IsBeside(child);
@@ -71,7 +71,7 @@ void OutlineMaker::AddChildren(Element& element, pugi::xml_node node) {
   }
 }
 
-/// Whether a tag or another comment is before it in its line, and nothing after it.
+/// Whether a tag or another comment precedes it on its line, and nothing follows it.
 bool OutlineMaker::IsBeside(pugi::xml_node comment) const {
   constexpr std::size_t kOpening = 4;  // "<!--"
   const std::size_t start = offset_(comment.value());

@@ -10,21 +10,21 @@
 
 namespace plddb::descriptions {
 
-/// Whether editors put an attribute of this name into an element so that they know its schema.
+/// Whether an attribute of this name tells editors the schema of an element.
 bool IsSchemaHint(std::string_view name);
 
-/// Makes elements and comments of the nodes of a parsed document; they show its texts.
+/// Makes elements and comments from the nodes of a parsed document; they refer to its texts.
 class OutlineMaker {
  public:
-  /// Gives the offset in `text` of a name or value that the parser lends.
+  /// Returns the offset in `text` of a name or value lent by the parser.
   using Offset = std::function<std::size_t(const char*)>;
 
   OutlineMaker(std::string_view text, Offset offset) : text_(text), positions_(text), offset_(std::move(offset)) {}
 
-  /// The root of `document`, with all in it.
+  /// The root of `document`, with everything in it.
   Element Root(pugi::xml_node document);
 
-  /// The comments that Root passed, in file order.
+  /// The comments that Root found, in file order.
   std::vector<Comment> TakeComments() { return std::move(comments_); }
 
  private:

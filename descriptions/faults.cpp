@@ -8,7 +8,7 @@
 namespace plddb::descriptions {
 namespace {
 
-/// A file that is not made of descriptions may have millions.
+/// A file that does not contain descriptions may have millions.
 constexpr std::size_t kMostFaults = 10000;
 
 }  // namespace
@@ -23,7 +23,7 @@ void Faults::Add(std::size_t offset, std::string text) {
 
 std::vector<Fault> Faults::Located(std::string_view text, const std::string& file) {
   std::stable_sort(found_.begin(), found_.end(), [](const Found& a, const Found& b) { return a.offset < b.offset; });
-  if (full_) found_.push_back({found_.back().offset, "too many faults: the rest of them is not listed"});
+  if (full_) found_.push_back({found_.back().offset, "too many faults: the rest is not listed"});
   std::vector<Fault> faults;
   faults.reserve(found_.size());
   TextPositions positions(text);

@@ -10,16 +10,16 @@
 
 namespace plddb::descriptions {
 
-/// Gathers the faults of a text, in any order.
+/// Collects the faults of a text, in any order.
 class Faults {
  public:
   void Add(std::size_t offset, std::string text);
 
-  /// Whether there are so many that looking for more is pointless.
+  /// Whether there are so many that searching for more is pointless.
   bool Full() const { return full_; }
   bool Empty() const { return found_.empty(); }
 
-  /// The faults in the order of the text. What was gathered is used up.
+  /// The faults in the order of the text. Call it once: it empties the collection.
   std::vector<Fault> Located(std::string_view text, const std::string& file);
 
  private:

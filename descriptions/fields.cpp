@@ -88,7 +88,7 @@ constexpr Field With(Kind kind, Field field) {
   return field;
 }
 
-// The rows are macros, so that the name of an attribute is the name of the setter and nothing is spelled twice.
+// The rows are macros, so that an attribute has the name of its setter and no name is written twice.
 #define FIELD(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem)
 #define BACKUP(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::Backup)
 #define FLAG(record, stem) MakeField<&record::Set##stem, &record::Is##stem>(#stem)
@@ -204,7 +204,7 @@ constexpr Field kDeviceRows[] = {
     Starts(Group::Lists, COLUMN(DeviceInfo, MultibootCfgAddr)),
     COLUMN(DeviceInfo, MultibootAutoAdd),
     COLUMN(DeviceInfo, SysIOList),
-    // Of each of the following lists the first column makes the records, the others fill them.
+    // In each of the following lists, the first column creates the records and the others fill them.
     COLUMN(DeviceInfo, ListControlReg0Frequency),
     COLUMN(DeviceInfo, ListControlReg0MasterClock),
     COLUMN(DeviceInfo, ListControlReg0ClockDivider),

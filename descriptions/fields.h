@@ -6,8 +6,8 @@
 #include "DeviceList.h"
 
 /// \file
-/// What the elements of a description file may say: one table of attributes for each kind of record. Everything that reads or
-/// writes descriptions goes through these tables; a name of an attribute stands nowhere else.
+/// The attributes that the elements of a description file may have: one table for each kind of record. Everything that reads or
+/// writes descriptions uses these tables.
 
 namespace plddb::descriptions {
 
@@ -28,29 +28,29 @@ struct Value {
   long long number = 0;
 };
 
-/// What a missing attribute means.
+/// The meaning of a missing attribute.
 enum class Need : unsigned char {
   Optional,
-  Backup,    // it takes the value of the field in the row above, as the setter of that one does or ought to
+  Backup,    // defaults to the value of the field in the row above
   Required,  // a fault
   NotEmpty,  // a fault, and so is an empty text
 };
 
-/// Attributes that share a line in written files, where a start tag takes more than one.
+/// Attributes that share a line in written files if a start tag needs more than one line.
 enum class Group : unsigned char { None, Names, Identification, Registers, Fuses, Bitstream, Lists };
 
-/// One attribute of an element, and the field behind it.
+/// One attribute of an element, and the field that it sets.
 struct Field {
   std::string_view name;
   Kind kind;
   Need need;
   void (*set)(void* record, const Value& value);
-  Value (*get)(const void* record);  // lends texts; null where the value is one column of a list
-  int hexDigits = 0;                 // of raw bits, which people read as hexadecimal digits; this many at least
-  Group group = Group::None;         // of it and the rows below, up to the next that has one
+  Value (*get)(const void* record);  // lends texts; null if the value is one column of a list
+  int hexDigits = 0;                 // at least this many; for raw bits, which people read in hexadecimal
+  Group group = Group::None;         // of this row and those below, up to the next row that has one
 };
 
-/// The fields of one kind of record, in the order in which the library wants them set.
+/// The fields of one kind of record, in the order in which they must be set.
 class FieldTable {
  public:
   static constexpr std::size_t kMost = 128;
@@ -65,7 +65,7 @@ class FieldTable {
   std::size_t size() const { return count_; }
   const Field& operator[](std::size_t i) const { return rows_[i]; }
 
-  /// The position of the field `name`; size() when there is none.
+  /// The position of the field `name`; size() without one.
   std::size_t Find(std::string_view name) const {
     for (std::size_t i = 0; i < count_; ++i) {
       if (rows_[i].name == name) return i;
@@ -78,7 +78,7 @@ class FieldTable {
   std::size_t count_;
 };
 
-/// \name Records of the format alone: what an element says before the library gets it.
+/// \name Records of the format only: the values of an element before they are passed to the library.
 ///@{
 struct EbrBlock {
   const char* Name = "";
@@ -88,7 +88,7 @@ struct EbrBlock {
 };
 
 struct BScanRecord {
-  int DefaultValue = 1;  // as in records that the library's text setter makes
+  int DefaultValue = 1;  // as in records that the library's text setter creates
   const char* Controls = "";
 };
 

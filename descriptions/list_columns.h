@@ -5,24 +5,24 @@
 #include <string_view>
 
 /// \file
-/// The lists of a description file, which are written as elements or as texts: one table of their columns, for all that reads,
-/// writes or checks them.
+/// The lists of a description file, which are written as elements or as texts: one table of their columns, for everything that
+/// reads, writes or checks them.
 
 namespace plddb::descriptions {
 
-/// A field of the records of a list, and the text that may give it to all of them.
+/// A field of the records of a list, and the text that may set it in all of them.
 struct ListColumn {
   std::string_view owner;    // the element that holds the records, and has the text as an attribute
-  std::string_view element;  // a record; empty for a list that is a text alone
+  std::string_view element;  // a record; empty for a list that is only a text
   std::string_view field;    // the record's attribute
   std::string_view text;     // the owner's attribute; empty without one
-  std::string_view creator;  // the owner's attribute that makes the records which this text fills; empty where it makes them
+  std::string_view creator;  // the owner's attribute that creates the records this text fills; empty if it creates them itself
   const char* whenLeftOut;   // the field's default, as it is written
   std::size_t longest = SIZE_MAX;  // characters of the text; a longer one is ignored
 };
 
 // clang-format off
-/// Of each element the field that makes the record comes first.
+/// For each element, the field that creates the record comes first.
 inline constexpr ListColumn kListColumns[] = {
     {"Device", "SysIO", "Name", "SysIOList", "", ""},
     {"Family", "Operation", "Name", "OperationList", "", ""},

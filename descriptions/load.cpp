@@ -1,5 +1,5 @@
-// The walk over the elements of a description file. What an element may say stands in fields.cpp; which elements it may hold,
-// in the tables of children here.
+// The walk over the elements of a description file. The tables in fields.cpp list the attributes of an element; the tables of
+// children here list the elements in it.
 
 #include "load.h"
 
@@ -17,17 +17,17 @@
 namespace plddb::descriptions {
 namespace {
 
-/// The entries that the EBR blocks of a file may count together: a few bytes of the file ask for so much memory.
+/// The most entries in all EBR blocks of a file: a few bytes of the file could ask for a lot of memory.
 constexpr unsigned int kMostEbrEntries = 1000000;
 
-/// The devices and the elements that a file may have: a few bytes of it ask for a hundred times as much memory.
+/// The most devices and elements of a file: a few bytes of the file ask for a hundred times as much memory.
 constexpr std::size_t kMostDevices = 250000;
 constexpr std::size_t kMostElements = 1000000;
 
-/// The most elements of what the library counts in 16 bits.
+/// The most elements of a kind that the library counts in 16 bits.
 constexpr std::size_t kMostCounted = UINT16_MAX;
 
-/// A device, and the records that its child elements give one by one. They are gathered for the whole-list setters, which alone
+/// A device, and the records that its child elements give one by one. They are collected for the whole-list setters: only these
 /// can set every field of a record.
 struct DeviceElement {
   explicit DeviceElement(DeviceInfo& owner) : device(owner) {}
@@ -49,7 +49,7 @@ class Loader {
   Outline TakeOutline() { return reader_.TakeOutline(); }
 
  private:
-  /// An element that may stand in that of a `Parent`.
+  /// An element that a `Parent` may contain.
   template <class Parent>
   struct Child {
     std::string_view name;
@@ -88,7 +88,7 @@ class Loader {
   std::size_t devices_ = 0;
 };
 
-/// `node`, or what follows it, but for comments.
+/// `node`, or the next node that is not a comment.
 pugi::xml_node NoComment(pugi::xml_node node) {
   while (node.type() == pugi::node_comment) node = node.next_sibling();
   return node;
@@ -97,7 +97,7 @@ pugi::xml_node NoComment(pugi::xml_node node) {
 pugi::xml_node FirstChild(pugi::xml_node node) { return NoComment(node.first_child()); }
 pugi::xml_node NextSibling(pugi::xml_node node) { return NoComment(node.next_sibling()); }
 
-/// Puts `records` behind those that the texts of the device's attributes made.
+/// Appends `records` to those that the texts of the device's attributes created.
 template <class Record>
 void AppendRecords(DeviceInfo& device, const std::vector<Record>& made, std::vector<Record>& records,
                    void (DeviceInfo::*set)(std::vector<Record>)) {
@@ -244,7 +244,7 @@ void Loader::ReadMultibootAutoAdd(DeviceElement& parent, pugi::xml_node node) {
   parent.device.GetMultibootAutoAdd().push_back(address.Value);
 }
 
-/// A block's entries are numbered by its attributes, or else listed one by one; those are put in when all blocks are there.
+/// The attributes of a block number its entries, or the entries are listed one by one; these are added after all blocks exist.
 void Loader::ReadEbr(DeviceElement& parent, pugi::xml_node node) {
   static constexpr Child<std::vector<CControlEBR>> kChildren[] = {{"Entry", &Loader::ReadEbrEntry}};
   EbrBlock block;
@@ -264,7 +264,7 @@ void Loader::ReadEbr(DeviceElement& parent, pugi::xml_node node) {
 
 void Loader::ReadEbrEntry(std::vector<CControlEBR>& entries, pugi::xml_node node) { ReadLeaf(entries.emplace_back(), node); }
 
-/// Whether the block can be made; else a fault is reported.
+/// Whether the block can be created; otherwise reports a fault.
 bool Loader::IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi::xml_node node) {
   const bool needsNumber = block.Column != nullptr || block.Address != nullptr;
   if (isNumbered && isListed) {
@@ -272,7 +272,7 @@ bool Loader::IsSound(const EbrBlock& block, bool isNumbered, bool isListed, pugi
   } else if (needsNumber && !isNumbered) {
     reader_.AddFault(node, "EBR with Column or Address needs BitName, the number of its entries");
   } else if (ebrEntries_ > kMostEbrEntries) {
-    reader_.AddFault(node, "the EBR blocks up to here count more than " + std::to_string(kMostEbrEntries) + " entries");
+    reader_.AddFault(node, "the EBR blocks up to here have more than " + std::to_string(kMostEbrEntries) + " entries");
   } else {
     return true;
   }
@@ -298,7 +298,7 @@ void Loader::ReadChildren(Parent& parent, pugi::xml_node node, const Child<Paren
   }
 }
 
-/// Reads an element that holds no others.
+/// Reads an element without child elements.
 template <class Record>
 void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
   reader_.ReadFields(record, node);
@@ -307,7 +307,7 @@ void Loader::ReadLeaf(Record& record, pugi::xml_node node) {
   }
 }
 
-/// Whether the text has few enough elements and comments to be parsed; else a fault is reported. Elements in comments count.
+/// Whether the text has few enough elements and comments to be parsed; otherwise reports a fault. Elements in comments count.
 bool CheckElementCount(std::string_view text, Faults& faults) {
   std::size_t count = 0;
   for (auto at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {

@@ -6,8 +6,8 @@
 
 namespace plddb::descriptions {
 
-/// Fills `database`, which is empty, from the descriptions in `text`. After a fault what it holds is of no use. `outline`,
-/// which may be null, becomes that of the text; it stays as it was after a fault.
+/// Fills the empty `database` from the descriptions in `text`. After a fault, do not use it. `outline`, which may be null, is
+/// set to the outline of the text; after a fault it does not change.
 void Load(std::string_view text, DeviceList& database, Faults& faults, Outline* outline);
 
 }  // namespace plddb::descriptions

@@ -1,4 +1,4 @@
-// Where in a file the values of a record are written.
+// The places in a file where the values of a record are written.
 
 #include <algorithm>
 #include <iterator>
@@ -16,7 +16,7 @@ namespace {
 using descriptions::kListColumns;
 using descriptions::ListColumn;
 
-/// The fields of a record of a list, all of them and in order; those of another record as they are.
+/// All fields of a record of a list, in order; the given fields of any other record.
 std::vector<Attribute> AllFields(const Element& record) {
   std::vector<Attribute> fields;
   for (const ListColumn& row : kListColumns) {
@@ -33,7 +33,7 @@ void SetPlace(Place& target, const Attribute& place) {
   target.column = place.column;
 }
 
-/// A record that texts in attributes of `around` made.
+/// A record created by texts in attributes of `around`.
 Element MadeByTexts(const Element& described, const Element& around) {
   Element record = {described.name, 0, 0, AllFields(described), {}};
   for (Attribute& field : record.attributes) {

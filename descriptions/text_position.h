@@ -10,7 +10,7 @@ struct TextPosition {
   int column = 1;  // 1-based, in bytes
 };
 
-/// Says where the bytes of a text stand. It walks along the text once: the offsets asked for must not decrease.
+/// Gives the line and column of bytes of a text. It walks along the text once: the offsets must not decrease.
 class TextPositions {
  public:
   explicit TextPositions(std::string_view text) : text_(text) {}

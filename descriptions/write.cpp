@@ -1,4 +1,4 @@
-// Writes databases as a description file: a form that reads well, also as a difference between two versions.
+// Writes databases as a description file, in a form that is easy to read and to compare between versions.
 
 #include <algorithm>
 #include <map>
@@ -75,7 +75,7 @@ class Comments {
 
   bool IsEmpty() const { return texts_.empty(); }
 
-  /// Those at this place of `element`, which shows its place in the file.
+  /// The comments at this place of `element`, which holds its place in the file.
   const std::vector<std::string_view>& At(const Element& element, Comment::Place place) const {
     static const std::vector<std::string_view> none;
     const auto found = texts_.find({element.line, element.column, place});
@@ -86,7 +86,7 @@ class Comments {
   std::map<std::tuple<int, int, Comment::Place>, std::vector<std::string_view>> texts_;
 };
 
-/// The group of each attribute of `element`, which come in the order of the table but for the lists at its end.
+/// The group of each attribute of `element`. They come in the order of the table, except for the lists at its end.
 std::vector<descriptions::Group> GroupsOf(const Element& element) {
   using descriptions::Group;
   std::vector<Group> groups(element.attributes.size(), Group::None);
@@ -100,10 +100,10 @@ std::vector<descriptions::Group> GroupsOf(const Element& element) {
   return groups;
 }
 
-/// Appends elements to a text. Of an element that comes from a file, `located` is the same with its places there.
+/// Appends elements to a text. For an element from a file, `located` is the same element with its places there.
 class Printer {
  public:
-  /// The start tag of `element`, or all of it when it is empty.
+  /// The start tag of `element`, or all of it if it is empty.
   void Start(const Element& element, bool isEmpty) {
     Indent();
     const std::string_view end = isEmpty ? "/>" : ">";
@@ -136,7 +136,7 @@ class Printer {
     }
   }
 
-  /// In the line that was printed last.
+  /// On the line that was printed last.
   void PrintCommentsBeside(const std::vector<std::string_view>& comments) {
     for (const std::string_view comment : comments) {
       text_.back() = ' ';
@@ -155,7 +155,7 @@ class Printer {
     text_ += "-->\n";
   }
 
-  /// One group of attributes a line, or more lines where it is too long for one.
+  /// One group of attributes per line; a group that is too long takes several lines.
   void PrintInLines(const Element& element, std::size_t endSize) {
     const std::size_t indent = 2 * depth_ + 1 + element.name.size() + 1;
     const auto groups = GroupsOf(element);
@@ -176,7 +176,7 @@ class Printer {
 
 using Place = Comment::Place;
 
-/// Prints one element with its comments. `content` prints what is in it, besides comments.
+/// Prints one element with its comments. `content` prints everything else in it.
 template <typename Content>
 void PrintAround(const Element& element, const Element& located, bool isEmpty, const Comments& comments, Printer& printer,
                  Content content) {
@@ -192,7 +192,7 @@ void PrintAround(const Element& element, const Element& located, bool isEmpty, c
   printer.PrintCommentsBeside(comments.At(located, Place::kBeside));
 }
 
-/// `element` and all in it. Descriptions are a few levels deep, and so is the recursion.
+/// `element` and everything in it. Recursive: descriptions are only a few levels deep.
 void Print(const Element& element, const Element& located, const Comments& comments, Printer& printer) {
   PrintAround(element, located, element.children.empty(), comments, printer, [&] {
     for (std::size_t i = 0; i < element.children.size(); ++i) {
@@ -201,7 +201,7 @@ void Print(const Element& element, const Element& located, const Comments& comme
   });
 }
 
-/// `described` with its places, where those are needed.
+/// `described` with its places, if these are needed.
 Element Placed(const Element& described, const Element* outline, const Comments& comments) {
   return outline == nullptr || comments.IsEmpty() ? described : Located(described, *outline);
 }

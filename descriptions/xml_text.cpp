@@ -18,15 +18,15 @@ unsigned char ByteAt(std::string_view text, std::size_t i) { return static_cast<
 
 bool StartsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
 
-/// Whether a byte is ASCII that XML allows. It has no branches, and is asked for every byte of a file.
+/// Whether a byte is ASCII that XML allows. It has no branches, since it runs for every byte of a file.
 bool IsPlain(char byte) {
-  const auto c = static_cast<signed char>(byte);  // negative where the top bit is set
+  const auto c = static_cast<signed char>(byte);  // negative if the top bit is set
   return (c >= ' ') | (c == '\n') | (c == '\t') | (c == '\r');
 }
 
 constexpr std::size_t kBlock = 64;
 
-/// Does not stop at the first byte that is not plain: so compilers look at many bytes in one step.
+/// Does not stop at the first byte that is not plain, so that compilers test many bytes in one step.
 bool IsPlainBlock(const char* bytes) {
   unsigned char odd = 0;
   for (std::size_t i = 0; i < kBlock; ++i) odd |= static_cast<unsigned char>(!IsPlain(bytes[i]));
@@ -43,7 +43,7 @@ std::string Hexadecimal(unsigned char byte) {
   return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
 }
 
-/// The bytes of the reference that `text` begins with, its ';' included: 0 when XML does not know it.
+/// The length in bytes of the reference that starts `text`, including its ';'; 0 if it is unknown to XML.
 std::size_t ReferenceLength(std::string_view text) {
   for (const std::string_view known : {"&lt;", "&gt;", "&amp;", "&quot;", "&apos;"}) {
     if (StartsWith(text, known)) return known.size();
@@ -100,7 +100,7 @@ std::size_t InnermostOpenElement(std::string_view text) {
     } else if (StartsWith(rest, "<?")) {
       end = EndOf(text, at, "?>");
     } else if (StartsWith(rest, "<!")) {
-      end = at + 2;  // of a document type: the declarations in it pass in the same way
+      end = at + 2;  // a document type: the declarations in it are skipped in the same way
     } else if (StartsWith(rest, "</")) {
       end = EndOf(text, at, ">");
       if (!open.empty()) open.pop_back();
@@ -115,7 +115,7 @@ std::size_t InnermostOpenElement(std::string_view text) {
 
 /// "</NAME>" for the name at `offset`.
 std::string EndTag(std::string_view text, std::size_t offset) {
-  static constexpr std::size_t kLongest = 100;  // more is never quoted
+  static constexpr std::size_t kLongest = 100;  // no more is ever quoted
   const auto name = text.substr(std::min(offset, text.size()), kLongest);
   return Quoted("</" + std::string(name.substr(0, name.find_first_of(" \t\r\n/><"))) + ">");
 }
@@ -132,12 +132,12 @@ void ReportUnclosedElement(std::string_view text, std::size_t offset, Faults& fa
 
 struct BrokenXml {
   pugi::xml_parse_status status;
-  const char* opening;  // what was not closed: the fault is there
+  const char* opening;  // the unclosed construct: the fault is reported there
   const char* text;
 };
 
 constexpr BrokenXml kBrokenXml[] = {
-    {pugi::status_unrecognized_tag, nullptr, "no tag starts here: expected a name behind '<'"},
+    {pugi::status_unrecognized_tag, nullptr, "no tag starts here: expected a name after '<'"},
     {pugi::status_bad_pi, "<?", "this declaration is not closed: expected ?>"},
     {pugi::status_bad_comment, "<!--", "this comment is not closed: expected -->"},
     {pugi::status_bad_cdata, "<![CDATA[", "this CDATA section is not closed: expected ]]>"},
@@ -148,12 +148,12 @@ constexpr BrokenXml kBrokenXml[] = {
     {pugi::status_bad_end_element, nullptr, "malformed end tag: expected </NAME>"},
 };
 
-/// The parser says where it was when it gave up; this is where that began.
+/// The start of the construct at which the parser stopped: it reports only where it stopped.
 std::size_t PlaceOf(pugi::xml_parse_status status, const char* opening, std::string_view text, std::size_t offset) {
   if (opening != nullptr) return std::min(offset, text.rfind(opening, offset));
   if (offset == 0) return offset;
   if (status == pugi::status_unrecognized_tag) return std::min(offset, text.rfind('<', offset - 1));
-  // It has read past what stands instead of a '='.
+  // It has read past the character in place of a '='.
   const bool readPast = std::string_view("=\"' \t\r\n").find(text[offset - 1]) == std::string_view::npos;
   return status == pugi::status_bad_attribute && readPast ? offset - 1 : offset;
 }
@@ -168,7 +168,7 @@ std::size_t CharacterLength(std::string_view text) {
 bool CheckCharacters(std::string_view text, Faults& faults) {
   std::size_t i = 0;
   while (i < text.size() && !faults.Full()) {
-    const bool startsBlock = i % kBlock == 0 && i + kBlock <= text.size();  // none is looked at twice
+    const bool startsBlock = i % kBlock == 0 && i + kBlock <= text.size();  // no block is tested twice
     if (startsBlock && IsPlainBlock(text.data() + i)) {
       i += kBlock;
       continue;
@@ -181,7 +181,7 @@ bool CheckCharacters(std::string_view text, Faults& faults) {
         return false;
       }
       faults.Add(i, byte < ' ' ? "control character " + Hexadecimal(byte) + ": XML does not allow it"
-                               : "byte " + Hexadecimal(byte) + " is not UTF-8: the file has to be saved in UTF-8");
+                               : "byte " + Hexadecimal(byte) + " is not UTF-8: save the file as UTF-8");
     }
     i += std::max<std::size_t>(length, 1);
   }

@@ -18,7 +18,7 @@ int DeviceInfo::GetBitstreamColWidth() const {
 }
 
 PackageList* DeviceInfo::GetDevicePackage() const {
-  return const_cast<PackageList*>(&DevicePackage);  // const speaks of the record, as for all that a tree lends
+  return const_cast<PackageList*>(&DevicePackage);  // const applies to the record only, as everywhere in a tree
 }
 
 void DeviceInfo::SetSysIOList(const char* text) { ReplaceByQuotedItems(SysIO, text); }

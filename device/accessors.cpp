@@ -1,4 +1,4 @@
-// The plain accessors of the record, in the header's order. Those that do more stand in DeviceInfo.cpp.
+// The plain accessors of the record, in the header's order. Those that do more are in DeviceInfo.cpp.
 
 #include "DeviceInfo.h"
 

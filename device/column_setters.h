@@ -8,14 +8,14 @@
 #include "foundation/text_lists.h"
 
 /// \file
-/// What the setters of record lists share: a list is built column by column, one semicolon item list a column.
+/// Shared by the setters of record lists: a list is built column by column, from one semicolon item list per column.
 
 namespace plddb::internal {
 
 inline void StoreItem(std::string& field, std::string_view item) { field.assign(item); }
 inline void StoreItem(int& field, std::string_view item) { field = ParseNumber(item); }
 
-/// How many items a text has: a list that is made for them all at once takes no more memory than it needs.
+/// The number of items in a text: a list that is reserved for all of them takes no more memory than it needs.
 inline std::size_t CountItems(const std::string& text) {
   std::size_t count = 0;
   ForEachSemicolonItem(text, [&](std::string_view) { ++count; });
@@ -49,7 +49,7 @@ void FillColumn(std::vector<Record>& list, const char* text, Field Record::*fiel
   });
 }
 
-/// Replaces a list of texts by the items of `text`, which may lie in the list. A null text is ignored.
+/// Replaces a list of texts by the items of `text`, which may be part of the list. A null text is ignored.
 inline void ReplaceByItems(std::vector<std::string>& list, const char* text) {
   if (text == nullptr) return;
   const std::string working(text);
@@ -58,7 +58,7 @@ inline void ReplaceByItems(std::vector<std::string>& list, const char* text) {
   ForEachSemicolonItem(working, [&](std::string_view item) { list.emplace_back(item); });
 }
 
-/// Replaces a list as a whole. On purpose: an empty list keeps the old one, it cannot be used to clear.
+/// Replaces a list as a whole. On purpose: an empty argument keeps the old list, so it cannot clear it.
 template <typename Record>
 void ReplaceUnlessEmpty(std::vector<Record>& list, std::vector<Record>&& records) {
   if (!records.empty()) list = std::move(records);

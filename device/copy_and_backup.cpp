@@ -1,4 +1,4 @@
-// The life of a record beyond its creation: copying it, restoring its backups, switching it to a CDR variant.
+// Copying a record, restoring its backups, and switching it to a CDR variant.
 
 #include <string>
 #include <string_view>
@@ -47,7 +47,7 @@ void CopyIdentification(DeviceInfo& to, const DeviceInfo& from) {
   to.SetIDLength(from.GetIDLength());
 }
 
-/// On purpose: the geometry in use becomes the copy's own, so that its four backups take the working values.
+/// On purpose: the geometry in use becomes the copy's own, so its four backups take the working values.
 void CopyGeometry(DeviceInfo& to, const DeviceInfo& from) {
   to.SetARCHLength(from.GetARCHLength());
   to.SetBackupARCHLength(from.GetARCHLength());
@@ -110,7 +110,7 @@ void CopyControlLists(DeviceInfo& to, const DeviceInfo& from) {
   to.SetControlVoltage(from.GetControlVoltage());
 }
 
-/// Sets the PON of every package from another of its numbers; packages without that number keep theirs.
+/// Sets the PON of every package from another of its numbers; packages without that number keep their PON.
 void SetPackagePONs(const PackageList& packages, char* (Package::*number)() const) {
   const int count = packages.GetPackageCount();
   for (int i = 0; i < count; ++i) {
@@ -137,7 +137,7 @@ DeviceInfo::DeviceInfo(DeviceInfo* src) : DeviceInfo() {
   listAddressRange = src->listAddressRange;
   Multiboot_fuses = src->Multiboot_fuses;
   DevicePackage.CopyPackageList(src->GetDevicePackage());
-  const int entries = src->GetSysIOCount();  // On purpose: 16 bits bound every copy.
+  const int entries = src->GetSysIOCount();  // On purpose: 16 bits limit every copy.
   for (int i = 0; i < entries; ++i) AppendText(SysIO, src->GetSysIO(i));
 }
 

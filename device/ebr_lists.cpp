@@ -13,8 +13,8 @@ namespace {
 constexpr int kColumnsPerEntry = 8;
 
 /// On purpose: a larger count is a mistake in the text, since its entries would span more than 134 million columns. It throws
-/// std::bad_alloc at once. A text of ten characters could ask for 120 GB otherwise, and a system that promises more memory than
-/// it has would fill it for minutes and then end the program.
+/// std::bad_alloc at once. Otherwise a text of ten characters could ask for 120 GB, and an overcommitting system would fill
+/// memory for minutes and then end the program.
 constexpr int kMostEntries = 1 << 24;
 
 /// a + b with 32 bits, wrapping around.
@@ -32,7 +32,7 @@ std::vector<CControlEBR> NumberedEntries(int count) {
   return entries;
 }
 
-/// How many rows of `width` columns the entries fill. A negative width becomes a huge divisor, so that it gives no rows.
+/// The number of rows of `width` columns that the entries fill. A negative width becomes a huge divisor and gives no rows.
 int RowCount(std::size_t entries, int width) {
   const auto divisor = static_cast<std::uint64_t>(static_cast<std::int64_t>(width));
   return static_cast<int>(std::uint64_t{entries} * kColumnsPerEntry / divisor);

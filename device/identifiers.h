@@ -6,7 +6,7 @@
 #include "foundation/text_match.h"
 
 /// \file
-/// How a device answers to an identifier that was read from a chain.
+/// How an identifier read from a chain is compared with those of a device.
 
 namespace plddb::internal {
 
@@ -16,7 +16,7 @@ enum class AccessMode { kUnknown, kIsp, kJtag, kDual };
 template <AccessMode mode>
 using Mode = std::integral_constant<AccessMode, mode>;
 
-/// Calls `use(mode)` with the access mode as a type: a walk that is made for its mode looks at each device's numbers alone.
+/// Calls `use(mode)` with the access mode as a type, so that a walk compiled for one mode reads each device's numbers only.
 template <typename Use>
 auto WithAccessMode(const char* comm, Use use) {
   if (EqualExactly(comm, "ISP")) return use(Mode<AccessMode::kIsp>());
@@ -25,7 +25,7 @@ auto WithAccessMode(const char* comm, Use use) {
   return use(Mode<AccessMode::kUnknown>());
 }
 
-/// Whether all 32 bits agree. An identifier of 0 is one like any other here.
+/// Whether all 32 bits are equal. Here 0 is an identifier like any other.
 inline bool HasIdentifier(const DeviceInfo& device, AccessMode mode, unsigned int id) {
   switch (mode) {
     case AccessMode::kIsp:
@@ -40,7 +40,7 @@ inline bool HasIdentifier(const DeviceInfo& device, AccessMode mode, unsigned in
   return false;
 }
 
-/// The numbers by which a device answers.
+/// The numbers that decide whether a device answers.
 struct Identifiers {
   unsigned int isp;
   unsigned int jtag;
@@ -51,11 +51,11 @@ inline Identifiers IdentifiersOf(const DeviceInfo& device) {
   return {device.GetispDeviceID(), device.GetjtagDeviceID(), device.GetDeviceIDScanMask()};
 }
 
-/// Whether a device with these numbers answers to `id` under its scan mask; a mask of 0 keeps it out.
-/// On purpose: "DUAL" is looser. Its ISP half compares the low byte alone and ignores the mask; both halves take identifiers
+/// Whether a device with these numbers answers to `id` under its scan mask; with a mask of 0 it never does.
+/// On purpose: "DUAL" is looser. Its ISP half compares only the low byte and ignores the mask; both halves accept identifiers
 /// of 0.
 inline bool AnswersTo(const Identifiers& own, AccessMode mode, unsigned int id) {
-  switch (mode) {  // the comparison first: it turns most devices away
+  switch (mode) {  // the comparison first: it rejects most devices
     case AccessMode::kIsp:
       return ((own.isp ^ id) & own.mask) == 0 && own.mask != 0 && own.isp != 0;
     case AccessMode::kJtag:

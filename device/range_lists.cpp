@@ -45,7 +45,7 @@ void DeviceInfo::SetMultibootCfgAddr(const char* numbers) { AppendNumbers(Multib
 
 void DeviceInfo::SetMultibootAutoAdd(const char* numbers) { AppendNumbers(Multiboot_fuses.AutoAdd, numbers, 63); }
 
-// On purpose: unlike the other whole-list setters these assign, so that an empty list empties.
+// On purpose: unlike the other whole-list setters, these assign even an empty list.
 void DeviceInfo::SetMultibootCfgAddr(std::vector<int> addresses) { Multiboot_fuses.CfgAddr = std::move(addresses); }
 
 void DeviceInfo::SetMultibootAutoAdd(std::vector<int> addresses) { Multiboot_fuses.AutoAdd = std::move(addresses); }

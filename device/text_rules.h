@@ -5,13 +5,13 @@
 #include "package/walk.h"
 
 /// \file
-/// The rules by which lookups accept a device for its texts, shared by the lookups of a family and of a whole database.
+/// The rules by which lookups compare the texts of a device, shared by the lookups of a family and of a whole database.
 
 namespace plddb::internal {
 
 using DeviceText = char* (DeviceInfo::*)() const;
 
-/// The text that a lookup compares where it takes null for the empty text.
+/// The text to compare in lookups that treat null as the empty text.
 inline const char* OrEmpty(const char* text) { return text == nullptr ? "" : text; }
 
 /// Accepts a device whose text equals `wanted`, ignoring case; texts of any length. A device without the text never matches.
@@ -21,7 +21,7 @@ auto TextIs(const char* wanted) {
 }
 
 /// Accepts a device whose carried-over text equals `wanted`, ignoring case; texts of more than 1,023 characters match nothing.
-/// Combine it in front of other tests: it has to see every device.
+/// Evaluate it before other tests: it has to see every device.
 template <DeviceText Text>
 auto CarriedTextIs(const char* wanted) {
   if (!IsComparable(wanted)) wanted = nullptr;  // equals nothing

@@ -7,7 +7,7 @@ int main() {
   DeviceInfo* device = database->NewFamily()->NewDevice();
   device->SetName("XC9572XL");
   device->SetjtagDeviceID(0x09604093);
-  device->SetDeviceIDScanMask(0x0FFFFFFF);  // bits 31 to 28, the revision of the die, do not count
+  device->SetDeviceIDScanMask(0x0FFFFFFF);  // bits 31 to 28, the revision of the die, are not compared
   device->SetIRLength(8);
 
   const DeviceInfo* found = database->GetDeviceWithCommAndID("JTAG", 0x59604093);

@@ -1,4 +1,4 @@
-// Names the devices of a JTAG chain: a description file, then the IDCODEs that a scan gave, in hexadecimal.
+// Identifies the devices of a JTAG chain. Arguments: a description file, then the scanned IDCODEs in hexadecimal.
 #include <Descriptions.h>
 
 #include <cstdio>

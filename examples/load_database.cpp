@@ -1,4 +1,4 @@
-// Loads a description file and says what is in it, or what is wrong with it.
+// Loads a description file and prints its devices, or its mistakes.
 #include <Descriptions.h>
 
 #include <cstdio>

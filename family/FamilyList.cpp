@@ -30,7 +30,7 @@ void FamilyList::SetExtension(const char* pattern)    { Extension.SetString(patt
 char* FamilyList::GetExtension() const                { return Extension.GetString(); }
 void FamilyList::SetXFPFile(const char* file)         { XFPFile.SetString(file); }
 char* FamilyList::GetXFPFile() const                  { return XFPFile.GetString(); }
-// On purpose: this field alone is never null for its readers, and null sets it to the empty text.
+// On purpose: only this field is never null for its readers; setting null stores the empty text.
 void FamilyList::SetICFFile(const char* file)         { ICFFile.SetString(file == nullptr ? "" : file); }
 char* FamilyList::GetICFFile() const {
   char* const file = ICFFile.GetString();
@@ -101,7 +101,7 @@ DeviceInfo* FamilyList::DeleteDevice(int pos) { return pos < 1 ? nullptr : stati
 DeviceInfo* FamilyList::DeleteDevice(const char* codeName) {
   if (codeName == nullptr) return nullptr;
   const auto bounded = [](const char* text) { return IsComparable(text) ? text : ""; };
-  // On purpose: the code name, not the name; and a text that is too long to compare counts as the empty one.
+  // On purpose: compares the code name, not the name; a text too long to compare counts as the empty one.
   auto rule = [&](const DeviceInfo& device) {
     return device.GetCodeName() != nullptr && EqualIgnoringCase(bounded(device.GetCodeName()), bounded(codeName));
   };

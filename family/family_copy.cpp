@@ -35,7 +35,7 @@ FamilyList::FamilyList(FamilyList* src) : FamilyList() {
   CopyAttributes(*this, *src);
   SetListBScanControl(src->ListBScanControl);
   SetListProgrammingModeControl(src->ListProgrammingModeControl);
-  const int operations = src->GetOperationCount();  // On purpose: 16 bits bound every copy.
+  const int operations = src->GetOperationCount();  // On purpose: 16 bits limit every copy.
   for (int i = 0; i < operations; ++i) AppendText(OperationList, src->GetOperation(i));
   try {
     CopyDevices(*src);
@@ -46,7 +46,7 @@ FamilyList::FamilyList(FamilyList* src) : FamilyList() {
 }
 
 void FamilyList::CopyDevices(const FamilyList& src) {
-  const int devices = src.GetDeviceCount();  // On purpose: 16 bits bound every copy.
+  const int devices = src.GetDeviceCount();  // On purpose: 16 bits limit every copy.
   for (int i = 0; i < devices; ++i) {
     AppendNew(Devices, std::make_unique<DeviceInfo>(src.GetDevice(i)))->SetFamilyObject(*this);
   }

@@ -1,4 +1,4 @@
-// What is common to the devices of a family: operations, programming modes, boundary-scan controls.
+// The lists that the devices of a family share: operations, programming modes, boundary-scan controls.
 
 #include "FamilyList.h"
 #include "device/column_setters.h"

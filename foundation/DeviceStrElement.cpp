@@ -9,7 +9,7 @@ DeviceStrElement::~DeviceStrElement() = default;
 void DeviceStrElement::SetString(const char* text) {
   if (text == nullptr) return;
   const std::size_t size = std::strlen(text) + 1;
-  std::unique_ptr<char[]> copy(new char[size]);  // before the old text goes: `text` may lie in it
+  std::unique_ptr<char[]> copy(new char[size]);  // before the old text is freed: `text` may be part of it
   std::memcpy(copy.get(), text, size);
   text_ = std::move(copy);
 }

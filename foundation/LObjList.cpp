@@ -2,7 +2,7 @@
 
 namespace {
 
-/// As many elements as the smallest block of a heap holds: most lists of a tree are short.
+/// The number of elements that fit into the smallest heap block: most lists of a tree are short.
 constexpr std::size_t kFirstCapacity = 3;
 
 }  // namespace

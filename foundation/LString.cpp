@@ -11,7 +11,7 @@ using namespace plddb::internal;
 namespace {
 
 void Write(char* dst, std::string_view text) {
-  if (!text.empty()) std::memmove(dst, text.data(), text.size());  // the text may lie in dst
+  if (!text.empty()) std::memmove(dst, text.data(), text.size());  // the text may be part of dst
   dst[text.size()] = '\0';
 }
 

@@ -11,10 +11,10 @@ using namespace plddb::internal;
 
 namespace {
 
-/// A found place as an `int`; what an `int` cannot say counts as not found.
+/// A position as an `int`; one that does not fit counts as not found.
 int ToPosition(std::size_t found) { return found > static_cast<std::size_t>(INT_MAX) ? -1 : static_cast<int>(found); }
 
-/// The length of `text`, at most `most`; what follows is not read.
+/// The length of `text`, at most `most`; nothing after that is read.
 std::size_t LengthUpTo(const char* text, std::size_t most) {
   const void* const end = std::memchr(text, '\0', most);
   return end == nullptr ? most : static_cast<std::size_t>(static_cast<const char*>(end) - text);

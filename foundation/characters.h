@@ -3,7 +3,7 @@
 #include <string_view>
 
 /// \file
-/// What a letter and a blank are. ASCII only, whatever the locale: databases must answer alike on every machine.
+/// Letters and blanks. ASCII only, whatever the locale: a database must answer the same on every machine.
 
 namespace plddb::internal {
 

@@ -11,13 +11,12 @@
 
 namespace plddb::internal {
 
-/// Destroys all elements of a list that its record owns, from the last to the first.
+/// Destroys all elements of a list that is owned by its record, from the last to the first.
 inline void DestroyElements(LObjList& list) {
   while (!list.IsEmpty()) delete list.RemoveTail();
 }
 
-/// Appends a new element and lends it. Until the list has it, it is this function's; from then on the list's record answers for
-/// it.
+/// Appends a new element and lends it. This function owns the element until it is in the list; then the list's record owns it.
 template <typename Element>
 Element* AppendNew(LObjList& list, std::unique_ptr<Element> element) {
   list.AddTail(element.get());
@@ -31,13 +30,13 @@ inline void AppendText(LObjList& list, const char* text) {
   AppendNew(list, std::move(element));
 }
 
-/// The text that the element at `i` holds; null outside the list.
+/// The text of the element at `i`; null outside the list.
 inline char* TextAt(const LObjList& list, int i) {
   const auto* const element = static_cast<const DeviceStrElement*>(list.GetAt(i));
   return element == nullptr ? nullptr : element->GetString();
 }
 
-/// Replaces an owned list of texts by the quoted items of `text`, which may lie in the list. A null text is ignored.
+/// Replaces an owned list of texts by the quoted items of `text`, which may be part of the list. A null text is ignored.
 /// On purpose: an empty text keeps the list, one without quotes empties it.
 inline void ReplaceByQuotedItems(LObjList& list, const char* text) {
   if (text == nullptr || *text == '\0') return;

@@ -4,8 +4,8 @@
 
 namespace plddb::internal {
 
-/// Sets two fields as one step: both texts are taken as they were at the call, although either may lie in either field, and
-/// std::bad_alloc leaves both fields as they were. A null text keeps its field.
+/// Sets two fields in one step. Each text may be part of either field: both are used as they were at the call. std::bad_alloc
+/// leaves both fields as they were. A null text keeps its field.
 inline void SetBoth(DeviceStrElement& first, const char* firstText, DeviceStrElement& second, const char* secondText) {
   DeviceStrElement newFirst;
   DeviceStrElement newSecond;

@@ -7,7 +7,7 @@
 #include "foundation/utf8.h"
 
 /// \file
-/// How numbers, and texts from outside, are shown to people.
+/// How numbers and texts from outside are printed for people.
 
 namespace plddb::internal {
 
@@ -17,10 +17,10 @@ inline std::string HexDigits(std::uint32_t value, int digits) {
   return text;
 }
 
-/// Such as "0x0362D093"; `digits` at least.
+/// For example "0x0362D093", with at least `digits` digits.
 inline std::string Hex(unsigned int value, int digits) { return "0x" + HexDigits(value, digits); }
 
-/// Whether the character is seen where it is, and moves no other.
+/// Whether the character is visible, and does not move other characters.
 inline bool IsSeen(std::uint32_t code) {
   constexpr struct {
     std::uint32_t first, last;
@@ -43,7 +43,7 @@ inline bool IsSeen(std::uint32_t code) {
   return true;
 }
 
-/// Appends the character that `text` begins with, or an escape in its place; returns how many bytes it took.
+/// Appends the first character of `text`, or an escape for it; returns the number of bytes read.
 inline std::size_t AppendPrintable(std::string_view text, std::string& printable) {
   const Utf8Character character = FirstUtf8Character(text);
   if (character.length == 0 || (character.code < 0x80 && !IsSeen(character.code))) {
@@ -58,8 +58,8 @@ inline std::size_t AppendPrintable(std::string_view text, std::string& printable
   return character.length;
 }
 
-/// `text` as a terminal can show it without harm. Escapes take the place of control characters, of characters that nobody sees,
-/// that change the direction of writing or end a line, and of bytes that are not UTF-8: "\x1B", "\u202E".
+/// `text` in a form that is safe to print on a terminal. Escapes such as "\x1B" and "\u202E" replace control characters,
+/// invisible characters, characters that change the direction of writing or end a line, and bytes that are not UTF-8.
 inline std::string Printable(std::string_view text) {
   std::string printable;
   printable.reserve(text.size());
@@ -67,7 +67,7 @@ inline std::string Printable(std::string_view text) {
   return printable;
 }
 
-/// `text`, printable and in double quotes; a long one is shortened.
+/// `text`, printable and in double quotes; a long text is shortened.
 inline std::string Quoted(std::string_view text) {
   constexpr std::size_t kLongestQuote = 60;
   std::string quoted = "\"";

@@ -10,8 +10,8 @@
 /// \file
 /// The text formats of the setters, one cursor each.
 ///
-/// A list's own entry is a legal argument of the list's setter, so that `visit` may free what the setter was given. Therefore a
-/// cursor takes a std::string: a plain text becomes the one private copy that the cursor cuts its items from.
+/// A setter may be given an entry of the list it replaces, and `visit` may free it. A cursor therefore takes a std::string:
+/// passing a char* makes the private copy that items are cut from.
 
 namespace plddb::internal {
 
@@ -35,7 +35,7 @@ void ForEachSemicolonItem(const std::string& text, Visit visit) {
 
 /// Calls `visit(std::string_view)` for each item of a quoted item list, in order. There is no escape for a quote.
 ///
-///   x "A", " B " y        A, B             text outside the quotes is skipped, items are trimmed
+///   x "A", " B " y        A, B             text outside the quotes is ignored, items are trimmed
 ///   "A" "" "C"            A                an empty pair of quotes ends the list
 ///   "A" "C                A                so does a missing closing quote
 ///   "A" " " "C"           A, "", C         blanks are trimmed after that test, not before
@@ -53,8 +53,8 @@ void ForEachQuotedItem(const std::string& text, Visit visit) {
   }
 }
 
-/// Calls `visit(std::string_view)` for each token of a list of multiboot numbers, "16; 32 48": separated by any run of ';',
-/// blank, tab and newline, and by nothing else.
+/// Calls `visit(std::string_view)` for each token of a list of multiboot numbers, "16; 32 48". Only runs of ';', blank, tab and
+/// newline separate tokens.
 template <typename Visit>
 void ForEachToken(const std::string& text, Visit visit) {
   const auto isDelimiter = [](char c) { return c == ';' || c == ' ' || c == '\t' || c == '\n'; };
@@ -68,15 +68,15 @@ void ForEachToken(const std::string& text, Visit visit) {
   }
 }
 
-/// The number at the start of a text, base 10, its low 32 bits: leading white space and one sign are allowed, anything after
-/// the digits is ignored, no digits give 0. The number is read with 64 bits, a larger one as the nearest of these: a huge text
-/// gives -1, a huge negative one 0. Not strtol, which asks the locale what white space is.
+/// The low 32 bits of the number, base 10, at the start of a text. Leading white space and one sign are allowed; anything after
+/// the digits is ignored; no digits give 0. The number is read with 64 bits and limited to their range: a huge number gives -1,
+/// a huge negative one 0. It does not use strtol, whose white space depends on the locale.
 inline int ParseNumber(std::string_view text) {
   text = TrimLeft(text);
   const bool negative = !text.empty() && text.front() == '-';
   if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
   const std::uint64_t limit = negative ? std::uint64_t{1} << 63 : INT64_MAX;
-  constexpr std::uint64_t kTenth = INT64_MAX / 10;  // of either limit
+  constexpr std::uint64_t kTenth = INT64_MAX / 10;  // of both limits
   std::uint64_t value = 0;
   for (const char c : text) {
     if (c < '0' || c > '9') break;
@@ -91,8 +91,8 @@ struct NumberRange {
   int last = 0;
 };
 
-/// A range of numbers, "0 to 31", cut at the first "to" wherever it stands. Without "to", `first` is 0 and `last` is read
-/// after the first character.
+/// A range of numbers, "0 to 31", cut at the first "to", wherever that is. Without "to", `first` is 0 and `last` is read after
+/// the first character.
 inline NumberRange ParseRange(std::string_view text) {
   const auto to = text.find("to");
   if (to == text.npos) return {0, ParseNumber(text.substr(text.empty() ? 0 : 1))};

@@ -9,7 +9,7 @@
 
 namespace plddb::internal {
 
-/// Whether both texts are equal but for the case of their letters. A null text equals nothing.
+/// Whether both texts are equal, ignoring letter case. A null text equals nothing.
 inline bool EqualIgnoringCase(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return false;
   for (; *a == *b || ToUpper(*a) == ToUpper(*b); ++a, ++b) {
@@ -18,7 +18,7 @@ inline bool EqualIgnoringCase(const char* a, const char* b) {
   return false;
 }
 
-/// What follows `prefix` in `text`, letter case ignored; null when the text does not begin with it.
+/// The rest of `text` after `prefix`, ignoring letter case; null if the text does not begin with it.
 inline const char* AfterPrefix(const char* text, const char* prefix) {
   for (; *prefix != '\0'; ++text, ++prefix) {
     if (*text != *prefix && ToUpper(*text) != ToUpper(*prefix)) return nullptr;
@@ -26,7 +26,7 @@ inline const char* AfterPrefix(const char* text, const char* prefix) {
   return text;
 }
 
-/// Whether both texts are equal, letter case included. A null text equals nothing.
+/// Whether both texts are equal, including letter case. A null text equals nothing.
 inline bool EqualExactly(const char* a, const char* b) { return a != nullptr && b != nullptr && std::strcmp(a, b) == 0; }
 
 /// The longest text that lookups with a bounded comparison know; longer ones match nothing.
@@ -38,8 +38,8 @@ inline bool IsComparable(const char* text) {
 
 /// A text that a walk carries from device to device.
 ///
-/// On purpose: a device without the text stands for the last device visited that had one, and for the empty text before the
-/// first. Callers may rely on it.
+/// On purpose: for a device without the text, the text of the last visited device that has one is used, and the empty text
+/// before the first. Callers may rely on it.
 class CarriedText {
  public:
   /// The text to compare for a device whose own text is `text`. To be called for every device that is visited, whether or not

@@ -9,20 +9,20 @@
 
 namespace plddb::internal {
 
-/// A character, and how many bytes it takes; a length of 0 where no character begins.
+/// A character and its length in bytes; the length is 0 if no character begins here.
 struct Utf8Character {
   std::size_t length = 0;
   std::uint32_t code = 0;
 };
 
-/// The length of the sequence that the byte `first` starts; 0 when it starts none.
+/// The length of the sequence that the byte `first` starts; 0 if it starts none.
 inline std::size_t Utf8SequenceLength(unsigned char first) {
   if (first < 0x80) return 1;
   if (first < 0xC2) return 0;
   return first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
 }
 
-/// The character that `text` begins with. Overlong forms, surrogates and codes above 0x10FFFF are none.
+/// The first character of `text`. Overlong forms, surrogates and codes above 0x10FFFF are not characters.
 inline Utf8Character FirstUtf8Character(std::string_view text) {
   if (text.empty()) return {};
   const auto byteAt = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };

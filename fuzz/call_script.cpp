@@ -1,5 +1,5 @@
 // Plays any operations of the public interface on a tree, and checks the whole tree after each.
-// Input: one call a line (script_operations.h); script_world.h says what an argument may be.
+// Input: one call a line (script_operations.h); script_world.h describes the arguments.
 
 #include "fuzz/input.h"
 #include "fuzz/script_operations.h"

@@ -19,7 +19,7 @@ bool HasLargeNumber(std::string_view text) {
   return false;
 }
 
-/// Each place is within the text, and behind the one before it.
+/// Each place is within the text, and after the previous one.
 void CheckPlaces(const plddb::Element& element, std::pair<int, int>& last) {
   const auto check = [&](int line, int column) {
     Check(last < std::pair(line, column), "places follow each other");
@@ -30,7 +30,7 @@ void CheckPlaces(const plddb::Element& element, std::pair<int, int>& last) {
   for (const plddb::Element& child : element.children) CheckPlaces(child, last);
 }
 
-/// What is written loads, and is written alike again.
+/// A written file loads, and writing it again gives the same text.
 void CheckCanonicalForm(const DeviceList& database, const plddb::Outline& outline) {
   const std::string once = plddb::WriteDescriptions(std::vector<plddb::Source>{{&database, &outline}});
   plddb::Outline again;

@@ -39,7 +39,7 @@ inline std::vector<std::string> LinesOf(const std::string& text, std::size_t mos
   return lines;
 }
 
-/// The count that the library is asked for: as the text says, but small enough to be quick. Counts beyond all reason stay, as
+/// The count that the library is asked for: as in the text, but small enough to be quick. Counts beyond all reason stay, as
 /// the library refuses these at once.
 inline std::string BoundedCount(const std::string& text, int number, int most = 1000) {
   return number > most && number <= 1 << 24 ? std::to_string(most) : text;

@@ -30,7 +30,7 @@ void BuildBlock(DeviceInfo& device, const std::vector<std::string>& lines) {
   if (entries <= 0) return;
   const CControlEBRList& block = device.GetlistControlEBR().back();
   Check(block.Name == lines[3], "a block has the whole text as its name");
-  Check(block.Entries.size() == static_cast<std::size_t>(entries), "a block has as many entries as the count says");
+  Check(block.Entries.size() == static_cast<std::size_t>(entries), "a block has as many entries as its count");
   Check(block.Entries.back().BitName == std::to_string(entries), "an entry is named by its position");
   Check(block.Entries.front().Address == ParseRange(lines[2]).first, "the first row has the first address");
 }

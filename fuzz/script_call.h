@@ -11,7 +11,7 @@
 #include "fuzz/tree_checks.h"
 
 /// \file
-/// Calls of members by their address: the arguments come from the script, what is lent is looked at.
+/// Calls of members by their address: the arguments come from the script, lent results are read.
 
 namespace fuzz {
 
@@ -59,7 +59,7 @@ inline void Look(const DeviceInfo* device) {
   const FamilyList* const family = device->GetFamilyObject();
   int i = 0;
   while (family->GetDevice(i) != nullptr && family->GetDevice(i) != device) ++i;
-  Check(family->GetDevice(i) == device, "a lent device stands in its family");
+  Check(family->GetDevice(i) == device, "a lent device is in its family");
 }
 
 /// A list that is lent for changing is changed.

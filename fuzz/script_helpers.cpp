@@ -8,7 +8,7 @@
 namespace fuzz {
 namespace {
 
-/// A buffer of exactly the length that a text needs, so that a sanitizer sees the byte behind it.
+/// A buffer of exactly the length that a text needs, so that a sanitizer notices an access to the byte after it.
 std::vector<char> BufferFor(const char* text) {
   std::vector<char> buffer((text == nullptr ? 0 : std::strlen(text)) + 1, '\0');
   if (text != nullptr) std::strcpy(buffer.data(), text);
@@ -53,9 +53,9 @@ void PlaySearches(const char* text, const char* part, int start) {
   const LString helper;
   const int found = helper.Find(text, part);
   Check(found == FindSubString(text, part, 0, true), "both exact searches agree");
-  if (found >= 0) Check(std::strncmp(text + found, part, std::strlen(part)) == 0, "what was found stands there");
+  if (found >= 0) Check(std::strncmp(text + found, part, std::strlen(part)) == 0, "the text is where it was found");
   const int later = FindSubString(text, part, start, false);
-  Check(later < 0 || later >= start, "a search starts where it is told");
+  Check(later < 0 || later >= start, "a search begins at its start");
   helper.Find(text, part == nullptr ? '\0' : *part);
 }
 
@@ -90,7 +90,7 @@ void PlayElements(World&, Arguments& arguments) {
   first.Swap(first);
 }
 
-/// Adds, inserts and removes, as the characters of a text say, and compares with a vector.
+/// Adds, inserts and removes, as the characters of a text direct, and compares with a vector.
 void PlayList(World&, Arguments& arguments) {
   const char* const steps = arguments.Text();
   DeviceStrElement elements[3];

@@ -159,7 +159,7 @@ void AskBypass(World& world, Arguments& arguments) {
 
 void AskHidden(World& world, Arguments&) {
   const FamilyList* const family = world.Current<FamilyList>();
-  Check(IsHidenFamily(family) == (family != nullptr && family->IsHidden()), "a family is hidden when it says so");
+  Check(IsHidenFamily(family) == (family != nullptr && family->IsHidden()), "a family is hidden if its flag is set");
 }
 
 // The rows are macros, so that a name in a script is the name of the member. The ordinary accessors of devices and families

@@ -11,7 +11,7 @@
 namespace fuzz {
 
 /// What a call script acts on: two databases, one of them current, and in it the current family, device and package, each
-/// chosen by position; and the devices that stand in no family, which the script owns.
+/// chosen by position; and the devices that are in no family, which the script owns.
 class World {
  public:
   World();
@@ -19,7 +19,7 @@ class World {
   World(const World&) = delete;
   World& operator=(const World&) = delete;
 
-  /// The object that a call of a class goes to; null when there is none.
+  /// The object on which a member of a class is called; null without one.
   template <class Class>
   Class* Current();
 
@@ -83,7 +83,7 @@ template <> Package* World::Current<Package>();
 template <> Adapter* World::Current<Adapter>();
 // clang-format on
 
-/// The arguments of one call, in order, as they stand in a line of a script: separated by '|'. A missing one is null or 0.
+/// The arguments of one call, in order, as in a line of a script: separated by '|'. A missing one is null or 0.
 ///
 ///   abc     the text abc, or the number 0
 ///   0x1F    that number, or that text

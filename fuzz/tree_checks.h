@@ -14,7 +14,7 @@ namespace fuzz {
 std::size_t Read(const char* text);
 std::size_t Read(const std::string& text);
 
-// Each checks a record with all that it holds: counts agree with what stands at the positions, no position outside gives
+// Each checks a record with all that it holds: counts agree with the elements at the positions, no position outside gives
 // anything, texts end, links lead back. Each gives a measure of the record's size.
 std::size_t CheckPackage(const Package& package);
 std::size_t CheckPackages(const PackageList& packages);

@@ -6,11 +6,11 @@
 
 /// A socket adapter that fits a package.
 ///
-/// Rules of every accessor: a setter copies its argument, null keeps the old text; a getter lends the record's own text (null
-/// while unset), valid until the next set of that field or the record's end. std::bad_alloc leaves the field as it was.
+/// Rules of every accessor: a setter copies its argument; null keeps the old text. A getter lends the record's own text (null
+/// while unset), valid until that field is next set or the record is destroyed. std::bad_alloc leaves the field as it was.
 class PLDDB_EXPORT Adapter : public LObject {
  public:
-  Adapter();                       ///< Both texts null. Made by Package::AddAdapter in a tree.
+  Adapter();                       ///< Both texts are null. In a tree, Package::AddAdapter creates adapters.
   explicit Adapter(Adapter* src);  ///< Copies both texts; a null source gives an empty adapter.
   ~Adapter() override;
 
@@ -20,7 +20,7 @@ class PLDDB_EXPORT Adapter : public LObject {
   // clang-format on
 
  private:
-  friend class Package;  // sets both names as one step
+  friend class Package;  // sets both names in one step
 
   DeviceStrElement VendorName;
   DeviceStrElement AdapterName;

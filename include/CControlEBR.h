@@ -4,8 +4,8 @@
 
 #include "plddb_export.h"
 
-/// One control byte of an embedded memory block (EBR): where its eight bits lie in the configuration fuse map. A plain value:
-/// copies share nothing.
+/// One control byte of an embedded memory block (EBR): the place of its eight bits in the configuration fuse map. A plain
+/// value: copies share nothing.
 class PLDDB_EXPORT CControlEBR {
  public:
   CControlEBR() = default;

@@ -16,6 +16,6 @@ class PLDDB_EXPORT CControlEBRList {
   CControlEBRList& operator=(CControlEBRList&&) = default;
   virtual ~CControlEBRList() = default;
 
-  std::string Name;                  ///< As the loader gave it; names may repeat.
+  std::string Name;                  ///< As loaded; names may repeat.
   std::vector<CControlEBR> Entries;  ///< In order.
 };

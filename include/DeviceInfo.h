@@ -22,36 +22,36 @@ class FamilyList;
 
 /// One device of the database: its names, identifiers, register lengths, instructions, times, packages and parsed lists.
 ///
-/// Rules of every accessor, said once:
+/// Rules of every accessor:
 ///  - Text:    a setter copies its argument; null keeps the old text, "" stores an empty one. The argument may be the record's
-///             own text. A getter lends the record's own copy (null while unset): never free it, nor keep it past the next set
-///             of that field or the end of the record.
+///             own text. A getter lends the record's own copy (null while unset): never free it; it is valid until that field
+///             is next set or the record is destroyed.
 ///  - Numbers: stored as given, no range check. Default 0; the flag defaults to false.
-///  - Lists:   a getter lends the record's own list, not a copy; it lives as long as the record.
-///  - Errors:  none are reported. std::bad_alloc leaves a field as it was; a text that was being parsed into a list keeps the
-///             entries stored so far.
-///  - Units:   stated per group. "Tool units": this library stores the number, the programming tool alone gives it a meaning.
-///  - Threads: none of its own; concurrent readers are safe while nobody writes.
+///  - Lists:   a getter lends the record's own list, not a copy; it is valid as long as the record.
+///  - Errors:  none are reported. std::bad_alloc leaves a field as it was; a text being parsed into a list keeps the entries
+///             stored so far.
+///  - Units:   stated per group. "Tool units": this library only stores the number; the programming tool gives it a meaning.
+///  - Threads: no locks. Concurrent readers are safe while nobody writes.
 /// Odd spellings (SetUSERCODEIntruction, ispDeviceID) belong to the interface: do not correct them.
 ///
-/// A record is made by its family, which lends it. Destroying a family leaves its devices alive: whoever owns the tree releases
+/// A family creates its devices and lends them. Destroying a family leaves its devices alive: the owner of the tree releases
 /// them (see DeviceListOwner.h).
 class PLDDB_EXPORT DeviceInfo : public LObject {
  public:
-  /// Every field at its default. Borrows `family`, which must outlive the record's use of it. Made by FamilyList::NewDevice
-  /// and its companions in a tree.
+  /// Every field has its default. Borrows `family`, which must outlive the record's use of it. In a tree,
+  /// FamilyList::NewDevice, InsertNewDevice and AddNewDevice create devices.
   explicit DeviceInfo(FamilyList& family);
 
-  /// A copy that shares nothing with `src` but the link to the family; a null source gives an empty record without a family.
+  /// A copy that shares only the family link with `src`; a null source gives an empty record without a family.
   ///  - On purpose: BackupARCHLength, BackupARCHRow, BackupELength and BackupERow take the source's *working* values, since
-  ///    the geometry in use becomes the copy's own; the other backups are copied as they are.
-  ///  - On purpose: BitstreamColWidth takes what GetBitstreamColWidth answers, so that an unset width becomes explicit.
+  ///    the geometry in use becomes the copy's own; the other backups are copied unchanged.
+  ///  - On purpose: BitstreamColWidth takes the value that GetBitstreamColWidth returns, so an unset width becomes explicit.
   ///  - The scratch list of EBR entries is not copied.
-  ///  - On purpose: 16-bit counts bound the copies of packages and system I/O entries (65,536 count as none).
+  ///  - On purpose: 16-bit counts limit the copies of packages and system I/O entries (65,536 count as none).
   /// std::bad_alloc releases everything built so far.
   explicit DeviceInfo(DeviceInfo* src);
 
-  /// Releases all that the record owns. It does not unlink the record from its family: FamilyList::DeleteDevice does that.
+  /// Releases everything the record owns. It does not unlink the record from its family: FamilyList::DeleteDevice does that.
   ~DeviceInfo() override;
 
   // clang-format off
@@ -60,7 +60,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   ///@{
   void SetName(const char* name);                      char* GetName() const;
   void SetCodeName(const char* codeName);              char* GetCodeName() const;
-  void SetAliasName(const char* aliasName);            char* GetAliasName() const;       ///< Null when the device has no alias.
+  void SetAliasName(const char* aliasName);            char* GetAliasName() const;       ///< Null if the device has no alias.
   void SetFamily(const char* family);                  char* GetFamily() const;          ///< The family's name as text; the link is GetFamilyObject.
   void SetVendor(const char* vendor);                  char* GetVendor() const;
   void SetAccess(const char* access);                  char* GetAccess() const;
@@ -72,8 +72,8 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   ///@{
 
   /// The access mode: "JTAG", "ISP" or "DUAL".
-  /// On purpose: the same text goes into AlgOptions as well; set AlgOptions afterwards where it differs. Both fields get the
-  /// text as it was at the call, or neither changes.
+  /// On purpose: sets AlgOptions to the same text; if AlgOptions differs, set it afterwards. Either both fields get the text as
+  /// it was at the call, or neither changes.
   void SetComm(const char* comm);                      char* GetComm() const;
   void SetAlgOptions(const char* options);             char* GetAlgOptions() const;
   void SetAlgTemplate(const char* algTemplate);        char* GetAlgTemplate() const;
@@ -88,7 +88,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   void SetBitMapTransformation(unsigned short kind);   unsigned short GetBitMapTransformation() const;
   ///@}
 
-  /// \name Identification (raw 32-bit patterns; a mask bit of 1 means "this bit counts")
+  /// \name Identification (raw 32-bit patterns; a mask bit of 1 means "compare this bit")
   ///@{
   void SetispDeviceID(unsigned int id);                unsigned int GetispDeviceID() const;
   void SetjtagDeviceID(unsigned int id);               unsigned int GetjtagDeviceID() const;        ///< JTAG IDCODE.
@@ -127,7 +127,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   void SetispUESMask(const char* mask);                char* GetispUESMask() const;
   void SetjtagUESMask(const char* mask);               char* GetjtagUESMask() const;
   void SetBSCANLength(unsigned int bits);              unsigned int GetBSCANLength() const;         ///< Boundary-scan register, bits.
-  /// The record's own package list, never null; filled through the list itself. Valid as long as the record.
+  /// Lends the record's own package list, never null. Fill it through its own members. It is valid as long as the record.
   PackageList* GetDevicePackage() const;
   ///@}
 
@@ -136,7 +136,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   void SetInstructionBypassPattern(const char* bits);  char* GetInstructionBypassPattern() const;
   void SetIDInstruction(unsigned int code);            unsigned int GetIDInstruction() const;
   void SetARCHRow(unsigned short rows);                unsigned short GetARCHRow() const;           ///< Rows; belongs to the geometry.
-  void SetUSERCODEIntruction(unsigned int code);       unsigned int GetUSERCODEInstruction() const; ///< The setter's spelling is the interface's own.
+  void SetUSERCODEIntruction(unsigned int code);       unsigned int GetUSERCODEInstruction() const; ///< The setter's spelling belongs to the interface.
   void SetInstructionBypass(unsigned int code);        unsigned int GetInstructionBypass() const;
   void SetBypassLength(unsigned short bits);           unsigned short GetBypassLength() const;
   void SetBypassValue(unsigned int value);             unsigned int GetBypassValue() const;
@@ -153,13 +153,13 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// \name System I/O entries: texts in order, 0-based positions
   ///@{
 
-  /// Replaces the entries by the quoted items of `text`: `"LVCMOS33", "LVTTL"`. Text outside the quotes is skipped, items are
-  /// trimmed, the first empty pair of quotes ends the list, and so does an unterminated item. A null text is ignored.
+  /// Replaces the entries by the quoted items of `text`: `"LVCMOS33", "LVTTL"`. Text outside the quotes is ignored, items are
+  /// trimmed; the first empty pair of quotes or an unclosed quote ends the list. A null text is ignored.
   /// On purpose: an empty text does not clear the list; a text without quotes does.
   void SetSysIOList(const char* text);
   void AddSysIOList(const char* entry);  ///< Appends one entry exactly as given; a null or empty entry adds nothing.
   char* GetSysIO(int i) const;           ///< Lends the entry's text, valid until the list changes; null outside the list.
-  /// On purpose: 16 bits wide, so that 65,536 entries count as none.
+  /// On purpose: 16 bits wide, so 65,536 entries count as none.
   unsigned short GetSysIOCount() const;
   ///@}
 
@@ -180,7 +180,7 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   void SetUESBytes(unsigned int bytes);                unsigned int GetUESBytes() const;
   void SetTrailerBytes(unsigned int bytes);            unsigned int GetTrailerBytes() const;
   void SetEndBytes(unsigned int bytes);                unsigned int GetEndBytes() const;
-  /// On purpose: while the width is 0 the getter answers the DataLength instead.
+  /// On purpose: while the width is 0, the getter returns the DataLength instead.
   void SetBitstreamColWidth(int bits);                 int GetBitstreamColWidth() const;            ///< Bits, like DataLength.
   void SetSyncExtDoneAddress(int address);             int GetSyncExtDoneAddress() const;           ///< Tool units.
   void SetSyncExtDoneColumn(int column);               int GetSyncExtDoneColumn() const;            ///< Tool units.
@@ -188,9 +188,9 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   ///@}
 
   /// \name Multiboot fuses (addresses and columns of the configuration fuse map)
-  /// The text form appends every number of a text such as "16; 32 48", separated by any of ; blank tab newline; numbers are
-  /// read as in the control lists below; a null text is ignored. The list form assigns, so that an empty list empties.
-  /// The list getters lend the list itself, to be changed in place.
+  /// The overloads for a text append its numbers, which are separated by any of ; blank tab newline: "16; 32 48". Numbers are
+  /// read as in the control lists below; a null text is ignored. The overloads for a list replace the list, even by an empty
+  /// one. The list getters lend the list itself; you may change it in place.
   ///@{
 
   /// On purpose: a text of 1,024 characters or more is ignored as a whole.
@@ -224,9 +224,9 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   /// A text such as "REG;100;200;" is a label and then items, each closed by a semicolon and trimmed; the first empty segment
   /// ends the text. The creating setter of a list appends one record per item; each filling setter then writes item k into
   /// record k (records beyond the last item keep their value, items beyond the last record are ignored). Numbers are read in
-  /// base 10, the low 32 bits of a 64-bit number (beyond 64 bits -1, or 0 for a negative one); an item without leading digits
+  /// base 10 as the low 32 bits of a 64-bit number (-1 beyond 64 bits, or 0 for a negative one); an item without leading digits
   /// is 0. A null text changes nothing.
-  /// The whole-list setters replace the list, but an empty argument keeps the old one.
+  /// The whole-list setters replace the list; an empty argument keeps the old one.
   ///@{
   void SetListControlReg0Frequency(const char* text);    ///< Creates. On purpose: a second call lengthens the list.
   void SetListControlReg0MasterClock(const char* text);
@@ -253,23 +253,23 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
   ///@}
 
   /// \name Embedded memory blocks (EBR)
-  /// Built block by block on a scratch list: BitName, then Column, then Address (it reads the columns), then Name, which files
-  /// a copy of the scratch list as a finished block. A null text changes nothing; the last three do nothing while the scratch
-  /// list is empty. A range is "first to last", cut at the first "to"; without it `first` is 0 and `last` is read after the
-  /// first character.
+  /// Each block is built on a scratch list: BitName, then Column, then Address (which reads the columns), then Name, which
+  /// stores a copy of the scratch list as a finished block. A null text changes nothing; the last three do nothing while the
+  /// scratch list is empty. A range is "first to last", cut at the first "to"; without one, `first` is 0 and `last` is read
+  /// after the first character.
   ///@{
 
-  /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive leaves it
-  /// empty. std::bad_alloc leaves the scratch list as it was. On purpose: more than 16,777,216 entries throw std::bad_alloc at
-  /// once, whatever memory there is; a text of ten characters could ask for 120 GB otherwise.
+  /// Replaces the scratch list by `count` (a decimal text) entries named 1, 2, ...; a count that is not positive empties it.
+  /// std::bad_alloc leaves the scratch list as it was. On purpose: more than 16,777,216 entries throw std::bad_alloc at once,
+  /// however much memory there is. Otherwise a text of ten characters could ask for 120 GB.
   void SetListControlEBRBitName(const char* count);
-  /// Numbers the columns in rows of last - first + 1, 8 columns an entry: "0 to 31" gives 0, 8, 16, 24, 0, 8, ... Entries that
+  /// Numbers the columns in rows of last - first + 1 columns, 8 per entry: "0 to 31" gives 0, 8, 16, 24, 0, 8, ... Entries that
   /// do not fill a row keep their column; a width below 8 changes nothing.
   void SetListControlEBRColumn(const char* range);
-  /// Gives the first row the address `first`; each return of the columns to the first one steps by one, up or down as the
-  /// range runs.
+  /// Gives the first row the address `first`. Whenever the column is again that of the first entry, the address changes by
+  /// one, up or down in the direction of the range.
   void SetListControlEBRAddress(const char* range);
-  void SetListControlEBRName(const char* name);  ///< Files the block under the whole text; names may repeat.
+  void SetListControlEBRName(const char* name);  ///< Stores the block under the whole text; names may repeat.
   void SetlistControlEBR(std::vector<CControlEBRList> list);  ///< An empty argument keeps the old list.
   const std::vector<CControlEBRList>& GetlistControlEBR() const;
   ///@}
@@ -291,20 +291,20 @@ class PLDDB_EXPORT DeviceInfo : public LObject {
 
   // clang-format on
 
-  /// Puts the eight working values back from their backups, PON from CodeName, and each package's PON from its BackupPON
-  /// (where these texts are set). Backups that were never set are zeros, and are written all the same.
+  /// Restores the eight working values from their backups, PON from CodeName, and each package's PON from its BackupPON
+  /// (if these texts are set). Backups that were never set are 0, and are restored anyway.
   /// On purpose: jtagDeviceID is not restored.
   void RestoreDeviceBackupValue();
 
-  /// Switches the device to the CDR variant `pon` when its family is CDRFixed and `pon` holds "H-" anywhere or ends in "H":
+  /// Switches the device to the CDR variant `pon` if its family is CDRFixed and `pon` contains "H-" or ends in "H":
   /// DeviceIDMask becomes all ones, each package with an AliasPON takes it as its PON, and the device's PON becomes `pon`.
   /// Otherwise, and without a family, nothing happens. `pon` may be a text of this device.
   void ChangeDeviceCDRValue(const char* pon);
 
  private:
-  DeviceInfo();  // without a family; what the copying constructor starts from
+  DeviceInfo();  // without a family; the copying constructor starts from it
 
-  // In this order the record is destroyed, from the last to the first.
+  // The order of these members is the order of destruction, from the last to the first.
   std::vector<CControlRegZero> listControlRegZero;
   std::vector<CControlRegOne> listControlRegOne;
   std::vector<CPersistent_fuse> listPersistent_fuse;

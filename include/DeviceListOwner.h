@@ -7,7 +7,7 @@
 #include "FamilyList.h"
 
 /// \file
-/// Owning a whole tree. A bare DeviceList never frees its devices; what is here does, devices before families.
+/// Owning a whole tree. A bare DeviceList never frees its devices; these classes and functions do, devices before families.
 
 namespace plddb {
 
@@ -23,9 +23,9 @@ inline void ReleaseDevices(DeviceList& database) noexcept {
   for (int i = 0; FamilyList* family = database.GetFamily(i); ++i) ReleaseDevices(*family);
 }
 
-/// What DeviceListOwner destroys its database with.
+/// The deleter of DeviceListOwner.
 struct DeviceListDeleter {
-  /// Destroys `database` with all its families and devices; nothing for null. Never fails.
+  /// Destroys `database` with all its families and devices; does nothing for null. Never fails.
   void operator()(DeviceList* database) const noexcept {
     if (database == nullptr) return;
     ReleaseDevices(*database);
@@ -36,14 +36,14 @@ struct DeviceListDeleter {
 /// Owns a database with all its families and devices.
 using DeviceListOwner = std::unique_ptr<DeviceList, DeviceListDeleter>;
 
-/// An empty database, owned whole.
+/// Makes an empty database; the result owns all of it.
 inline DeviceListOwner MakeDeviceList() { return DeviceListOwner(new DeviceList); }
 
-/// A deep copy of `source`, owned whole.
+/// Makes a deep copy of `source`; the result owns all of it.
 inline DeviceListOwner CopyDeviceList(DeviceList& source) { return DeviceListOwner(new DeviceList(&source)); }
 
-/// `target = source` that also releases the devices which `target` held: nobody may use them afterwards. Assigning a database
-/// to itself changes nothing. After std::bad_alloc the old content is gone, and the families appended so far are kept.
+/// `target = source`, but also releases the old devices of `target`: do not use them afterwards. Assigning a database to itself
+/// changes nothing. After std::bad_alloc the old content is gone, and the families appended so far are kept.
 inline void AssignDeviceList(DeviceList& target, DeviceList& source) {
   if (&target == &source) return;
   ReleaseDevices(target);
@@ -52,7 +52,7 @@ inline void AssignDeviceList(DeviceList& target, DeviceList& source) {
 
 }  // namespace plddb
 
-// The names of version 1, which go with the next one.
+// The names of version 1. Version 2 removes them.
 using plddb::AssignDeviceList;
 using plddb::CopyDeviceList;
 using plddb::DeviceListDeleter;

@@ -14,24 +14,24 @@
 
 /// One device family: its names, the instructions and files that its devices share, its flags, and its devices in load order.
 ///
-/// Rules of every member, said once:
-///  - Text:    a setter copies its argument, null keeps the old text; a getter lends the record's own text (null while unset),
-///             valid until the next set of that field or the end of the record.
-///  - Lookups: devices are visited in load order and the first match is lent, null when there is none; a null argument matches
-///             nothing unless the lookup says otherwise; letter case is ASCII.
-///  - Errors:  none are reported. std::bad_alloc leaves a field or list as it was; a text that was being parsed into a list
-///             keeps the entries stored so far.
-///  - Threads: none of its own; every const member may run beside other readers while nobody writes.
+/// Rules of every member:
+///  - Text:    a setter copies its argument; null keeps the old text. A getter lends the record's own text (null while unset),
+///             valid until that field is next set or the record is destroyed.
+///  - Lookups: visit devices in load order and lend the first match, or return null without one. A null argument matches
+///             nothing unless the lookup states otherwise. Letter case is ASCII.
+///  - Errors:  none are reported. std::bad_alloc leaves a field or list as it was; a text being parsed into a list keeps the
+///             entries stored so far.
+///  - Threads: no locks. Every const member may run in parallel with other readers while nobody writes.
 ///
 /// On purpose: the family owns its texts and lists but never destroys a device, and destroying a family leaves its devices
-/// alive. Whoever owns the tree releases them; DeviceListOwner.h does it for a family or a whole tree.
+/// alive. The owner of the tree releases them; DeviceListOwner.h does it for a family or a whole tree.
 class PLDDB_EXPORT FamilyList : public LObject {
  public:
-  FamilyList();  ///< Every field at its default. Made by DeviceList::NewFamily in a tree.
+  FamilyList();  ///< Every field has its default. In a tree, DeviceList::NewFamily creates families.
 
-  /// A copy that shares nothing with `src`, with copies of its devices bound to the new family. A null source gives an empty
+  /// A copy that shares nothing with `src`; the copies of its devices belong to the new family. A null source gives an empty
   /// family. std::bad_alloc releases everything built so far, devices included.
-  /// On purpose: 16-bit counts bound the copy (65,536 devices or operations count as none).
+  /// On purpose: 16-bit counts limit the copy (65,536 devices or operations count as none).
   explicit FamilyList(FamilyList* src);
   ~FamilyList() override;
 
@@ -46,7 +46,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
   void SetISCRelease(int release);              int GetISCRelease() const;     ///< Tool units.
   void SetExtension(const char* pattern);       char* GetExtension() const;    ///< File-name pattern of the family's data files.
   void SetXFPFile(const char* file);            char* GetXFPFile() const;
-  /// On purpose: a null argument stores the empty text, and the getter never answers null. Never write to what it lends.
+  /// On purpose: a null argument stores the empty text, and the getter never returns null. Never write to the lent text.
   void SetICFFile(const char* file);            char* GetICFFile() const;
   ///@}
 
@@ -61,102 +61,102 @@ class PLDDB_EXPORT FamilyList : public LObject {
   void SetSTAPLSupport(bool on);                bool IsSTAPLSupport() const;
   void SetFPGADevice(bool on);                  bool IsFPGADevice() const;
   void SetCFGPinCount(int pins);                int GetCFGPinCount() const;    ///< Number of configuration pins.
-  /// The getter answers null for the empty text; a null argument stores the empty text.
+  /// The getter returns null for the empty text; a null argument stores the empty text.
   void SetBitstreamModelTemplate(const char* text);  char* GetBitstreamModelTemplate() const;
   ///@}
 
   // clang-format on
 
   /// \name Devices
-  /// On purpose: InsertNewDevice, AddNewDevice and DeleteDevice(int) count positions from
-  /// 1, GetDevice and GetDevicePos from 0.
+  /// On purpose: InsertNewDevice, AddNewDevice and DeleteDevice(int) count positions from 1, GetDevice and GetDevicePos from 0.
   ///@{
-  DeviceInfo* NewDevice();  ///< Appends a device of this family and lends it.
+  DeviceInfo* NewDevice();  ///< Appends a new device of this family and lends it.
 
-  /// Makes a new device the `pos`-th (1-based); those from there on move back. Null, and no device, outside the list.
+  /// Inserts a new device before the `pos`-th (1-based) and lends it. Returns null and adds none outside the list.
   DeviceInfo* InsertNewDevice(int pos);
 
-  /// Puts a new device right after the `pos`-th (1-based), 0 in front of all. Null, and no device, outside the list.
+  /// Inserts a new device after the `pos`-th (1-based; 0: before all) and lends it. Returns null and adds none outside the
+  /// list.
   DeviceInfo* AddNewDevice(int pos);
 
   DeviceInfo* GetDevice(unsigned short i) const;  ///< Lends the device at `i` (0-based) below GetDeviceCount(), else null.
   DeviceInfo* GetDevice(int i) const;             ///< Lends the device at `i` (0-based) of the whole list, else null.
 
-  /// GetDevice(int) for other integer types; null for what is no position.
+  /// GetDevice(int) for other integer types; null outside the list.
   template <class Index, plddb::internal::IfInteger<Index> = 0>
   DeviceInfo* GetDevice(Index i) const {
     return static_cast<unsigned long long>(i) > INT_MAX ? nullptr : GetDevice(static_cast<int>(i));
   }
-  /// Refuses NULL, which is no position, and with it all values of its type (long, mostly): cast these to int.
+  /// Rejects NULL, which is not a position, and thereby every value of its type (mostly long): cast those to int.
   template <class Index, plddb::internal::IfMaybeNull<Index> = 0>
   DeviceInfo* GetDevice(Index i) const = delete;
 
   /// The first device whose name equals `name`, ignoring case. Texts of 1,024 characters or more match nothing.
   DeviceInfo* GetDevice(const char* name) const;
-  int GetDevicePos(const char* name) const;  ///< The position (0-based) of that device; -1 when there is none.
+  int GetDevicePos(const char* name) const;  ///< The position (0-based) of that device; -1 without one.
   DeviceInfo* GetLastDevice() const;         ///< Lends the last device; null for an empty family.
-  /// The number of devices. On purpose: 16 bits wide, and the bound of every walk over a whole database.
+  /// The number of devices. On purpose: 16 bits wide, and the limit of every walk over a whole database.
   unsigned short GetDeviceCount() const;
 
   /// Unlinks the `pos`-th device (1-based) and hands it over; null outside the list.
-  /// On purpose for int alone, unlike GetDevice: NULL, meant as a code name, does not compile.
+  /// On purpose only for int, unlike GetDevice: NULL, meant as a code name, does not compile.
   DeviceInfo* DeleteDevice(int pos);
 
-  /// Unlinks the first device whose code name equals `codeName`, ignoring case, and hands it over; null when there is none.
-  /// On purpose: the code name, where GetDevice(const char*) takes the name. A code name or argument that is empty or has
-  /// 1,024 characters or more counts as the empty text; a device without code name never matches.
+  /// Unlinks the first device whose code name equals `codeName`, ignoring case, and hands it over; null without one.
+  /// On purpose: it compares the code name, whereas GetDevice(const char*) compares the name. A code name or argument that is
+  /// empty or has 1,024 characters or more counts as the empty text; a device without a code name never matches.
   DeviceInfo* DeleteDevice(const char* codeName);
   ///@}
 
   /// \name Operations: names in order, 0-based positions
   ///@{
 
-  /// Replaces the operations by the quoted items of `text`: `"Erase", "Program"`. Text outside the quotes is skipped, items
-  /// are trimmed, the first empty pair of quotes ends the list, and so does an unterminated item. A null text is ignored.
+  /// Replaces the operations by the quoted items of `text`: `"Erase", "Program"`. Text outside the quotes is ignored, items
+  /// are trimmed; the first empty pair of quotes or an unclosed quote ends the list. A null text is ignored.
   /// On purpose: an empty text does not clear the list; a text without quotes does.
   void SetOperationList(const char* text);
   void AddOperationList(const char* name);     ///< Appends one operation exactly as given; a null or empty name adds nothing.
-  void DeleteOperationList(const char* name);  ///< Destroys the first operation of exactly this, not empty, name.
-  /// On purpose: 16 bits wide, as callers compare their positions.
+  void DeleteOperationList(const char* name);  ///< Destroys the first operation of exactly this name, unless it is empty.
+  /// On purpose: 16 bits wide, like the positions that callers compare it with.
   unsigned short GetOperationCount() const;
   char* GetOperation(int i) const;  ///< Lends the operation's name, valid until the list changes; null outside the list.
   ///@}
 
   /// \name Programming modes and boundary-scan controls
   /// Texts are semicolon item lists: "MODES;JTAG;SPI;" is a label and the items JTAG and SPI (see DeviceInfo, control lists).
-  /// A null text changes nothing. The whole-list setters keep the old list when the argument is empty. The getters lend the
-  /// list itself, to be changed in place.
+  /// A null text changes nothing. The whole-list setters keep the old list if the argument is empty. The getters lend the list
+  /// itself; you may change it in place.
   ///@{
   void SetListProgrammingModeControl(const char* text);  ///< Replaces the list by the items of `text`.
-  /// A single text in braces is the text form; name the std::vector<std::string> for a list of one.
+  /// A single text in braces calls the overload for a text; write std::vector<std::string>{...} for a list of one.
   void SetListProgrammingModeControl(std::vector<std::string> list);
   std::vector<std::string>& GetListProgrammingModeControl();
-  /// Appends one record with DefaultValue 1 whose Controls are the items of `text`, even when there are none.
+  /// Appends one record with DefaultValue 1 whose Controls are the items of `text`, even if there are none.
   void SetListBScanControl(const char* text);
   void SetListBScanControl(std::vector<CBScanControl> list);
   std::vector<CBScanControl>& GetListBScanControl();
-  void SetBScanDefaultValue(int value);  ///< DefaultValue of the first record; nothing without one.
+  void SetBScanDefaultValue(int value);  ///< Sets DefaultValue of the first record; does nothing without one.
   ///@}
 
   /// \name Device lookups
-  /// On purpose, lookups that compare a text ignoring case carry it over: a device without the text is compared under the text
-  /// of the last device visited that had one (the empty text before the first). Texts of 1,024 characters or more match
-  /// nothing. Alias names are not carried over: a device without one is passed over. `comm` (the access mode) and package types
-  /// are compared exactly.
+  /// On purpose, lookups that compare a text ignoring case carry it over: for a device without the text, the text of the last
+  /// visited device that has one is compared (the empty text before the first). Texts of 1,024 characters or more match
+  /// nothing. Alias names are not carried over: a device without one is skipped. `comm` (the access mode) and package types are
+  /// compared exactly.
   ///@{
 
-  /// The first device whose code name equals `codeName`; failing that, the first whose alias name does, devices whose vendor
-  /// is exactly "Quorel" excepted. On purpose: a null `codeName` counts as the empty text.
+  /// The first device whose code name equals `codeName`; without one, the first whose alias name does, except devices whose
+  /// vendor is exactly "Quorel". On purpose: a null `codeName` counts as the empty text.
   DeviceInfo* GetDeviceWithCodeName(const char* codeName) const;
 
-  /// The first device whose code name and vendor equal both texts, ignoring case (each carried over on its own).
+  /// The first device whose code name and vendor equal both texts, ignoring case (each is carried over independently).
   DeviceInfo* GetDeviceWithCodeNameandVendor(const char* codeName, const char* vendor) const;
 
   /// The first device whose identifier for the mode equals `id` in all 32 bits: "ISP" and "JTAG" compare that identifier,
-  /// "DUAL" either. On purpose: no mask, and 0 is an identifier like any other.
+  /// for "DUAL" either may match. On purpose: the mask is ignored, and 0 is an identifier like any other.
   DeviceInfo* GetDevice(const char* comm, unsigned int id) const;
 
-  /// The same for other integer types (a plain literal included); null for what does not fit 32 bits.
+  /// The same for other integer types (a plain literal included); null for a value that does not fit into 32 bits.
   template <class Id, plddb::internal::IfInteger<Id> = 0>
   DeviceInfo* GetDevice(const char* comm, Id id) const {
     if constexpr (sizeof(Id) > sizeof(unsigned int)) {
@@ -164,7 +164,7 @@ class PLDDB_EXPORT FamilyList : public LObject {
     }
     return GetDevice(comm, static_cast<unsigned int>(id));
   }
-  /// Refuses NULL, which may be meant as a code name, and with it all values of its type (long, mostly).
+  /// Rejects NULL, which may be meant as a code name, and thereby every value of its type (mostly long).
   template <class Id, plddb::internal::IfMaybeNull<Id> = 0>
   DeviceInfo* GetDevice(const char* comm, Id id) const = delete;
 
@@ -211,5 +211,5 @@ class PLDDB_EXPORT FamilyList : public LObject {
   std::string BitstreamModelTemplate;
 };
 
-/// Whether the family is marked hidden; false for null. The spelling is the interface's own.
+/// Whether the family is marked hidden; false for null. The spelling belongs to the interface.
 PLDDB_EXPORT bool IsHidenFamily(const FamilyList* family);

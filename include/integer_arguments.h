@@ -4,12 +4,12 @@
 #include <type_traits>
 
 /// \file
-/// Which integer types the templates beside an overload for a position or an identifier take. Internal to the headers.
+/// The integer types that the templates for a position or an identifier accept. Internal to the headers.
 
 namespace plddb::internal {
 
-/// Whether an argument of this type may be NULL, which is meant for the overload with a text and would be taken for the number
-/// 0. The template cannot tell it from other values of its type (long, with g++ and clang), so that type is refused whole.
+/// Whether an argument of this type may be NULL, which is meant for the overload with a text but would be taken for the number
+/// 0. A template cannot tell NULL from other values of its type (long, with g++ and clang), so it rejects the whole type.
 template <class Argument>
 inline constexpr bool kMayBeNull = std::is_same_v<Argument, decltype(NULL)> && !std::is_same_v<Argument, int>;
 

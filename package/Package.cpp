@@ -18,7 +18,7 @@ Package::Package(Package* src) : Package() {
   SetJDF(src->GetJDF());
   SetINI(src->GetINI());
   SetOrvoSetting(src->GetOrvoSetting());
-  const auto count = static_cast<unsigned short>(src->GetAdapterCount());  // On purpose: 16 bits bound every copy.
+  const auto count = static_cast<unsigned short>(src->GetAdapterCount());  // On purpose: 16 bits limit every copy.
   for (int i = 0; i < count; ++i) AddAdapter(src->GetAdapter(i));
 }
 

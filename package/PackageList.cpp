@@ -52,7 +52,7 @@ char* PackageList::GetOrvoSettingWithJDFFile(const char* jdf) const {
 bool PackageList::CopyPackageList(PackageList* src) {
   const int count = src == nullptr ? 0 : src->GetPackageCount();  // read once: `src` may be this list
   for (int i = 0; i < count; ++i) {
-    auto* const package = static_cast<Package*>(src->Packages.GetAt(i));  // GetPackage would see the count of a list that grows
+    auto* const package = static_cast<Package*>(src->Packages.GetAt(i));  // GetPackage would use the count of the growing list
     AppendNew(Packages, std::make_unique<Package>(package));
   }
   return true;

@@ -4,8 +4,8 @@
 
 namespace plddb::internal {
 
-/// The first package of `list`, in order, that satisfies `rule(const Package&)`; null when none does.
-/// On purpose: the 16-bit count bounds the walk.
+/// The first package of `list`, in order, that satisfies `rule(const Package&)`; null if none does.
+/// On purpose: the 16-bit count limits the walk.
 template <typename Rule>
 Package* FindPackage(const PackageList& list, Rule rule) {
   const int count = list.GetPackageCount();

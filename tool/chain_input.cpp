@@ -25,7 +25,7 @@ Scan TakeScan(plddb::chain::ScanResult result, const std::string& name) {
   if (result.scan) return std::move(*result.scan);
   std::string lines;
   for (const plddb::chain::Fault& fault : result.faults) {
-    lines += (lines.empty() ? "" : "\n") + name + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column) +
+    lines += (lines.empty() ? "" : "\n") + Printable(name) + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column) +
              ": error: " + fault.text;
   }
   throw Failure(lines + More(result.moreFaults));
@@ -56,7 +56,7 @@ std::optional<unsigned long> Number(std::string_view text, unsigned long least, 
 
 }  // namespace
 
-std::string CannotRead(const std::string& path) { return path + ":1:1: error: cannot read the file"; }
+std::string CannotRead(const std::string& path) { return Printable(path) + ":1:1: error: cannot read the file"; }
 
 OpenedFile OpenFile(const std::string& path) {
   OpenedFile file(std::fopen(path.c_str(), "rb"));
@@ -111,7 +111,7 @@ void AddOrderOption(Subcommand subcommand, std::string& order) {
 }
 
 void AddIrLengthOption(Subcommand subcommand, std::vector<std::string>& lengths) {
-  subcommand.Add("--ir", lengths, "The IR length at a position, such as of an unknown TAP; may be given several times")
+  subcommand.Add("--ir", lengths, "The IR length at a position, for example of an unknown TAP; may be given several times")
       .Type("POSITION=LENGTH")
       .OneValueEach();
 }

@@ -24,7 +24,7 @@ std::string InColour(Paint paint, std::string_view text) {
   return kSequences[static_cast<int>(paint)] + std::string(text) + kPlain;
 }
 
-/// The first severity of `line` that stands where one belongs: behind ": ", and before ':' or its code in brackets.
+/// The first severity of `line` in its proper place: after ": ", and before ':' or its code in brackets.
 std::string WithPaintedSeverity(std::string_view line) {
   for (std::size_t at = 0; (at = line.find(": ", at)) != line.npos;) {
     at += 2;

@@ -24,15 +24,15 @@ bool IsFolder(const fs::path& path) {
   return fs::is_directory(path, ignored);
 }
 
-/// Pipes, devices and folders are passed over: reading them might never end. A link that leads nowhere is not, so that the
-/// loader reports it.
+/// Pipes, devices and folders are skipped: reading them might never end. A broken link is not skipped, so that the loader
+/// reports it.
 bool MayBeFile(const fs::directory_entry& entry) {
   std::error_code unknown;
   const fs::file_type type = entry.status(unknown).type();
   return type == fs::file_type::regular || type == fs::file_type::not_found || type == fs::file_type::none;
 }
 
-/// Editors and file systems leave hidden files beside those that they belong to: .#x.xml, ._x.xml.
+/// Editors and file systems leave hidden files next to the original: .#x.xml, ._x.xml.
 bool IsDescription(const fs::directory_entry& entry) {
   const fs::path name = entry.path().filename();
   return name.extension() == ".xml" && name.native().front() != '.' && MayBeFile(entry);
@@ -65,7 +65,7 @@ std::string Environment(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-/// Empty parts stand for nothing.
+/// Empty parts are ignored.
 Paths EnvironmentFiles() {
   const std::string path = Environment("PLDDB_PATH");
   Paths files;
@@ -79,7 +79,7 @@ Paths EnvironmentFiles() {
   return files;
 }
 
-/// A relative XDG_CONFIG_HOME counts as none, as its standard demands.
+/// A relative XDG_CONFIG_HOME is ignored, as its standard requires.
 Paths UserFiles() {
   fs::path folder = Environment("XDG_CONFIG_HOME");
   if (!folder.is_absolute()) {
@@ -91,7 +91,7 @@ Paths UserFiles() {
   return IsFolder(folder) ? DescriptionsIn(folder) : Paths();
 }
 
-/// The files of all origins. What the command line names is taken as it is; of the others those that came before are left out.
+/// The files of all origins. Those of the command line are kept as given; of the others, repeated files are left out.
 class Collected {
  public:
   void Add(Paths paths, Origin origin) {

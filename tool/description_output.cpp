@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A new file beside `path` that is removed again unless it takes the place of `path`.
+/// A new file next to `path`, which is removed again unless it replaces `path`.
 class FileBeside {
  public:
   explicit FileBeside(const std::string& path) : path_(path), name_(path + ".new-" + std::to_string(getpid())) {
@@ -32,7 +32,7 @@ class FileBeside {
     const bool replaces = stat(path.c_str(), &old) == 0;
     descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? old.st_mode & 0777 : 0666);
     if (descriptor_ < 0) Fail(name_);
-    if (replaces) static_cast<void>(fchmod(descriptor_, old.st_mode & 07777));  // where the file system has such modes
+    if (replaces) static_cast<void>(fchmod(descriptor_, old.st_mode & 07777));  // if the file system has such modes
   }
 
   ~FileBeside() {
@@ -68,27 +68,27 @@ class FileBeside {
   int descriptor_ = -1;
 };
 
-/// A device, and its place in the file that is written.
+/// A device, and its place in the written file.
 struct Placed {
   DeviceInfo* device;
   int family;  // 1-based, as is the next
   int position;
 };
 
-/// So that two of one name can be told apart: "XC9572XL (XC9500XL, device 2 of family 24)".
+/// Distinguishes two devices of one name: "XC9572XL (XC9500XL, device 2 of family 24)".
 std::string NameWithPlace(const Placed& placed) {
   return DeviceName(*placed.device) + " (" + FamilyName(*placed.device) + ", device " + std::to_string(placed.position) +
          " of family " + std::to_string(placed.family) + ")";
 }
 
-/// A warning when `found`, the device that a lookup answers for something that `device` has, is another one.
+/// A warning if `found`, the result of a lookup for a key of `device`, is another device.
 std::string ShadowedDevice(const Placed& device, const std::string& what, const Placed* found) {
   if (found == nullptr || found->device == device.device) return "";
   return "plddb: warning: " + NameWithPlace(device) + " is not found by its " + what + ": " + NameWithPlace(*found) +
          " answers\n";
 }
 
-/// The first device of each name; the case of ASCII letters does not count.
+/// The first device of each name, ignoring the case of ASCII letters.
 class FirstByText {
  public:
   void Add(const char* text, const Placed& placed) {
@@ -170,11 +170,11 @@ void ReportShadowedDevices(const std::vector<Placed>& devices) {
   }
 }
 
-/// A warning that a family does not answer by its name, since `found` does.
+/// A warning that a family is not found by its name, since `found` is.
 std::string ShadowedFamily(const char* name, const FamilyList& found) {
   const bool isRepeated = found.GetName() != nullptr && std::strcmp(found.GetName(), name) == 0;
   return "plddb: warning: family " + Printable(name) +
-         (isRepeated ? " is there more than once; only the first answers by its name\n"
+         (isRepeated ? " exists more than once; only the first is found by its name\n"
                      : " is not found by its name: family " + TextOrDash(found.GetName()) + " has it as its alias name\n");
 }
 
@@ -190,7 +190,7 @@ void ReportShadowedFamilies(const std::vector<FamilyList*>& families) {
   }
 }
 
-/// The place to write to for `path`: links are followed, also to a file that is not there yet, so that they stay links.
+/// The path to write to for `path`: links are followed, even to a file that does not exist yet, so that they stay links.
 std::string Target(const std::string& path) {
   constexpr int kMostLinks = 40;  // as many as the system follows
   fs::path target = path;
@@ -202,7 +202,7 @@ std::string Target(const std::string& path) {
   throw Failure("plddb: error: cannot write " + Printable(path) + ": its links lead in a circle");
 }
 
-/// Texts are never written that would not load, such as more families than a file may have.
+/// A text that would not load is never written, for example one with more families than a file may have.
 std::string LoadableText(const Sources& sources) {
   std::string text = plddb::WriteDescriptions(sources);
   const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "");

@@ -49,7 +49,7 @@ class Json {
 
 inline Json TextOrNull(const char* text) { return text == nullptr ? Json(nullptr) : Json(text); }
 
-/// For numbers of which 0 says that there is none.
+/// For numbers whose 0 means that there is none.
 template <typename Number>
 Json NumberOrNull(Number number) {
   return number == 0 ? Json(nullptr) : Json(number);

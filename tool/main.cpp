@@ -18,16 +18,16 @@ constexpr struct {
   const char* summary;
   tool::Run (*add)(tool::Subcommand subcommand);
 } kCommands[] = {
-    {"identify", "Name the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
-    {"find", "Find a device by name, ordering name, fuse count and the like.", tool::AddFind},
-    {"fits", "Tell which device a programming file is for, and whether it fits a chain.", tool::AddFits},
+    {"identify", "Identify the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
+    {"find", "Find a device by name, ordering name, fuse count or another key.", tool::AddFind},
+    {"fits", "Find the device that a programming file is for, and whether it fits a chain.", tool::AddFits},
     {"list", "List the families, or the devices of one.", tool::AddList},
-    {"show", "Show all that is known of a device, and where it is said.", tool::AddShow},
-    {"check", "Find what is wrong with description files.", tool::AddCheck},
+    {"show", "Show everything known about a device, with the file and line of each value.", tool::AddShow},
+    {"check", "Find mistakes in description files.", tool::AddCheck},
     {"export", "Write a description file in its canonical form.", tool::AddExport},
     {"merge", "Write several description files as one.", tool::AddMerge},
-    {"import", "Make descriptions of makers' BSDL files.", tool::AddImport},
-    {"help", "Say how a subcommand is used.", tool::AddHelp},
+    {"import", "Make descriptions from makers' BSDL files.", tool::AddImport},
+    {"help", "Show how to use a subcommand.", tool::AddHelp},
 };
 
 int ToStatus(tool::ExitCode code) { return static_cast<int>(code); }
@@ -44,8 +44,8 @@ int Main(int argc, char** argv) {
   return ToStatus(program.RunSubcommand());
 }
 
-/// On purpose: memory that runs out ends the program at once. An exception would pass through destructors of JSON values, which
-/// take memory themselves and must not throw. Nothing is half-written: a command writes when it has its whole answer.
+/// On purpose: running out of memory ends the program at once. An exception would pass through destructors of JSON values,
+/// which allocate memory themselves and must not throw. Nothing is half-written: a command writes only its whole answer.
 [[noreturn]] void EndOutOfMemory() {
   constexpr char message[] = "plddb: error: out of memory\n";
   static_cast<void>(std::fwrite(message, 1, sizeof message - 1, stderr));  // stderr has no buffer to fill

@@ -21,7 +21,7 @@ struct Options {
 };
 
 ExitCode RunMerge(const Options& options) {
-  Sources merged;  // on purpose no copies into one database: they give up backups that differ from their values
+  Sources merged;  // on purpose not copied into one database: copies lose backups that differ from their values
   for (const Database& database : LoadFiles(options.files, Outlines::kYes)) {
     merged.push_back({database.devices.get(), &database.outline});
   }

@@ -28,7 +28,7 @@ class Progress {
 
   std::size_t files_;
   std::size_t file_ = 0;
-  std::size_t width_ = 0;  // of what stands in the line
+  std::size_t width_ = 0;  // of the text in the line
   Write write_;
   Now now_;
   std::chrono::steady_clock::time_point start_;

@@ -1,4 +1,4 @@
-// What "djtgcfg init" prints. Its order is not documented, and the names that follow may have another one.
+// The output of "djtgcfg init". Its order is not documented, and the names after it may have another order.
 
 #include <iterator>
 

@@ -1,4 +1,4 @@
-// What Glasgow's applet jtag-probe logs. Its order is not documented.
+// The log of Glasgow's applet jtag-probe. Its order is not documented.
 
 #include <iterator>
 

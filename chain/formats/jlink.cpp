@@ -1,4 +1,4 @@
-// What J-Link Commander and other programs of its maker print when they look for a chain. Its order is not documented.
+// The output of J-Link Commander, and other programs of its maker, when they scan a chain. Its order is not documented.
 
 #include <iterator>
 

@@ -1,4 +1,4 @@
-// What jtagconfig prints, also with -d: the chain of each cable. Its order is not documented.
+// The output of jtagconfig, also with -d: the chain of each cable. Its order is not documented.
 
 #include <iterator>
 

@@ -1,5 +1,5 @@
-// What openFPGALoader --detect prints. It counts from TDI, and prints the id of its own table where it knows the device; before
-// a device that it does not know it gives up. The ids that it really read are shown at verbose level 2, in the order of
+// The output of openFPGALoader --detect. It counts from TDI. For a device that it knows it prints the id of its own table, and
+// it stops at the first device that it does not know. At verbose level 2 it shows the ids that it really read, in the order of
 // reading.
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What OpenOCD prints: its log, the table of its command scan_chain, and what it suggests for TAPs that nobody configured.
+// The output of OpenOCD: its log, the table of its command scan_chain, and its suggestions for TAPs that are not configured.
 
 #include <algorithm>
 #include <iterator>
@@ -41,14 +41,14 @@ Taken TakeFoundDevice(const ScanLine& line, ScanReports& reports) {
 
 /// TAP auto1.tap does not have IDCODE                                up to 0.10
 /// Info : TAP auto1.tap does not have valid IDCODE (idcode=0xb2c08126)
-/// The number is the TAP's BYPASS bit and what follows it, no id.
+/// The number is not an id, but the TAP's BYPASS bit and the bits after it.
 Taken TakeTapWithoutIdcode(const ScanLine& line, ScanReports& reports) {
   reports.Add({LastWord(line.before)});
   return kTaken;
 }
 
 /// Info : JTAG tap: am335x.tap enabled
-/// A router such as an ICEPick puts it into the chain, where nobody reads its id.
+/// A router, for example an ICEPick, adds it to the chain; its id is not read.
 Taken TakeEnabledTap(const ScanLine& line, ScanReports& reports) {
   const auto words = Words(line.after);
   const bool isEnabled = words.size() == 2 && words[1].substr(0, 7) == "enabled";
@@ -80,7 +80,7 @@ constexpr LineKind kLogKinds[] = {
 
 // --- The table --------------------------------------------------------------------------------------------------------------
 
-/// Whether the configuration `expected` allows for `id`: 0x00000000 checks nothing, * stands for any version.
+/// Whether the configuration `expected` allows `id`: 0x00000000 checks nothing, * means any version.
 bool IsExpected(std::string_view expected, unsigned int id) {
   if (expected == "0x00000000") return true;
   const bool isAnyVersion = expected.substr(0, 3) == "0x*";
@@ -94,7 +94,7 @@ bool IsPrefixed(std::string_view text) { return text.substr(0, 2) == "0x"; }
 /// "6", and "0x06" in the first versions.
 unsigned long IrLength(std::string_view text) { return IsPrefixed(text) ? HexNumber(text.substr(2)) : LeadingNumber(text); }
 
-/// OpenOCD calls a TAP so that is not configured; the length of its IR is a guess.
+/// OpenOCD's name for a TAP that is not configured; its IR length is a guess.
 bool IsAutomatic(std::string_view name) { return name.substr(0, 4) == "auto" && name.find('.') != name.npos; }
 
 ///  0 xc7.tap                Y     0x0362d093 0x0362d093     6 0x01  0x03

@@ -1,4 +1,4 @@
-// What probe-rs logs when it looks for a chain, as text and as JSON. Its order is not documented.
+// The log of probe-rs when it scans a chain, as text and as JSON. Its order is not documented.
 
 #include <iterator>
 
@@ -35,7 +35,7 @@ Taken TakeBypass(const ScanLine&, ScanReports& reports) {
 }
 
 /// JTAG DR scan complete, found 2 TAPs. [Some(IdCode(0x4BA00477 (ARM Ltd))), None]
-/// Where the ids had lines of their own before, they are not taken twice.
+/// If the ids had their own lines before, they are not added twice.
 Taken TakeList(const ScanLine& line, ScanReports& reports) {
   const unsigned long count = LeadingNumber(line.after);
   if (reports.Current().taps.size() == count) return kTaken;

@@ -1,4 +1,4 @@
-// What UrJTAG's command detect prints.
+// The output of UrJTAG's command detect.
 
 #include <algorithm>
 #include <charconv>

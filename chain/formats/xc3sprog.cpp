@@ -1,4 +1,4 @@
-// What xc3sprog prints of the chain. It counts from TDI.
+// The output of xc3sprog about the chain. It counts from TDI.
 
 #include <algorithm>
 #include <iterator>

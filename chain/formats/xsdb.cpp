@@ -1,4 +1,4 @@
-// What xsdb prints for "jtag targets", which is the hardware server's list: a tree of cables, devices and what is inside them.
+// The output of xsdb for "jtag targets", the hardware server's list: a tree of cables, devices and their parts.
 // It lists the device nearest TDI first.
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace {
 std::size_t Indentation(std::string_view line) { return line.size() - WithoutMargin(line).size(); }
 
 ///      2  xczu7 (idcode 14730093 irlen 12 fpga)
-/// What has an IR of 1 bit is a switch inside a device, which is no TAP of the chain. The lengths are those of a table.
+/// An entry with an IR of 1 bit is a switch inside a device, not a TAP of the chain. The lengths are those of a table.
 Taken TakeTarget(const ScanLine& line, ScanReports& reports) {
   const auto id = LeadingBareId(line.after);
   if (!id) return Wrong(FirstWord(line.after), kExpectedBareId);

@@ -19,6 +19,6 @@ foreach(COMPONENT IN LISTS CPACK_COMPONENTS_ALL)
   file(WRITE ${DOC}/changelog "${CHANGES}")
   file(GLOB_RECURSE MANUALS ${STAGE}/share/man/*)
   execute_process(COMMAND gzip --best --no-name ${DOC}/changelog.Debian ${DOC}/changelog ${MANUALS} COMMAND_ERROR_IS_FATAL ANY)
-  # The copyright file stands for the licence, and changelog.gz for this.
+  # The copyright file replaces the licence, and changelog.gz replaces this one.
   file(REMOVE ${STAGE}/share/doc/plddb/LICENSE ${STAGE}/share/doc/plddb/CHANGELOG.md)
 endforeach()

@@ -1,4 +1,4 @@
-// The tables of docs/text-formats.md say what the library does.
+// The tables of docs/text-formats.md agree with the library.
 #include <DeviceListOwner.h>
 #include <gtest/gtest.h>
 
@@ -75,7 +75,7 @@ Texts MultibootNumbers(DeviceInfo& device, const char* text) {
   return AsTexts(device.GetMultibootCfgAddr());
 }
 
-TEST_F(TextFormatsPage, EachTextGivesTheItemsBesideIt) {
+TEST_F(TextFormatsPage, EachTextGivesTheItemsInItsRow) {
   const struct {
     const char* heading;
     Texts (*items)(DeviceInfo& device, const char* text);
@@ -97,7 +97,7 @@ TEST_F(TextFormatsPage, EachTextGivesTheItemsBesideIt) {
   }
 }
 
-TEST_F(TextFormatsPage, EachMemoryBlockHasTheEntriesBesideIt) {
+TEST_F(TextFormatsPage, EachMemoryBlockHasTheEntriesInItsRow) {
   const auto rows = Rows("## Embedded memory blocks");
   EXPECT_GE(rows.size(), 3U);
   for (const std::string& row : rows) {

@@ -1,4 +1,4 @@
-// Readers beside readers: every lookup of a database and of its families from eight threads at once, on one tree. What they may
+// Readers in parallel: every lookup of a database and of its families from eight threads at once, on one tree. What they may
 // not do to each other is the thread sanitizer's to see (preset "tsan"); that each gets the answers of a lone reader is checked
 // in every build.
 
@@ -18,7 +18,7 @@ namespace {
 constexpr int kReaders = 8;
 constexpr int kRounds = 5;
 
-/// What a reader was told, in the order of its questions.
+/// The answers that a reader got, in the order of its questions.
 struct Answers {
   std::vector<const void*> objects;
   std::vector<long> numbers;

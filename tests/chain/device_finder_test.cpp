@@ -74,7 +74,7 @@ TEST(ChainPosition, IsAmbiguousUnlessAllOthersAreLessExactAndAsLong) {
     unsigned short otherIrLength;
     bool isAmbiguous;
   } rows[] = {
-      {0xFFFFFFFF, 4, 0x0FFFFFFF, 4, false},  // the other one is what is left when no part of that version is known
+      {0xFFFFFFFF, 4, 0x0FFFFFFF, 4, false},  // the other one remains if no part of that version is known
       {0xFFFFFFFF, 4, 0x0FFFFFFF, 5, true},  {0xFFFFFFFF, 4, 0x0FFFFFFF, 0, true}, {0x0FFFFFFF, 4, 0xFFFFFFFF, 4, true},
       {0xFFFFFFFF, 4, 0xFFFFFFFF, 4, true},  {0x0FFFFFFF, 4, 0xF0FFFFFF, 4, true},  // neither counts all bits that the other
                                                                                     // one does

@@ -27,7 +27,7 @@ TEST(Idcode, IsSplitIntoItsFields) {
   }
 }
 
-TEST(IdKind, IsToldByTheBits) {
+TEST(IdKind, DependsOnTheBits) {
   const struct {
     std::optional<unsigned int> id;
     const char* comm;

@@ -1,4 +1,4 @@
-// The corpus: what is found in each of its files, and where. The first line of each says what is to be found in it.
+// The corpus: the findings in each of its files. The first line of each file states them.
 
 #include "corpus.h"
 

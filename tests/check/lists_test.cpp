@@ -1,4 +1,4 @@
-// What is found in list texts is what they lose.
+// Findings in list texts are exactly the losses.
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ std::string LettersOf(const std::string& text) {
   return letters;
 }
 
-/// A file with a device in a line of its own for each text; the first stands in line 2.
+/// A file with a device on its own line for each text; the first is on line 2.
 std::string DevicesWith(const std::string& attribute, const Texts& texts) {
   std::string description = "<DeviceDatabase><Family>\n";
   for (const std::string& text : texts) description += "<Device " + attribute + "='" + text + "'/>\n";

@@ -1,4 +1,4 @@
-// What is found of a device is what the lookups do: every text and identifier that finds another device, and no other.
+// Findings agree with the lookups: every text and identifier that finds another device, and no other.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint32_t kSeed = 20240517;
 constexpr int kDatabases = 150;
 
-/// Makes small databases of which every text is that of another device, too, before long. A device stands in a line of its own.
+/// Makes small databases of which every text is that of another device, too, before long. Each device has its own line.
 class RandomDescriptions {
  public:
   std::string Next() {
@@ -52,7 +52,7 @@ class RandomDescriptions {
   std::mt19937 random_{kSeed};
 };
 
-/// The codes that were told, by line of the file.
+/// The reported codes, by line of the file.
 using Told = std::set<std::pair<int, std::string>>;
 
 /// What the lookups of a database fail to find, as the finding that is due.

@@ -1,4 +1,4 @@
-// A clean description, one edit, and what is found then, and where.
+// A clean description, one edit, and the finding and its place.
 
 #include <gtest/gtest.h>
 

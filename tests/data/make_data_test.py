@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What data/make-data refuses: a table of slips in the tables, and what it says of each."""
+"""What data/make-data rejects: mistakes in the tables, and the message for each."""
 
 import pathlib
 import shutil
@@ -10,7 +10,7 @@ import unittest
 
 DATA = pathlib.Path(__file__).resolve().parents[2] / "data"
 
-# Table, text that stands in it once or more, what replaces the first of them, a part of the message.
+# Table, text that it contains once or more, the replacement of the first of them, a part of the message.
 SLIPS = [
     ("devices", "XC9500XL,XC9572XL,09604093,", "XC9500XL,XC9572XL,09604193,", "XC9572XL: the manufacturer field of 0x09604193 is not one of"),
     ("devices", "XC9500XL,XC9572XL,09604093,", "XC9500XL,XC9572XL,09604092,", "XC9572XL: bit 0 of the IDCODE is not 1"),

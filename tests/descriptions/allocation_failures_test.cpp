@@ -1,4 +1,4 @@
-// Running out of memory while loading, describing and writing: std::bad_alloc comes out, and nothing is left behind.
+// Running out of memory while loading, describing and writing: std::bad_alloc is thrown, and nothing leaks.
 
 #include <gtest/gtest.h>
 
@@ -26,16 +26,16 @@ void ExpectNoLeak(const std::string& text, const char* row) {
 
 }  // namespace
 
-TEST(AllocationFailures, OfALoadLeaveNothingBehind) { ExpectNoLeak(support::ReadFile(kExample), "good file"); }
+TEST(AllocationFailures, OfALoadLeakNothing) { ExpectNoLeak(support::ReadFile(kExample), "good file"); }
 
-TEST(AllocationFailures, OfAFaultyLoadLeaveNothingBehind) {
+TEST(AllocationFailures, OfAFaultyLoadLeakNothing) {
   ExpectNoLeak(
       parse::WithDevice("IRLenght='1' Pin='x' Name='&x' Name=''", "text<Pakage/><SysIO/><EBR Name='' Column='0 to 1'/>"),
       "faulty file");
   ExpectNoLeak("<DeviceDatabase>\n<Family>\n</Familie>", "broken file");
 }
 
-TEST(AllocationFailures, OfReadingAFileLeaveNothingBehind) {
+TEST(AllocationFailures, OfReadingAFileLeakNothing) {
   const support::CountedParser counted;
   const std::string path = kExample;
   const long live = support::LiveAllocations();
@@ -63,7 +63,7 @@ TEST(AllocationFailures, OfWritingGiveNoText) {
   EXPECT_GT(failures, 100);
 }
 
-TEST(AllocationFailures, OfDescribingLeaveNothingBehind) {
+TEST(AllocationFailures, OfDescribingLeakNothing) {
   const support::CountedParser counted;
   const plddb::LoadResult loaded = plddb::LoadDescriptions(kExample);
   FamilyList& family = parse::FirstFamily(loaded.database);

@@ -78,7 +78,7 @@ TEST(CanonicalForm, WrapsStartTagsByGroups) {
   const std::string name(68, 'x');
   const struct {
     const char* what;
-    std::string attributes;  // as they are given and, but for their line ends, written
+    std::string attributes;  // as given and, except for line ends, as written
   } rows[] = {
       {"100 columns fit", "Name=\"" + name + "xxxxxxxxxx\""},
       {"a value that is too long for a line", "Name=\"" + name + name + "\"\n            CodeName=\"c\""},

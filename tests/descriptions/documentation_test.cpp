@@ -1,4 +1,4 @@
-// docs/descriptions.md tells no lies.
+// docs/descriptions.md is true.
 
 #include <gtest/gtest.h>
 

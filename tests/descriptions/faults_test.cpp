@@ -81,7 +81,7 @@ TEST(Faults, UnknownElementsStandWithWhatWasExpected) {
        {"2:1: unknown element \"Package\" in Family: expected Device, Operation, ProgrammingMode or BScanControl"}},
       {WithDevice("", "<Ebr><Entry/></Ebr>"), {"4:1: unknown element \"Ebr\" in Device" + inDevice + "; did you mean EBR?"}},
       {WithDevice("", "<Package><Package/></Package>"), {"4:10: unknown element \"Package\" in Package: expected Adapter"}},
-      {WithDevice("", "<SysIO Name='a'><SysIO/></SysIO>"), {"4:17: unknown element \"SysIO\" in SysIO: expected none there"}},
+      {WithDevice("", "<SysIO Name='a'><SysIO/></SysIO>"), {"4:17: unknown element \"SysIO\" in SysIO: expected none here"}},
       {"<DeviceDatabase/>\n<DeviceDatabase/>", {"2:1: too many DeviceDatabase elements: expected 1 at most"}},
       {"<DeviceDatabase><ns:Family/></DeviceDatabase>",
        {"1:17: unknown element \"ns:Family\" in DeviceDatabase: expected Family"}},
@@ -166,7 +166,7 @@ TEST(Faults, AFilesEbrBlocksCountAtMostAMillionEntries) {
   EXPECT_EQ(FaultsOf(WithDevice("", blocks)), Texts{});
   const std::string more = "<EBR Name='more' BitName='1'/>";
   const std::string text = WithDevice("", blocks + more);
-  EXPECT_EQ(FaultsOf(text), Texts{At(text, more) + "the EBR blocks up to here count more than 1000000 entries"});
+  EXPECT_EQ(FaultsOf(text), Texts{At(text, more) + "the EBR blocks up to here have more than 1000000 entries"});
 }
 
 TEST(Faults, AttributesComeOnce) {
@@ -257,7 +257,7 @@ TEST(Faults, ReferencesAreThoseOfXmlItself) {
       {WithDevice("Name='&#65'"), {"3:7: unknown reference \"&#65\"" + kReferenceHint}},
       {WithDevice("Name='&#X41;'"), {"3:7: unknown reference \"&#X41\"" + kReferenceHint}},
       {WithDevice("Name='a<b'"), {"3:8: '<' within a value: expected &lt;"}},
-      // in the first value, in the last, in one of several, and behind a '>' or the other quote
+      // in the first value, in the last, in one of several, and after a '>' or the other quote
       {WithDevice("Name='a>&b' Vendor=''"), {"3:9: unknown reference \"&b\"" + kReferenceHint}},
       {WithDevice("Name='a' Vendor='b&c'"), {"3:19: unknown reference \"&c\"" + kReferenceHint}},
       {WithDevice("Name='<' CodeName=\"a'&b\" Vendor='c>'"),
@@ -288,14 +288,14 @@ TEST(Faults, BrokenXmlIsOneFault) {
       {"<?xml version='1.0'\n<DeviceDatabase/>", {"1:1: this declaration is not closed: expected ?>"}},
       {"<!DOCTYPE DeviceDatabase [\n<DeviceDatabase/>", {"1:1: this document type is malformed or not closed"}},
       {"<DeviceDatabase><Family></Family x></DeviceDatabase>", {"1:34: malformed end tag: expected </NAME>"}},
-      {"<DeviceDatabase>\n<", {"2:1: no tag starts here: expected a name behind '<'"}},
-      {"<DeviceDatabase><!ELEMENT a></DeviceDatabase>", {"1:17: no tag starts here: expected a name behind '<'"}},
-      {"<DeviceDatabase>\n  < Family/></DeviceDatabase>", {"2:3: no tag starts here: expected a name behind '<'"}},
+      {"<DeviceDatabase>\n<", {"2:1: no tag starts here: expected a name after '<'"}},
+      {"<DeviceDatabase><!ELEMENT a></DeviceDatabase>", {"1:17: no tag starts here: expected a name after '<'"}},
+      {"<DeviceDatabase>\n  < Family/></DeviceDatabase>", {"2:3: no tag starts here: expected a name after '<'"}},
   });
 }
 
 TEST(Faults, TheTextIsUtf8WithoutControlCharacters) {
-  const std::string notUtf8 = " is not UTF-8: the file has to be saved in UTF-8";
+  const std::string notUtf8 = " is not UTF-8: save the file as UTF-8";
   const std::string control = ": XML does not allow it";
   Check({
       {WithDevice("Name='caf\xE9'"), {"3:10: byte 0xE9" + notUtf8}},

@@ -172,7 +172,7 @@ TEST(Fields, AnAttributeSetsItsOwnFieldAloneAndABackup) {
   }
 }
 
-TEST(Fields, ABackupStandsRightBelowItsWorkingValueAndIsOfItsKind) {
+TEST(Fields, ABackupIsRightBelowItsWorkingValueAndIsOfItsKind) {
   const std::set<std::string> expected = {"jtagDeviceIDBackup", "DeviceIDMaskBackup", "BackupARCHLength",    "BackupARCHRow",
                                           "BackupELength",      "BackupERow",         "BackupAddressLength", "BackupDataLength",
                                           "BackupFuseNumber",   "BackupPON",          "AlgOptions"};

@@ -17,7 +17,7 @@ using parse::WithDevice;
 
 constexpr std::size_t kTenMegabytes = 10000000;
 constexpr std::size_t kMegabyte = 1000000;  // enough to show what takes more than linear time
-constexpr std::size_t kMostFaults = 10001;  // with the one that says that there are more
+constexpr std::size_t kMostFaults = 10001;  // including the one that reports that there are more
 
 std::string Repeated(const std::string& part, std::size_t count) {
   std::string text;
@@ -32,7 +32,7 @@ std::string Nested(const std::string& name, std::size_t depth) {
   return Repeated("<" + name + ">", depth) + Repeated("</" + name + ">", depth);
 }
 
-const std::string kTooMany = "too many faults: the rest of them is not listed";
+const std::string kTooMany = "too many faults: the rest is not listed";
 
 }  // namespace
 
@@ -160,7 +160,7 @@ TEST(HostileFiles, HugeTextsLoad) {
 TEST(HostileFiles, EbrCountsDoNotMultiplyTheFile) {
   const auto faults = FaultsOf(WithDevice("", Repeated("<EBR Name='' BitName='65535'/>", 100000)));
   EXPECT_EQ(faults.size(), kMostFaults);
-  EXPECT_NE(faults.front().find("the EBR blocks up to here count more than 1000000 entries"), std::string::npos);
+  EXPECT_NE(faults.front().find("the EBR blocks up to here have more than 1000000 entries"), std::string::npos);
 }
 
 TEST(HostileFiles, EveryPartOfAGoodFileIsFaultyOrLoads) {

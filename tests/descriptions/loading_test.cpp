@@ -124,7 +124,7 @@ TEST(Loading, ReadsFlags) {
   EXPECT_FALSE(FirstDevice(Parsed(WithDevice("DisableDeviceSTAPLSupport=\"false\""))).GetDisableDeviceSTAPLSupport());
 }
 
-TEST(Loading, TextsAreWhatXmlSaysTheyAre) {
+TEST(Loading, TextsAreReadAsXmlDefinesThem) {
   const struct {
     const char* attribute;
     const char* text;
@@ -315,7 +315,7 @@ TEST(Loading, AnEbrBlockMayListItsEntriesOrHaveNone) {
   EXPECT_EQ(blocks[3].Name, "");
 }
 
-TEST(Loading, RecordElementsStandBehindTheRecordsOfTheTexts) {
+TEST(Loading, RecordElementsFollowTheRecordsOfTheTexts) {
   const DeviceListOwner database = Parsed(WithDevice(R"(ListControlReg1BitName="N;A;B;" ListPersistent_fuseAddress="A;1;"
       ListControlReg0Frequency="F;2;" ListControlStatusBitName="N;DONE;" MultibootCfgAddr="1 2" MultibootAutoAdd="3")",
                                                      R"(

@@ -1,4 +1,4 @@
-// The elements of a file beside its database: as they were written, each with its place.
+// The elements of a file, in addition to its database: as written, each with its place.
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ TEST(Outline, HoldsElementsAndAttributesAsTheyWereWrittenAndWhereTheyStand) {
     const char* expected;
   } rows[] = {
       {"the root alone", "<DeviceDatabase/>", "<DeviceDatabase 1:1>"},
-      {"behind a declaration and a comment", "<?xml version=\"1.0\"?>\n<!-- <Family> -->\n  <DeviceDatabase />",
+      {"after a declaration and a comment", "<?xml version=\"1.0\"?>\n<!-- <Family> -->\n  <DeviceDatabase />",
        "<DeviceDatabase 3:3>"},
       {"a byte order mark does not count", "\xEF\xBB\xBF<DeviceDatabase/>", "<DeviceDatabase 1:1>"},
       {"attributes in file order", "<DeviceDatabase Version='1'\n  Comment = \"two\"/>",
@@ -115,7 +115,7 @@ void ExpectDescribedAsWritten(DeviceList& database, const std::string& what) {
   }
 }
 
-TEST(Describe, SaysOfARecordWhatIsWrittenOfIt) {
+TEST(Describe, GivesWhatIsWrittenOfARecord) {
   for (const char* const path : {PLDDB_DATA_DIR "/xilinx.xml", PLDDB_TEST_DIR "/descriptions/every_list.xml"}) {
     const plddb::LoadResult loaded = plddb::LoadDescriptions(path);
     ASSERT_NE(loaded.database, nullptr) << path;
@@ -126,7 +126,7 @@ TEST(Describe, SaysOfARecordWhatIsWrittenOfIt) {
   }
 }
 
-TEST(Describe, TakesADeviceThatStandsInNoFamily) {
+TEST(Describe, TakesADeviceThatIsInNoFamily) {
   FamilyList family;
   family.SetName("F");
   DeviceInfo device(family);

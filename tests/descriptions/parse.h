@@ -20,7 +20,7 @@ inline DeviceListOwner Parsed(std::string_view text) {
   return result.database != nullptr ? std::move(result.database) : MakeDeviceList();
 }
 
-/// The faults of `text` as "LINE:COLUMN: TEXT"; a database beside them fails the test.
+/// The faults of `text` as "LINE:COLUMN: TEXT"; a database in addition fails the test.
 inline std::vector<std::string> FaultsOf(std::string_view text) {
   const plddb::LoadResult result = plddb::ParseDescriptions(text, "a.xml");
   EXPECT_EQ(result.database == nullptr, !result.faults.empty()) << "a database, or faults";

@@ -1,4 +1,4 @@
-// plddb.xsd, the schema of description files, says what the loader knows. That validators understand it is tested with the
+// plddb.xsd, the schema of description files, agrees with the loader. That validators understand it is tested with the
 // tool.
 
 #include <gtest/gtest.h>
@@ -51,7 +51,7 @@ std::string TypeOf(const Field& field) {
   return field.need == Need::NotEmpty ? "notEmpty" : types.at(field.kind);
 }
 
-/// Attribute names, and what the schema says of them: "TYPE", or "TYPE required".
+/// Attribute names, and their definition in the schema: "TYPE", or "TYPE required".
 using Attributes = std::map<std::string, std::string>;
 
 Attributes AttributesOf(const FieldTable& fields) {

@@ -7,7 +7,7 @@
 
 namespace words {
 
-/// The words of letters, digits and underscores in `text` that stand right between `before` and `after`.
+/// The words of letters, digits and underscores in `text` that are right between `before` and `after`.
 inline std::set<std::string> Between(std::string_view text, std::string_view before, std::string_view after) {
   static constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
   std::set<std::string> words;

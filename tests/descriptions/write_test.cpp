@@ -1,4 +1,4 @@
-// Writing descriptions: what comes back, and what is left out.
+// Writing descriptions: what is loaded again, and what is left out.
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ TEST(WriteDescriptions, GivesFilesThatLoadAsAnEqualDatabaseAndAreWrittenAlikeAga
   }
 }
 
-/// Sets what a file cannot say the lack of.
+/// Sets the values whose absence a file cannot express.
 void SettleForWriting(DeviceList& database) {
   for (int f = 0; FamilyList* const family = database.GetFamily(f); ++f) {
     for (int d = 0; DeviceInfo* const device = family->GetDevice(d); ++d) {
@@ -73,7 +73,7 @@ TEST(WriteDescriptions, LeavesOutDefaultsAndWhatAReaderDerives) {
       {"options that equal the mode", R"(<Device Comm="JTAG" AlgOptions="JTAG"/>)", R"(<Device Comm="JTAG"/>)"},
       {"options that differ", R"(<Device AlgOptions="x" Comm="JTAG"/>)", R"(<Device Comm="JTAG" AlgOptions="x"/>)"},
       {"a width that is not set", R"(<Device DataLength="512"/>)", R"(<Device DataLength="512"/>)"},
-      {"a width of its own", R"(<Device DataLength="512" BitstreamColWidth="8"/>)",
+      {"its own width", R"(<Device DataLength="512" BitstreamColWidth="8"/>)",
        R"(<Device DataLength="512" BitstreamColWidth="8"/>)"},
       {"address ranges", R"(<Device listAddressRange="R; A0-A7 ; ;B;"/>)", R"(<Device listAddressRange=";A0-A7; ;B;"/>)"},
       {"empty entries", R"(<Device SysIOList='"A" " " "B"'/>)",
@@ -106,7 +106,7 @@ TEST(WriteDescriptions, MarksOffWhatXmlReserves) {
       {"&amp;", "&amp;amp;"},
       {"<&>\"'\n\t;", "&lt;&amp;&gt;&quot;'&#10;&#9;;"},
       {"\xC3\xA9\xE2\x82\xAC", "\xC3\xA9\xE2\x82\xAC"},
-      {"\x7F", "\x7F"},
+      {"\x7F", "&#127;"},           // written so that a terminal shows it without harm
       {" two  blanks ", " two  blanks "},
       {"]]>", "]]&gt;"},
       {"--", "--"},

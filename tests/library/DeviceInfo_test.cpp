@@ -63,7 +63,7 @@ TEST(SetComm, WritesAlgOptionsToo) {
   device.record.SetComm("JTAG");
   EXPECT_STREQ(device.record.GetComm(), "JTAG");
   EXPECT_STREQ(device.record.GetAlgOptions(), "JTAG");
-  EXPECT_NE(device.record.GetComm(), device.record.GetAlgOptions()) << "each field holds a copy of its own";
+  EXPECT_NE(device.record.GetComm(), device.record.GetAlgOptions()) << "each field holds its own copy";
 }
 
 TEST(SetComm, AlgOptionsSetAfterwardsAreKept) {
@@ -125,7 +125,7 @@ TEST(SetComm, BothFieldsChangeOrNeither) {
                                                             EXPECT_STREQ(device.record.GetComm(), "DUAL");
                                                             EXPECT_STREQ(device.record.GetAlgOptions(), "fast");
                                                           });
-  EXPECT_GE(failures, 2) << "each field holds a copy of its own";
+  EXPECT_GE(failures, 2) << "each field holds its own copy";
   EXPECT_STREQ(device.record.GetComm(), "JTAG");
   EXPECT_STREQ(device.record.GetAlgOptions(), "JTAG");
 }
@@ -177,7 +177,7 @@ TEST(GetBitstreamColWidth, AnswersTheDataLengthWhileTheWidthIsZero) {
       {INT_MIN, 512, INT_MIN},   //
       {INT_MAX, 512, INT_MAX},   //
       {0, 0x7FFFFFFF, INT_MAX},  //
-      {0, 0x80000000, INT_MIN},  // the data length as it stands, all 32 bits
+      {0, 0x80000000, INT_MIN},  // the data length unchanged, all 32 bits
       {0, 0xFFFFFFFF, -1},       //
   };
   for (const auto& row : cases) {

@@ -154,7 +154,7 @@ TEST(FamilyDevices, InsertNewDeviceMakesItThePosthCountedFromOne) {
                                                 {INT_MIN, "A B C"}});
 }
 
-TEST(FamilyDevices, AddNewDevicePutsItBehindThePosthCountedFromOne) {
+TEST(FamilyDevices, AddNewDevicePutsItAfterThePosthCountedFromOne) {
   ExpectInserted(&FamilyList::AddNewDevice, {{0, "new A B C"},
                                              {1, "A new B C"},
                                              {2, "A B new C"},
@@ -367,7 +367,7 @@ TEST(FamilyDevices, DeleteDeviceUnlinksTheFirstOfTheCodeNameIgnoringCase) {
       {"null argument", {"A", nullptr, ""}, nullptr, -1},
       {"empty argument, empty code name", {"A", ""}, "", 1},
       {"empty argument, no code name", {"A", nullptr}, "", -1},
-      {"no code name is passed over", {nullptr, "A"}, "A", 1},
+      {"no code name is skipped", {nullptr, "A"}, "A", 1},
       {"the longest text", {"A", longest.c_str()}, longestUpper.c_str(), 1},
       {"a longer code name counts as empty", {"A", tooLong.c_str()}, "", 1},
       {"a longer code name is not what it is", {longest.c_str(), tooLong.c_str()}, longest.c_str(), 0},

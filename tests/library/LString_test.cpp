@@ -150,7 +150,7 @@ TEST(LStringCuts, ANullSourceCountsAsEmptyAndANullTargetIsLeftAlone) {
   }
 }
 
-TEST(LStringCuts, WriteNothingBehindTheTerminatingZero) {
+TEST(LStringCuts, WriteNothingAfterTheTerminatingZero) {
   char left[] = "########";
   LString().Left(left, "abcdef", 2);
   EXPECT_EQ(std::string(left, sizeof left), std::string("ab\0#####\0", sizeof left));

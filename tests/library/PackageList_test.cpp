@@ -112,7 +112,7 @@ TEST(PackageList, GetPackageByTypeIsTheFirstOfExactlyThisType) {
     const char* type;
     int position;
   } cases[] = {
-      {"TQ144", 1}, {"TQ100", 2},  {"tq100", 3},   {"TQ1000", 5}, {"", 6},  // the first one passed over has no type at all
+      {"TQ144", 1}, {"TQ100", 2},  {"tq100", 3},   {"TQ1000", 5}, {"", 6},  // the first skipped one has no type at all
       {"TQ10", -1}, {"Tq100", -1}, {"TQ100 ", -1}, {nullptr, -1},
   };
   for (const auto& row : cases) {
@@ -124,7 +124,7 @@ TEST(PackageList, GetPackageByTypeIsTheFirstOfExactlyThisType) {
 TEST(PackageList, TheJDFSearchesReadTheFirstPackageWithThisJDF) {
   PackageList list;
   const Row packages[] = {
-      {"TQ208", nullptr, "P-0", "S0"},       // without JDF: passed over
+      {"TQ208", nullptr, "P-0", "S0"},       // without JDF: skipped
       {"TQ100", "a.jdf", "P-1", "S1"},       //
       {"TQ144", "b.jdf", nullptr, nullptr},  // the texts that are asked for may be missing
       {"TQ100", "a.jdf", "P-3", "S3"},       //
@@ -224,7 +224,7 @@ TEST(PackageListCopy, ANullSourceGivesAnEmptyList) {
   EXPECT_EQ(copy.GetPackageCount(), 0);
 }
 
-TEST(PackageListCopy, CopyPackageListAppendsBehindThePackagesHeld) {
+TEST(PackageListCopy, CopyPackageListAppendsAfterThePackagesHeld) {
   PackageList source;
   for (const char* const type : {"A", "B"}) Add(source, {type, nullptr, nullptr, nullptr});
   PackageList target;

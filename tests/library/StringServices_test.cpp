@@ -52,7 +52,7 @@ TEST(UtilStrncpy, ItsLastArgumentHasNoMeaning) {
   }
 }
 
-TEST(UtilStrncpy, WritesNothingBehindTheTerminatingZero) {
+TEST(UtilStrncpy, WritesNothingAfterTheTerminatingZero) {
   char buffer[] = "########";
   util_strncpy(buffer, "abcdef", 2, 0);
   EXPECT_EQ(std::string(buffer, sizeof buffer), std::string("ab\0#####\0", sizeof buffer));
@@ -136,7 +136,7 @@ TEST(LetterCase, LettersAreTheSame26InEveryLocale) {
   });
 }
 
-TEST(LetterCase, AStringIsConvertedBehindAZeroToo) { EXPECT_EQ(UpperString(std::string("a\0b", 3)), std::string("A\0B", 3)); }
+TEST(LetterCase, AStringIsConvertedAfterAZeroToo) { EXPECT_EQ(UpperString(std::string("a\0b", 3)), std::string("A\0B", 3)); }
 
 TEST(LetterCase, NullIsLeftAlone) {  // coming back is the whole of it
   char* const none = nullptr;
@@ -144,7 +144,7 @@ TEST(LetterCase, NullIsLeftAlone) {  // coming back is the whole of it
   strlwr(none);
 }
 
-TEST(FindSubString, GivesTheFirstPositionAtOrBehindTheStart) {
+TEST(FindSubString, GivesTheFirstPositionAtOrAfterTheStart) {
   const struct {
     const char* text;
     const char* sub;

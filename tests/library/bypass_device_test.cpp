@@ -34,7 +34,7 @@ const std::vector<SpecialText>& SpecialTexts() {
 
 bool Holds(const Modes& modes, int mode) { return std::find(modes.begin(), modes.end(), mode) != modes.end(); }
 
-/// What the table says of a device with these texts; null for none.
+/// The row of the table for a device with these texts; null for none.
 bool Expected(const char* family, const char* codeName, const char* name, int mode) {
   for (const SpecialText& special : SpecialTexts()) {
     if (family != nullptr && family == std::string(special.text) && Holds(special.asFamily, mode)) return true;

@@ -551,7 +551,7 @@ TEST(CreatingSetters, AFailedAllocationKeepsTheRecordsStoredSoFar) {
 }
 
 TEST(CreatingSetters, ThePersistentFusesStayWhereTheTextCannotBeReadAtAll) {
-  const std::string text = ";1;2;" + std::string(100, ' ');  // too long for a copy without memory of its own
+  const std::string text = ";1;2;" + std::string(100, ' ');  // too long for a copy without an allocation
   Device device;
   device.record.SetListPersistent_fuseAddress(";7;8;9;");
   {

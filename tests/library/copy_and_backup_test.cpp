@@ -270,7 +270,7 @@ TEST(DeviceCopy, ThatFailsPartWayReleasesWhatItHadBuilt) {
                                                             EXPECT_EQ(left, live);
                                                             EXPECT_EQ(ShowAll(DeviceFields(), *source), before);
                                                           });
-  EXPECT_GT(failures, 50) << "texts, lists, packages: each has memory of its own";
+  EXPECT_GT(failures, 50) << "texts, lists, packages: each has its own memory";
   const long left = support::LiveAllocations();
   EXPECT_EQ(left, live);
 }

@@ -52,7 +52,7 @@ DeviceListOwner DatabaseOf(const std::vector<const char*>& names) {
   return database;
 }
 
-/// The first families of `database` are equal to those of `source`, as many as there are behind the first `skipped`.
+/// The first families of `database` are equal to those of `source`, as many as there are after the first `skipped`.
 void ExpectStartsLike(const DeviceList& database, int skipped, const DeviceList& source) {
   for (int i = 0; FamilyList* const family = database.GetFamily(skipped + i); ++i) {
     ASSERT_NE(source.GetFamily(i), nullptr);
@@ -348,7 +348,7 @@ TEST(DatabaseAssignment, OfEveryRandomTreeMakesTheTargetEqualToIt) {
 
 // Merge
 
-TEST(DatabaseMerge, AppendsBehindTheFamiliesHeld) {
+TEST(DatabaseMerge, AppendsAfterTheFamiliesHeld) {
   const DeviceListOwner source = DatabaseOf({"B", "C"});
   const DeviceListOwner target = DatabaseOf({"A"});
   EXPECT_EQ(target->AddNewDeviceList(source.get()), target.get());

@@ -127,7 +127,7 @@ TEST(DatabaseWalk, TheSixteenBitCountOfAFamilyBoundsItsDevices) {
   ExpectAllFind(tree, "none");  // 65,536 count as none
 
   Findable(support::AddDevice(tree.AddFamily()));
-  ExpectAllFind(tree, "1.0");  // the family behind it is visited
+  ExpectAllFind(tree, "1.0");  // the family after it is visited
 
   family.NewDevice();
   ExpectAllFind(tree, "0.0");  // 65,537 count as one

@@ -133,8 +133,8 @@ TEST(SetListControlEBRBitName, AnAbsurdCountEndsInBadAllocAtOnce) {
   }
 }
 
-// Up to the bound the system decides whether there is memory; beyond it, nobody is asked. The allocation fails here, so that no
-// row needs any.
+// Up to the limit the system decides whether there is memory; beyond it, the system is not asked. The allocation fails here, so
+// that no row needs any.
 TEST(SetListControlEBRBitName, OnlyCountsAboveTheBoundAreRefusedUnasked) {
   const struct {
     const char* count;
@@ -327,7 +327,7 @@ TEST(SetListControlEBRAddress, StepsWhereTheColumnsStartAgain) {
       {"2", "0 to 7", "2147483647 to 2147483647", {INT_MAX, INT_MIN}},        // wraps around
       {"2", "0 to 7", "-2147483648 to -2147483648", {INT_MIN, INT_MIN + 1}},  //
       {"2", "0 to 7", "2147483648 to 2147483649", {INT_MIN, INT_MIN + 1}},    //
-      {"2", "0 to 7", "9", {0, 1}},       // no "to": from 0, the end is behind the first character
+      {"2", "0 to 7", "9", {0, 1}},       // no "to": from 0, the end is read after the first character
       {"2", "0 to 7", "7-9", {0, -1}},    //
       {"2", "0 to 7", "", {0, 1}},        //
       {"2", "0 to 7", "to 3", {0, 1}},    //

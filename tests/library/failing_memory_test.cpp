@@ -124,14 +124,14 @@ const std::vector<Row> kOtherRows = {
     {"PackageList::PackageList(PackageList*)", [](T& t) { const PackageList copy(&t.packages); }, kUnchanged},
 };
 
-/// The same of the functions that stand in a header.
+/// The same for the functions that are in a header.
 const std::vector<Row> kHeaderRows = {
     {"MakeDeviceList()", [](T&) { MakeDeviceList(); }, kUnchanged},
     {"CopyDeviceList(DeviceList&)", [](T& t) { CopyDeviceList(*t.database); }, kUnchanged},
     {"AssignDeviceList(DeviceList&, DeviceList&)", [](T& t) { AssignDeviceList(*t.database, *t.other); }, kFamiliesSoFar},
 };
 
-/// Whether a list that is to become `after` has got some way: its first elements are new, and behind them stand the old ones,
+/// Whether a list that is to become `after` has got some way: its first elements are new, and after them come the old ones,
 /// or nothing.
 bool IsOnTheWay(const std::vector<std::string>& before, const std::vector<std::string>& now,
                 const std::vector<std::string>& after) {
@@ -222,7 +222,7 @@ TEST(FailingMemory, LosesNothingAndKeepsTheGuaranteeOfEachOperation) {
   for (const Row& row : AllRows()) ExpectGuarantee(row);
 }
 
-TEST(FailingMemory, LosesNothingInWhatTheHeadersOfferBesides) {
+TEST(FailingMemory, LosesNothingInTheOtherFunctionsOfTheHeaders) {
   for (const Row& row : kHeaderRows) ExpectGuarantee(row);
 }
 

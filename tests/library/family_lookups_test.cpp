@@ -344,7 +344,7 @@ TEST(FamilyAndDatabase, DifferInANullCodeName) {
   EXPECT_EQ(tree->GetDeviceWithCodeName(kNull), nullptr);
 }
 
-TEST(FamilyAndDatabase, DifferInANullCodeNameBesideAnAccessMode) {
+TEST(FamilyAndDatabase, DifferInANullCodeNameWithAnAccessMode) {
   const SampleTree tree;
   DeviceInfo* const device = tree.AddDevice().CodeName("").Comm("JTAG");
   EXPECT_EQ(tree->GetFamily(0)->GetDeviceWithCodeName("JTAG", kNull), device);
@@ -370,7 +370,7 @@ TEST(FamilyAndDatabase, DifferInMaskAndZeroOfIdentifiers) {
   EXPECT_EQ(tree->GetDeviceWithCommAndID("JTAG", 0x45), nullptr);
 }
 
-TEST(FamilyAndDatabase, DifferInTheVendorBesideACodeName) {
+TEST(FamilyAndDatabase, DifferInTheVendorWithACodeName) {
   const SampleTree tree;
   tree.AddDevice().CodeName("A").Vendor("Other");
   DeviceInfo* const device = tree.AddDevice().CodeName("A").Vendor("Quorel");

@@ -49,7 +49,7 @@ class SmallTexts {
   std::mt19937 engine_;
 };
 
-// Whether there is an ISP device of a count
+// Whether an ISP device has a count
 
 TEST(GetDeviceCommISPWithFuseMap, TellsWhetherAnISPDeviceHasExactlyThisCount) {
   const SampleTree tree;

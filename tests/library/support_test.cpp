@@ -15,7 +15,7 @@ struct alignas(64) Wide {
   char bytes[64];
 };
 
-/// Keeps the compiler from leaving out an allocation that nobody looks at.
+/// Keeps the compiler from removing an unused allocation.
 bool Look(const void* memory) {
   const void* const volatile seen = memory;
   return seen != nullptr;

@@ -130,7 +130,7 @@ TEST(QuotedList, DeliversTheItemsBetweenPairsOfQuotes) {
       {R"("A")", {"A"}},
       {R"("Erase", "Program" , "Verify")", {"Erase", "Program", "Verify"}},
       {R"("A""B")", {"A", "B"}},
-      {R"(x "A" y "B" z)", {"A", "B"}},  // what stands outside is skipped
+      {R"(x "A" y "B" z)", {"A", "B"}},  // text outside is ignored
       {R"("Erase" "" "Verify")", {"Erase"}},
       {R"("A" " " "C")", {"A", "", "C"}},  // blanks only: an empty item, and the list goes on
       {R"("A" "B)", {"A"}},                // no closing quote
@@ -279,10 +279,10 @@ TEST(ParseRange, CutsAtTheFirstTo) {
       {"to 5", 0, 5},
       {"5 to", 5, 0},
       {"1 to 2 to 3", 1, 2},  // only the first one counts
-      {"1 too 2", 1, 0},      // and wherever it stands
+      {"1 too 2", 1, 0},      // and wherever it is
       {"stop 4", 0, 0},       // "s" and "p 4"
       {"ttto 4", 0, 4},       //
-      {"1 TO 2", 0, 0},       // exact case; without "to" the last is read behind the first character
+      {"1 TO 2", 0, 0},       // exact case; without "to" the last is read after the first character
       {"12", 0, 2},           //
       {"x12", 0, 12},         //
       {"7", 0, 0},            //

@@ -84,10 +84,10 @@ std::vector<std::string> SemicolonItems(const std::string& text) {
   for (;;) {
     // Nothing left to work on: the end.
     if (IsEmpty(working)) return items;
-    // The rest is what stands behind the first semicolon, or all of it when there is none.
+    // The rest is the text after the first semicolon, or all of it without one.
     const int p = Find(working, ';');
     const Buffer rest = Right(working, Length(working) - 1 - p);
-    // The raw item is what stands before the next semicolon; none means an empty item.
+    // The raw item is the text before the next semicolon; without one it is empty.
     const int q = Find(rest, ';');
     Buffer item = Left(rest, q);
     // An empty raw item ends the list. Blanks have not been trimmed yet.
@@ -106,15 +106,15 @@ std::vector<std::string> QuotedItems(const std::string& text) {
   if (text.empty()) return items;
   Buffer working = CopyOf(text);
   for (;;) {
-    // The candidate is what stands behind the first quote, or all of it when there is none.
+    // The candidate is the text after the first quote, or all of it without one.
     const int p = Find(working, '"');
     const Buffer candidate = Right(working, Length(working) - 1 - p);
-    // The raw item is what stands before the next quote; none means an empty item.
+    // The raw item is the text before the next quote; without one it is empty.
     const int q = Find(candidate, '"');
     Buffer item = Left(candidate, q);
     // An empty raw item ends the list. Blanks have not been trimmed yet.
     if (IsEmpty(item)) return items;
-    // Go on behind the closing quote, without leading blanks.
+    // Continue after the closing quote, without leading blanks.
     working = Right(candidate, Length(candidate) - 1 - q);
     TrimLeft(working);
     TrimLeft(item);
@@ -132,7 +132,7 @@ int ToNumber(const std::string& text) {
 
 Range ToRange(const std::string& text) {
   const Buffer whole = CopyOf(text);
-  // Cut at the first "to", wherever it stands.
+  // Cut at the first "to", wherever it is.
   const int p = FindTo(whole);
   Buffer after = Right(whole, Length(whole) - 2 - p);
   Buffer before = Left(whole, p);

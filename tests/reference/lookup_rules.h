@@ -21,7 +21,7 @@ class WorkBuffer {
   char argument_[1024] = "";
 };
 
-/// A device as the lookups see it that compare a carried-over text, and beside it a key exactly.
+/// A device as seen by the lookups that compare a carried-over text, and also a key exactly.
 struct CarriedDevice {
   const char* text;
   const char* key;
@@ -36,7 +36,7 @@ bool AcceptsIdentifier(const char* comm, unsigned int mask, unsigned int isp, un
 /// Whether an identifier is accepted without a mask.
 bool AcceptsWholeIdentifier(const char* comm, unsigned int isp, unsigned int jtag, unsigned int id);
 
-/// The text that stands for a full name in comparisons.
+/// The text that is compared for a full name.
 std::string NormalFullName(const std::string& fullName);
 
 /// Whether `entityName` is the entity name of a package with this backup ordering number (null for none).

@@ -139,7 +139,7 @@ std::string LinesWith(const std::string& text, const std::vector<const char*>& m
 /// some FPGAs do have more than 32 bits of IR.
 constexpr const char* kHarmless[] = {"gdb services need one or more targets defined", ": huge IR length 38"};
 
-/// The lines of the log in which OpenOCD is not content with the chain; its exit code is 0 all the same.
+/// The lines of the log in which OpenOCD complains about the chain; its exit code is 0 anyway.
 std::string Complaints(const std::string& log) {
   std::string complaints;
   for (const std::string& line : Lines(LinesWith(log, {"Warn :", "Error:"}))) {
@@ -213,7 +213,7 @@ std::vector<std::string> TableOfAccepted(const Chain& chain) {
   return rows;
 }
 
-// --- OpenOCD alone: what it leaves to plddb, and what it says of a wrong configuration --------------------------------------
+// --- OpenOCD alone: what it leaves to plddb, and what it prints for a wrong configuration ----------------------------------
 
 TEST(OpenOcd, SeesThatADeviceWithoutIdcodeIsThereButNotWhichOne) {
   const std::string log = LogOfOpenOcd({"", {Known("XC9572XL", kVersion5), WithoutIdcode(), Known("XC7A35T")}});

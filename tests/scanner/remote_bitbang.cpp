@@ -39,7 +39,7 @@ bool SendAll(int connection, std::string_view text) {
   return true;
 }
 
-/// Until the other end says good-bye or is gone.
+/// Until the other end quits or disconnects.
 void ServeConnection(int connection, SimulatedChain& chain) {
   char buffer[4096];
   for (bool goes_on = true; goes_on;) {

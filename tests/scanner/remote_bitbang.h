@@ -11,7 +11,7 @@
 
 namespace scanner {
 
-/// Obeys `commands` in order and appends what they answer to `answer`. False when the other end says good-bye; the rest is
+/// Runs `commands` in order and appends their output to `answer`. False when the other end quits; the rest is
 /// not looked at then.
 ///
 ///   '0' to '7'            sets TCK (4), TMS (2) and TDI (1)
@@ -21,7 +21,7 @@ namespace scanner {
 ///   'Q'                   good-bye
 bool Obey(std::string_view commands, SimulatedChain& chain, std::string& answer);
 
-/// Serves a chain to one OpenOCD after the other on the loopback interface, by a thread of its own.
+/// Serves a chain to one OpenOCD after the other on the loopback interface, in its own thread.
 class RemoteBitbangServer {
  public:
   explicit RemoteBitbangServer(const std::vector<TapDescription>& devices);  ///< Listens when it returns.

@@ -40,7 +40,7 @@ std::string Answer(SimulatedChain& chain, const std::string& commands) {
   return answer;
 }
 
-/// A client of the server, and what it has to say.
+/// A client of the server, and its requests.
 class Client {
  public:
   explicit Client(int port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
@@ -58,7 +58,7 @@ class Client {
     EXPECT_EQ(send(socket_, commands.data(), commands.size(), MSG_NOSIGNAL), static_cast<ssize_t>(commands.size()));
   }
 
-  /// What the server answers until it has said `count` characters, or closes the connection.
+  /// The answer of the server, up to `count` characters or until it closes the connection.
   std::string Hear(std::size_t count) {
     std::string answer;
     for (char c; answer.size() < count && recv(socket_, &c, 1, 0) == 1;) answer += c;
@@ -100,7 +100,7 @@ TEST(RemoteBitbang, EndsWithQ) {
 
 TEST(RemoteBitbangServer, ServesOneClientAfterTheOther) {
   const RemoteBitbangServer server(OneDevice());
-  for (const char* good_bye : {"Q", ""}) {  // OpenOCD may say so, or be killed
+  for (const char* good_bye : {"Q", ""}) {  // OpenOCD may send it, or be killed
     Client client(server.port());
     client.Say(kResetAndShiftDr + kRead32Bits + good_bye);
     EXPECT_EQ(client.Hear(32), scanner::Bits(kIdcode, 32)) << "row: " << good_bye;

@@ -40,7 +40,7 @@ TapDescription WithoutIdcode() {
   return description;
 }
 
-TEST(TapState, GoesWhereTheStandardSays) {
+TEST(TapState, FollowsTheStandard) {
   const struct {
     S start;
     const char* tms;

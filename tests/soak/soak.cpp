@@ -1,4 +1,4 @@
-// Does the whole life of a database over and over, and fails when anything is left behind.
+// Repeats the whole life of a database, and fails if memory leaks.
 //
 //   plddb_soak CYCLES [rss]
 //

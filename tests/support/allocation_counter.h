@@ -60,7 +60,7 @@ long ForEachFailingAllocation(Operation operation, AfterFailure afterFailure) {
   }
 }
 
-/// The same without checks of its own after each failure.
+/// The same without its own checks after each failure.
 template <typename Operation>
 long ForEachFailingAllocation(Operation operation) {
   return ForEachFailingAllocation(operation, [] {});

@@ -41,7 +41,7 @@ std::vector<CarriedTextCase> Cases() {
       {"the empty text", {{{"A", "X"}, {"", "X"}}}, "X", "", 1},
       {"the first text is empty", {{{nullptr, "Y"}, {nullptr, "X"}}}, "X", "", 1},
       {"the first text is no other", {{{nullptr, "X"}}}, "X", "A", -1},
-      {"a device without text stands under the last one", {{{"A", "Y"}, {nullptr, "X"}}}, "X", "a", 1},
+      {"a device without text is compared under the last one", {{{"A", "Y"}, {nullptr, "X"}}}, "X", "a", 1},
       {"... not under the next one", {{{nullptr, "X"}, {"A", "X"}}}, "X", "A", 1},
       {"... nor under the empty one", {{{"A", "Y"}, {nullptr, "X"}}}, "X", "", -1},
       {"it is carried any number of times", {{{"A", "Y"}, {nullptr, "Y"}, {nullptr, nullptr}, {nullptr, "X"}}}, "X", "A", 3},

@@ -8,7 +8,7 @@
 
 /// \file
 /// The lookups of a database and of a family that compare a name or code name ignoring case, carried over from device to
-/// device, and beside it a key exactly: the access mode, or the type of a package. One rule, checked for each of them.
+/// device, and a key exactly: the access mode, or the type of a package. One rule, checked for each of them.
 
 namespace support {
 

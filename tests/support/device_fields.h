@@ -14,7 +14,7 @@ using DeviceField = Field<DeviceInfo>;
 /// All fields of a device in declaration order. The samples of the lists of objects (packages, I/O entries) append.
 const std::vector<DeviceField>& DeviceFields();
 
-/// A record, and a family of its own for it to be linked to.
+/// A record and its own family to link it to.
 struct Device {
   FamilyList family;
   DeviceInfo record{family};

@@ -14,7 +14,7 @@ long AllocationsOf(Operation operation) {
   return AllocationCount() - before;
 }
 
-/// ForEachFailingAllocation for an operation that changes a target: every run starts from a target of its own, which `make()`
+/// ForEachFailingAllocation for an operation that changes a target: every run starts from its own target, which `make()`
 /// makes (as a smart pointer) while no allocation fails. `afterFailure(target)` runs after each std::bad_alloc that came out;
 /// the target is destroyed afterwards in any case. Returns how often std::bad_alloc came out.
 template <typename Make, typename Operation, typename AfterFailure>

@@ -17,7 +17,7 @@
 
 namespace support {
 
-/// The row of this name; a test failure, and the first row, when there is none.
+/// The row of this name; without one, a test failure and the first row.
 template <class Record>
 const Field<Record>& FieldNamed(const std::vector<Field<Record>>& fields, const std::string& name) {
   for (const auto& field : fields) {
@@ -83,7 +83,7 @@ void ExpectFullWidths(const std::vector<Field<Record>>& fields, Make make) {
   });
 }
 
-/// Setting one field changes no other, but for the one that its row names.
+/// Setting one field changes no other, except the one that its row names.
 template <class Record, class Make>
 void ExpectIndependence(const std::vector<Field<Record>>& fields, Make make) {
   for (const auto& changed : fields) {
@@ -133,7 +133,7 @@ void ExpectEmptyTextRule(const std::vector<Field<Record>>& fields, Make make) {
   });
 }
 
-/// The record keeps a copy of its own, of a text of any length.
+/// The record keeps its own copy, of a text of any length.
 template <class Record, class Make>
 void ExpectPrivateCopies(const std::vector<Field<Record>>& fields, Make make) {
   ForEachFieldOf<TextField<Record>>(fields, [&](const auto& field, const auto& text) {
@@ -187,7 +187,7 @@ void ExpectFailedSetsChangeNothing(const std::vector<Field<Record>>& fields, Mak
 
 // Copies.
 
-/// Every field of `copy` holds what its row says it takes from `source`; fields that are never copied show their default.
+/// Every field of `copy` holds the value that its row takes from `source`; fields that are never copied have their default.
 /// Fields whose name is `except` are the caller's.
 template <class Record>
 void ExpectCopied(const std::vector<Field<Record>>& fields, Record& source, Record& copy, const std::string& except = "") {

@@ -6,7 +6,7 @@
 
 namespace support {
 
-/// Tells when it dies.
+/// Reports its destruction.
 class Mortal : public LObject {
  public:
   Mortal(int id, std::vector<int>& deaths) : id_(id), deaths_(deaths) {}

@@ -15,7 +15,7 @@
 
 namespace support {
 
-/// A text with the ordinary pair of accessors. The three values say what a row does otherwise.
+/// A text with the ordinary pair of accessors. The three values are what a row may change.
 template <class Record>
 struct TextField {
   void (Record::*set)(const char*);

@@ -44,7 +44,7 @@ SampleDevice AddDevice(FamilyList& family);
 /// Appends `count` empty devices.
 void AddDevices(FamilyList& family, int count);
 
-/// More devices than a family's 16-bit count can tell: it answers 0.
+/// More devices than fit into a family's 16-bit count: it returns 0.
 inline constexpr int kUncountedDevices = 65'536;
 
 /// The names of the family's devices in order, "A B C".
@@ -63,7 +63,7 @@ class SampleTree {
   FamilyList& AddFamily(const char* name = nullptr) const;
   SampleDevice AddDevice() const;  ///< Appends a device to the last family.
 
-  /// Where a device stands, "<family>.<device>" with 0-based positions; "none" for null.
+  /// The position of a device, "<family>.<device>" with 0-based positions; "none" for null.
   std::string PlaceOf(const DeviceInfo* device) const;
 
  private:

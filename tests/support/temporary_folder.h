@@ -8,7 +8,7 @@
 
 namespace support {
 
-/// A folder of its own that goes with the test.
+/// A new folder that is removed after the test.
 class TemporaryFolder {
  public:
   TemporaryFolder() {

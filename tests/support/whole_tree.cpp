@@ -7,7 +7,7 @@
 namespace support {
 namespace {
 
-/// The elements of a list as it is shown: "[a, {b, c}]" gives a and {b, c}. What is no list is one element.
+/// The elements of a list as it is shown: "[a, {b, c}]" gives a and {b, c}. A text that is not a list is one element.
 std::vector<std::string> ElementsOf(const std::string& shown) {
   if (shown.front() != '[') return {shown};
   std::vector<std::string> elements;
@@ -22,7 +22,7 @@ std::vector<std::string> ElementsOf(const std::string& shown) {
     if (c == '[' || c == '{') ++depth;
     const bool ends = depth == 1 && (c == ',' || c == ']');
     if (ends && i > start) elements.push_back(shown.substr(start, i - start));
-    if (ends) start = i + 2;  // behind the blank
+    if (ends) start = i + 2;  // after the blank
     if (c == ']' || c == '}') --depth;
   }
   return elements;

@@ -59,7 +59,7 @@ template <> inline LString& WholeTree::Get() { return helper; }
 using TreeState = std::map<std::string, std::vector<std::string>>;
 
 /// The places are the fields of the first database's families and devices, the families of each database as a whole, and the
-/// single objects. What the scratch list of EBR entries holds is brought to light by filing it as a block.
+/// single objects. The scratch list of EBR entries is read by storing it as a block.
 TreeState StateOf(WholeTree& tree);
 
 // Calls of members by their address, with arguments that make them do something.
@@ -93,7 +93,7 @@ std::tuple<Values...> MakeArguments(WholeTree& tree, std::tuple<Values...>*) {
   return std::tuple<Values...>{AnyArgument<Values>::Make(tree)...};
 }
 
-/// Calls `member` of the tree's object of its class. `within` gets the bare call, for which all arguments stand ready.
+/// Calls `member` of the tree's object of its class. `within` gets the bare call, whose arguments are all prepared.
 template <auto member, class Within>
 void CallMember(WholeTree& tree, Within within) {
   auto& object = tree.Get<decltype(ClassOf(member))>();

@@ -1,4 +1,4 @@
-// What has no end of its own: input, and the memory that a command may take.
+// Limits of input, and of the memory that a command takes.
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,7 @@ TEST(Bounds, AnEndlessDescriptionEndsWithAMessage) {
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // these need more address space than any limit
-TEST(Bounds, MemoryThatRunsOutIsToldWhateverTheForm) {
+TEST(Bounds, RunningOutOfMemoryIsReportedInEveryForm) {
   const std::string folder = kData;
   for (const char* const command : {"show XC9572XL --json --db", "list --json --db", "find XC9572XL --json --db",
                                     "check --json", "check --format sarif", "identify 0x59604093 --json --db"}) {

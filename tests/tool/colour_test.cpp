@@ -24,7 +24,7 @@ TEST(Colour, IsForTerminalsThatShowIt) {
       {{"TERM="}, kPlainError},
       {{"-u", "TERM"}, kPlainError},
       {{"TERM=xterm", "NO_COLOR=1"}, kPlainError},
-      {{"TERM=xterm", "NO_COLOR=0"}, kPlainError},  // whatever it says
+      {{"TERM=xterm", "NO_COLOR=0"}, kPlainError},  // whatever its value
       {{"TERM=xterm", "NO_COLOR="}, kRedError},     // empty is as if not set
   };
   for (const auto& row : rows) {
@@ -42,7 +42,7 @@ TEST(Colour, OfOneStreamDoesNotFollowFromTheOther) {
   EXPECT_EQ(ToolAtTerminal({"TERM=xterm"}, {"identfy"}, AtTerminal::kOutput), "");
 }
 
-TEST(Colour, IsOnlyInTheWordThatSaysHowBadItIs) {
+TEST(Colour, IsOnlyInTheWordForTheSeverity) {
   const std::string file = PLDDB_TEST_DIR "/tool/data/broken.xml";
   const std::string plain = RunTool({"list", "--db", file}).err;
   std::string coloured = ToolAtTerminal({"TERM=xterm"}, {"list", "--db", file}, AtTerminal::kMessages);

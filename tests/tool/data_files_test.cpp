@@ -40,7 +40,7 @@ class DataFiles : public testing::Test {
                     "\" Comm=\"JTAG\" jtagDeviceID=\"0x0ABCD043\" DeviceIDScanMask=\"0x0FFFFFFF\"/></Family></DeviceDatabase>");
   }
 
-  /// Runs the installed command. In every word @ stands for the folder.
+  /// Runs the installed command. In every word @ is replaced by the folder.
   ToolRun Run(const std::string& environment, const std::string& arguments) const {
     Texts command = {"-i"};
     for (const std::string& word : Words(environment)) command.push_back(word);
@@ -76,7 +76,7 @@ Texts BeforeShipped(Texts files) {
   return files;
 }
 
-TEST_F(DataFiles, AreTheShippedOnesWhereNobodyNamesAny) {
+TEST_F(DataFiles, AreTheShippedOnesIfNoneAreNamed) {
   for (const char* const environment : {"", "HOME=@/home", "HOME=", "HOME=@/missing", "XDG_CONFIG_HOME=", "PLDDB_PATH=",
                                         "PLDDB_PATH=:", "XDG_CONFIG_HOME=@/missing", "PLDDB_PATH=@/home/empty"}) {
     EXPECT_EQ(Files(environment), kShipped) << "row: " << environment;

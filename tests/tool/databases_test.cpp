@@ -24,7 +24,7 @@ TEST(Databases, AreTheInstalledDescriptionsWhenNoneIsNamed) {
   EXPECT_EQ(FirstDevice(run), "XC9572XL");
 }
 
-TEST(Databases, AreFoundBesideTheProgramWhereverItStands) {
+TEST(Databases, AreFoundNextToTheProgramWhereverItIs) {
   const TemporaryFolder stage;
   fs::create_directories(stage.path() / "bin");
   fs::create_directories(stage.path() / "share/plddb");

@@ -1,5 +1,5 @@
 // Running out of memory, at each allocation in turn: std::bad_alloc comes out, for main to tell; what was written is nothing or
-// all, and nothing is left behind.
+// all, and nothing leaks.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -75,7 +75,7 @@ template <typename Operation>
 Outcome FailEachAllocation(Operation operation) {
   Redirected out(stdout);
   Redirected messages(stderr);
-  operation();  // what is kept until the process ends is there from now on
+  operation();  // objects kept until the process ends exist from now on
   const std::string whole = out.Take();
   Outcome outcome;
   const long live = support::LiveAllocations();
@@ -100,8 +100,8 @@ void Expect(const Outcome& outcome, const std::string& row) {
   EXPECT_EQ(outcome.left_behind, 0) << "row: " << row;
 }
 
-// Not where values of the JSON library are involved: it ends the program where it takes memory and there is none.
-TEST(FailingMemory, OfARunWritesNothingOrAllAndLeavesNothingBehind) {
+// Not where values of the JSON library are involved: it ends the program if it runs out of memory.
+TEST(FailingMemory, OfARunWritesNothingOrAllAndLeaksNothing) {
   const std::string ids = " --db " + kLong + " 0x0ABCD043 0x1ABCD143 0x0ABCC043 0x8765432 0x00000000 0x12345677";
   const std::string faulty = kData + "check/";
   const std::string rows[] = {
@@ -129,7 +129,7 @@ TEST(FailingMemory, OfARunWritesNothingOrAllAndLeavesNothingBehind) {
   for (const std::string& line : rows) Expect(FailEachAllocationOf(line), line);
 }
 
-TEST(FailingMemory, OfReadingAScanWritesNothingOrAllAndLeavesNothingBehind) {
+TEST(FailingMemory, OfReadingAScanWritesNothingOrAllAndLeaksNothing) {
   for (const char* const file : {"openocd_log_bypass.txt", "openocd_log_and_table.txt", "urjtag_detect.txt"}) {
     for (const char* const format : {"text", "tsv", "openocd"}) {
       const std::string line = "identify --db " + kLong + " --scan " + kData + "scans/" + file + " --format " + format;

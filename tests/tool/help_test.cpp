@@ -1,4 +1,4 @@
-// What the tool says of itself: help, version, near names of subcommands, and the manual page.
+// What the tool prints about itself: help, version, near names of subcommands, and the manual page.
 
 #include <gtest/gtest.h>
 
@@ -38,7 +38,7 @@ std::vector<std::string> Options(const std::string& help) {
   return options;
 }
 
-/// The manual page by its sections, the text of each behind its title, as it is read: "\-" is '-'.
+/// The manual page by its sections, the text of each after its title, as it is read: "\-" is '-'.
 std::string SectionOfManual(const std::string& title) {
   std::string page = support::ReadFile(kManualPage);
   for (std::size_t at; (at = page.find("\\-")) != page.npos;) page.erase(at, 1);
@@ -60,7 +60,7 @@ std::string UpperCase(std::string text) {
   return text;
 }
 
-TEST(Help, OfASubcommandIsWhatItsHelpOptionSays) {
+TEST(Help, OfASubcommandIsThatOfItsHelpOption) {
   EXPECT_GE(Subcommands().size(), 7U);
   for (const std::string& subcommand : Subcommands()) {
     const ToolRun run = RunTool({"help", subcommand});
@@ -94,7 +94,7 @@ TEST(Help, NamesWhatAMisspeltSubcommandMayHaveMeant) {
   }
 }
 
-TEST(Subcommands, AreArgumentsBehindTheFirst) {
+TEST(Subcommands, AreArgumentsAfterTheFirst) {
   const std::string keys = PLDDB_TEST_DIR "/tool/data/keys.xml";
   for (const char* const argument : {"list", "help", "show", "complete"}) {
     EXPECT_EQ(RunTool({"show", "--db", keys, argument}).err, "plddb: nothing found\n") << "row: " << argument;

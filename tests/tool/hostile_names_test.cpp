@@ -1,4 +1,4 @@
-// Nothing from outside reaches a terminal as it is: file names and what is in files, in every command and every form.
+// No text from outside reaches a terminal unchanged: file names and the contents of files, in every command and every form.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ using Arguments = std::vector<std::string>;
 
 const std::string kHostileName = "a\033[31m\x9B\xC2\x9B\xE2\x80\xAE\x7F\r\nforged.xml:1:1: error: no.xml";
 
-// What XML can say of it; "\xE2\x80\xAE" turns the direction of writing.
+// The form in XML; "\xE2\x80\xAE" turns the direction of writing.
 const std::string kHostileValue = "V&#x9B;31m\xE2\x80\xAE&#x2028;&#127;&#10;forged: 1";
 
 std::string Devices(const std::string& value) {

@@ -32,7 +32,7 @@ TEST(OpenOcdFormat, DeclaresTheTapsNearestTdoFirst) {
        "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093 -ignore-version\n"
        "jtag newtap xc7a35t tap -irlen 6 -expected-id 0x0362d093 -ignore-version\n"},
       {"0x59604093 0x4BAFF477",
-       "# Not whole: the IR length is not known at position 1.\n"
+       "# Incomplete: the IR length is not known at position 1.\n"
        "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093 -ignore-version\n"
        "# jtag newtap unknown1 tap -irlen ? -expected-id 0x4baff477  give --ir 1=LENGTH\n"},
       {"0x59604093 0x4BAFF477 --ir 1=4",
@@ -65,7 +65,7 @@ TEST(OpenOcdFormat, DeclaresTheTapsNearestTdoFirst) {
        "jtag newtap xc9572xl tap -irlen 8 -expected-id 0x59604093 -ignore-version\n"},
       {"--scan " + kData + "scans/openfpgaloader_detect.txt",  // counts from TDI, and leaves out versions
        "# Scan: openFPGALoader --detect, 3 TAPs, nearest TDI first\n"
-       "# Not whole: the IR length is not known at position 1.\n"
+       "# Incomplete: the IR length is not known at position 1.\n"
        "# position 1: the scan shows IR length 4, perhaps a guess; take it with --ir 1=4 or --trust-ir\n"
        "# The lines are in the order nearest TDO first: the last position is the first line.\n"
        "jtag newtap xc7a35t tap -irlen 6 -expected-id 0x0362d093 -ignore-version\n"
@@ -103,7 +103,7 @@ TEST(TsvFormat, HasALineForEachPositionAndAlwaysTheSameColumns) {
       "length\torder\ttool\tkind\thint\tmaker\tmisread";
   const struct {
     std::string arguments;
-    const char* line;  // the first behind the head
+    const char* line;  // the first after the head
   } cases[] = {
       {"0x59604093",
        "0\t0x59604093\tknown\tXC9572XL\tXC9572XL\tXC9500XL\t8\t0xFE\t0xFF\tCS48 PC44 TQ100 VQ44 VQ64\t"

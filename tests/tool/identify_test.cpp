@@ -32,7 +32,7 @@ bool Contains(const std::string& text, const std::string& part) { return text.fi
 
 // --- What it prints ---------------------------------------------------------------------------------------------------------
 
-TEST(Identify, ShowsAChainAsATableWithTheUnknownIdBehindIt) {
+TEST(Identify, ShowsAChainAsATableWithTheUnknownIdAfterIt) {
   const ToolRun run = RunTool(Identify(kSampleChain));
   EXPECT_EQ(run.out,
             "position  id          device    family         IR length  IDCODE  BYPASS  packages\n"
@@ -96,7 +96,7 @@ TEST(Identify, NamesTheFileOfEachCandidateWhenThereAreSeveralDatabases) {
       << run.out;
 }
 
-TEST(Identify, SaysDashForWhatIsNotKnown) {
+TEST(Identify, ShowsADashForUnknownValues) {
   const struct {
     const char* id;
     const char* line;  // blanks between the columns as one
@@ -135,7 +135,7 @@ TEST(Identify, AddsUpTheIrLengthsThatAreKnown) {
   }
 }
 
-TEST(Identify, ListsAllThatMatchTheMostExactFirstAndSaysWhy) {
+TEST(Identify, ListsAllMatchesTheMostExactFirstWithReasons) {
   const ToolRun run = RunTool(Identify({"--db", kData + "exactness.xml", "--comm", "DUAL", "0x51234043"}));
   EXPECT_EQ(run.out,
             "position  id          device  family  IR length  IDCODE  BYPASS  packages\n"
@@ -153,7 +153,7 @@ TEST(Identify, ListsAllThatMatchTheMostExactFirstAndSaysWhy) {
             "    LOW     Loose   8          low byte only (DUAL)  5\n");
 }
 
-TEST(Identify, SaysWhenOnlyALowByteAgrees) {
+TEST(Identify, ReportsWhenOnlyALowByteAgrees) {
   const struct {
     const char* arguments;
     const char* note;
@@ -212,7 +212,7 @@ TEST(IdentifyIrLengths, OfTheUserCountInsteadOfTheDescriptions) {
       {"0x0484A093", "IR length of the chain: 6 bits; another device that matches would change it at position 0\n"},
       {"0x0484A093 --ir 0=6", "IR length of the chain: 6 bits\n"},
       {"0x0484A093 --ir 0=5", "  position 0: --ir gives IR length 5, but XCKU9P has 6; XCR3064XL has 5\n"},
-      {"0x4BAFF477 --ir 0=4", "IRLength=\"4\""},  // in what is to be pasted
+      {"0x4BAFF477 --ir 0=4", "IRLength=\"4\""},  // in the text to paste
   };
   for (const auto& c : cases) {
     const ToolRun run = RunTool(Words(std::string("identify ") + c.arguments));
@@ -270,7 +270,7 @@ TEST(IdentifyJson, KeepsToItsSchema) {
   }
 }
 
-TEST(IdentifyJson, SaysNullForWhatTheFileDoesNotSay) {
+TEST(IdentifyJson, GivesNullForWhatTheFileLeavesOut) {
   const Json chain = IdentifyAsJson({"--db", kData + "access_modes.xml", "0x01237043", "0x01238043"});
   EXPECT_EQ(chain[0]["match"]["name"], nullptr);
   EXPECT_EQ(chain[0]["match"]["codeName"], "nameless");
@@ -370,7 +370,7 @@ TEST(IdentifyJson, AnswersWhatTheLibraryAnswers) {
 
 // --- Ids --------------------------------------------------------------------------------------------------------------------
 
-TEST(IdentifyIds, AreEightHexDigitsOrAnyNumberOfThemBehind0x) {
+TEST(IdentifyIds, AreEightHexDigitsOrAnyNumberOfThemAfter0x) {
   const struct {
     const char* text;
     const char* id;
@@ -478,7 +478,7 @@ TEST(Identify, ExitsWith0WhenAllIsKnownAnd1WhenSomeIdIsNot) {
   }
 }
 
-TEST(Identify, ExitsWith2AndSaysWhyWhenTheUsageIsWrong) {
+TEST(Identify, ExitsWith2AndTheReasonWhenTheUsageIsWrong) {
   const struct {
     const char* arguments;
     const char* message;  // a part of it
@@ -490,7 +490,7 @@ TEST(Identify, ExitsWith2AndSaysWhyWhenTheUsageIsWrong) {
       {"identify --scan - 0x59604093", "--scan"},
       {"identify --json --format tsv 0x59604093", "--json"},
       {"identify --format yaml 0x59604093", "yaml"},
-      {"identify --format openocd --comm ISP 0x141", "ISP identifiers are no IDCODEs"},
+      {"identify --format openocd --comm ISP 0x141", "ISP identifiers are not IDCODEs"},
       {"identify --comm SPI 0x59604093", "SPI"},
       {"identify --comm jtag 0x59604093", "jtag"},
       {"identify --comm", "--comm"},

@@ -65,7 +65,7 @@ TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhoIsShadowed) {
     families += std::string(family->GetName()) + " ";
   EXPECT_EQ(families, "First Second Other Other ");
   EXPECT_EQ(run.err,
-            "plddb: warning: family Other is there more than once; only the first answers by its name\n"
+            "plddb: warning: family Other exists more than once; only the first is found by its name\n"
             "plddb: warning: PLD1234A (Second, device 1 of family 2) is not found by its name: PLD1234A (First, device 1 of "
             "family 1) answers\n"
             "plddb: warning: PLD1234A (Other, device 1 of family 3) is not found by its name: PLD1234A (First, device 1 of "

@@ -15,13 +15,13 @@
 
 namespace run_tool_detail {
 
-/// The descriptions of whoever runs the tests are none of theirs.
+/// The tests do not read the descriptions of the user who runs them.
 inline const bool kNoOwnDescriptions =
     unsetenv("PLDDB_PATH") == 0 && setenv("XDG_CONFIG_HOME", "/nonexistent", 1) == 0;  // NOLINT(concurrency-mt-unsafe)
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-/// A temporary file without a name: unlike a pipe, it takes any amount while nobody reads.
+/// A temporary file without a name: unlike a pipe, it takes any amount without a reader.
 inline File TemporaryFile(const std::string& content) {
   File file(std::tmpfile(), std::fclose);
   if (file == nullptr) throw std::runtime_error("no temporary file");

@@ -89,7 +89,7 @@ TEST(Scan, TakesOverNamesAndIrLengths) {
   }
 }
 
-TEST(Scan, PassesOverWhatStandsAroundTheToolsWords) {
+TEST(Scan, IgnoresTheTextAroundTheToolsWords) {
   const std::string found = "tap/device found: 0x59604093 (mfg: 0x049 (Xilinx), part: 0x9604, ver: 0x5)";
   const std::string bits = "01011001011000000100000010010011";
   const std::string cases[] = {
@@ -114,7 +114,7 @@ TEST(Scan, PassesOverWhatStandsAroundTheToolsWords) {
   for (const std::string& text : cases) EXPECT_EQ(Ids(text), Texts{"0x59604093"}) << "row: " << text;
 }
 
-TEST(Scan, TakesTheIdcodesOfADetectionOnlyBehindBlanksOrATime) {
+TEST(Scan, TakesTheIdcodesOfADetectionOnlyAfterBlanksOrATime) {
   const struct {
     const char* before;
     bool is_taken;
@@ -129,7 +129,7 @@ TEST(Scan, TakesTheIdcodesOfADetectionOnlyBehindBlanksOrATime) {
   }
 }
 
-TEST(Scan, TakesTheLastOfSeveralReportsAndSaysSo) {
+TEST(Scan, TakesTheLastOfSeveralReportsAndReportsIt) {
   const std::string a = "JTAG tap: a.tap tap/device found: 0x59604093 (\nJTAG tap: b.tap tap/device found: 0x0362d093 (\n";
   const std::string b = "JTAG tap: a.tap tap/device found: 0x06e5e093 (\n";
   const std::string table = " 0 a.tap Y 0x59604093 0x00000000 8 0x01 0x03\n 1 b.tap Y 0x0362d093 0x00000000 6 0x01 0x03\n";
@@ -212,7 +212,7 @@ TEST(Scan, TellsOfAFailureThoughATableFollows) {
   }
 }
 
-TEST(Scan, SaysNothingOfLengthsThatAgree) {
+TEST(Scan, ReportsNothingForLengthsThatAgree) {
   const ToolRun run = RunTool({"identify", "--scan", kScans + "urjtag_detect.txt"});
   EXPECT_FALSE(Contains(run.out, "Notes:")) << run.out;
   EXPECT_TRUE(Contains(run.out, "IR length of the chain: 22 bits\n")) << run.out;

@@ -22,7 +22,7 @@ using Texts = std::vector<std::string>;
 const std::string kSchema = PLDDB_DATA_DIR "/../descriptions/plddb.xsd";
 const std::string kCorpus = PLDDB_TEST_DIR "/check/corpus";
 
-/// What no schema can say: which attributes and elements exclude or need each other.
+/// Rules that no schema can express: which attributes and elements exclude or need each other.
 const std::set<std::string> kBeyondASchema = {"load_ebr_column_without_number.xml", "load_ebr_in_both_forms.xml"};
 
 Texts FilesIn(const fs::path& folder) {

@@ -26,7 +26,7 @@ inline std::string SentToTerminal(const std::vector<std::string>& command, AtTer
                                                        is_output ? fileno(other.get()) : program_side});
   close(program_side);
   std::string sent;
-  for (char c; read(terminal, &c, 1) == 1;) {  // ends with an error once nobody has the other side
+  for (char c; read(terminal, &c, 1) == 1;) {  // ends with an error once the other side is closed
     if (c != '\r') sent += c;
   }
   close(terminal);

@@ -1,4 +1,4 @@
-// What plddb identify says of ids that no device answers to.
+// What plddb identify prints about ids that no device answers to.
 
 #include <gtest/gtest.h>
 

@@ -105,7 +105,7 @@ ExitCode Answer(const IdentifiedChain& identified, const Options& options) {
 
 ExitCode RunIdentify(const Options& options) {
   if (options.format == "openocd" && options.comm == "ISP") {
-    throw WrongUsage("--format openocd: ISP identifiers are no IDCODEs");
+    throw WrongUsage("--format openocd: ISP identifiers are not IDCODEs");
   }
   if (!options.expected.empty()) ExpectedNames(options.expected);  // before anything is read
   Scan scan = ReadChain(options.ids, options.scan, options.order);

@@ -79,7 +79,7 @@ Json Manufacturer(const IdcodeFields& fields, const char* vendor) {
           {"vendor", TextOrNull(vendor)}};
 }
 
-/// An explanation of an id that nobody answers to; null for a known one.
+/// An explanation of an id that no device answers to; null for a known id.
 Json Unknown(const IdentifiedChain& identified, const ChainPosition& position) {
   if (position.Match() != nullptr) return nullptr;
   const IdKind& kind = KindOf(identified.comm, position.id);

@@ -83,7 +83,7 @@ std::string NewTap(const IdentifiedChain& identified, std::size_t number, TakenN
 std::string Head(const IdentifiedChain& identified) {
   const std::string scan = identified.scan.format.empty() ? "" : Comment("Scan: " + ScanText(identified.scan));
   const std::string open = PositionsWhere(identified.chain, [](const auto& position) { return position.IrLength() == 0; });
-  return scan + (open.empty() ? "" : Comment("Not whole: the IR length is not known at " + open + "."));
+  return scan + (open.empty() ? "" : Comment("Incomplete: the IR length is not known at " + open + "."));
 }
 
 /// What a reader has to know of the order of the lines.
@@ -96,7 +96,7 @@ std::string OrderComment(End nearest) {
     case End::kAsPrinted:
       break;
   }
-  return Comment("The order of the scan is not known and taken as nearest TDO first; --order tdi turns it round.");
+  return Comment("The order of the scan is not known; nearest TDO first is assumed. --order tdi reverses it.");
 }
 
 }  // namespace

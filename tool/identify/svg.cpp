@@ -1,5 +1,5 @@
-// A drawing of the chain: TDI to TDO, a box a TAP, in as many rows as it needs. What is unknown has a dashed frame and the word
-// "unknown", what is ambiguous a double one and a star: neither needs colour.
+// A drawing of the chain from TDI to TDO: one box per TAP, in as many rows as needed. An unknown device has a dashed frame and
+// the word "unknown", an ambiguous one a double frame and a star: neither needs colour.
 
 #include <algorithm>
 

@@ -57,7 +57,7 @@ bool CandidatesDifferInIrLength(const ChainPosition& position) {
 
 /// "--ir 0=LENGTH --ir 2=LENGTH".
 std::string MissingOptions(const Chain& chain) {
-  constexpr std::size_t most = 2000;  // characters: nobody types more
+  constexpr std::size_t most = 2000;  // characters; a longer command line is not useful
   std::string options;
   for (std::size_t i = 0; i < chain.size() && options.size() < most; ++i) {
     if (HasNoIrLength(chain[i])) options += (options.empty() ? "--ir " : " --ir ") + std::to_string(i) + "=LENGTH";
