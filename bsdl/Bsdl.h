@@ -54,13 +54,16 @@ struct Piece {
   std::string_view text;
   Place place;
 };
+/// The pieces of a string, which & joins.
 using Pieces = std::vector<Piece>;
 
+/// A generic parameter.
 struct Generic {
   Word name;
   Pieces value;  ///< The default; none when there is no default.
 };
 
+/// Signals that are declared together.
 struct Port {
   std::vector<Word> names;
   Word mode;
@@ -68,11 +71,13 @@ struct Port {
   long length = 1;  ///< Of a bit_vector.
 };
 
+/// A pin map: a constant of the type PIN_MAP_STRING.
 struct PinMap {
   Word name;
   Pieces text;
 };
 
+/// An attribute statement.
 struct Attribute {
   Word name;
   Word of;                 ///< The entity or the (first) signal.
@@ -82,6 +87,7 @@ struct Attribute {
   std::vector<Word> list;  ///< The value, where it is a list in parentheses.
 };
 
+/// A file's entity: its statements, as they are written.
 struct Entity {
   Word name;
   std::vector<Generic> generics;
@@ -94,22 +100,26 @@ struct Entity {
 
 /// \name The facts, in file order. Names and bits are in upper case. A place of 0 means that the file does not state the fact.
 ///@{
+/// A text, and where it is.
 struct Text {
   std::string text;
   Place place;
 };
 
+/// A number, and where it is.
 struct Count {
   std::uint32_t value = 0;
   Place place;
 };
 
+/// An instruction and its codes.
 struct Instruction {
   Text name;
   std::vector<Text> codes;  ///< Bits 0, 1 and X, the bit nearest TDI first.
   bool isPrivate = false;
 };
 
+/// A register and the instructions that access it.
 struct Register {
   Text name;
   std::uint32_t length = 0;  ///< Bits; 0 where the file leaves it to the standard.
@@ -125,12 +135,17 @@ struct Programming {
   Place place;             ///< Of ISC_FLOW.
 };
 
+/// What the entity states about the device.
 struct Facts {
   Text entity;
-  Text defaultPinMap;             ///< Of PHYSICAL_PIN_MAP.
-  std::vector<Text> pinMaps;      ///< The names of the pin maps.
-  Text tdi, tdo, tms, tck, trst;  ///< The signals of the TAP.
-  double maximumTck = 0;          ///< Hz.
+  Text defaultPinMap;         ///< Of PHYSICAL_PIN_MAP.
+  std::vector<Text> pinMaps;  ///< The names of the pin maps.
+  Text tdi;
+  Text tdo;
+  Text tms;
+  Text tck;
+  Text trst;
+  double maximumTck = 0;  ///< Hz.
   Count instructionLength;
   Count boundaryLength;
   std::vector<Instruction> instructions;
@@ -190,6 +205,7 @@ struct Addition {
   std::string text;
   std::vector<Fault> faults;
 };
+/// The text with the families and devices of `import` added; `file` is the name that faults carry.
 Addition AddTo(const std::string& text, const std::string& file, const Import& import);
 
 /// The same for the file `path`, which is only read.

@@ -108,6 +108,7 @@ class ChainPosition {
   std::shared_ptr<const std::vector<Candidate>> candidates_;  // null: none; shared by equal ids
 };
 
+/// The positions of a chain, in the order of the scan.
 using Chain = std::vector<ChainPosition>;
 
 /// An unknown id's neighbour in a database.
@@ -188,6 +189,7 @@ struct IdcodeFields {
   unsigned int code;          ///< Bits 7 to 1: the code in its bank, without parity.
 };
 
+/// Splits an IDCODE into its fields.
 IdcodeFields SplitIdcode(unsigned int id);
 
 /// The maker with `code` (0x01 to 0x7E) in `bank` (from 0), for example "Xilinx"; empty if it is not assigned. As of JEP106BO.

@@ -22,6 +22,7 @@ namespace plddb::programming_files {
 /// \name What a file states
 ///@{
 
+/// What kind of file it is.
 enum class Format {
   kUnknown,  ///< No programming file that is known here; File::remark tells what it is instead, where that is seen.
   kJedec,
@@ -88,6 +89,7 @@ struct Padding {
   bool operator==(const Padding& other) const;
 };
 
+/// Something that a file tells of its device.
 struct Statement {
   Kind kind = Kind::kId;
   std::string text = {};    ///< As the file has it; of an id what it is, such as "IDCODE write".
@@ -110,6 +112,7 @@ struct Fault {
 /// "byte 12", "line 3".
 std::string ToText(const Place& place);
 
+/// What was read from a file.
 struct File {
   Format format = Format::kUnknown;
   bool isCompressed = false;               ///< It was unpacked first.
@@ -127,11 +130,13 @@ using Source = std::function<std::size_t(char* buffer, std::size_t size)>;
 /// \name Whether it fits
 ///@{
 
+/// Whether a file fits a position of a chain.
 enum class Fit { kFits, kFitsSeveral, kFitsNone, kUnknown };
 
 /// For scripts: "fits", "fits-several", "fits-none", "unknown".
 const char* ToText(Fit fit);
 
+/// Which devices a file can be for, and where it fits.
 struct Verdict {
   std::vector<const DeviceInfo*> devices = {};  ///< Those that the file can be for, most likely first. Lent by the databases.
   bool isKnown = false;                     ///< The devices are one device, or cannot be told apart by anything that counts.
@@ -144,6 +149,7 @@ struct Verdict {
 /// Reads programming files. Borrows the databases, which must not change while it lives.
 class Reader {
  public:
+  /// Borrows the databases, which must not change while it lives.
   explicit Reader(const std::vector<const DeviceList*>& databases);
   ~Reader();
   Reader(const Reader&) = delete;
@@ -151,7 +157,7 @@ class Reader {
 
   /// Reads a file. Its format is recognised by its content alone; gzip is unpacked.
   File Read(std::string_view bytes) const;
-  File Read(const Source& source) const;
+  File Read(const Source& source) const;  ///< The same, for what `source` gives.
 
   /// What `file` is for.
   Verdict Judge(const File& file) const;

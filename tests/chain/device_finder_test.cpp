@@ -42,6 +42,24 @@ TEST(DeviceFinder, FindsWhatTheLibraryFindsFirst) {
   }
 }
 
+TEST(DeviceFinder, AnswersManyIdsOverManyDevices) {
+  constexpr unsigned int devices = 50000;
+  const DeviceListOwner database(new DeviceList);
+  FamilyList* const family = database->NewFamily();
+  std::vector<const DeviceInfo*> byPart;
+  for (unsigned int part = 0; part < devices; ++part) {
+    DeviceInfo* const device = family->NewDevice();
+    support::SampleDevice(device).Name("A").Jtag(part << 12 | 0x057).Isp(0).Mask(0x0FFFFFFF);
+    byPart.push_back(device);
+  }
+  DeviceFinder finder({database.get()}, "JTAG");
+  for (unsigned int i = 0; i < 10000; ++i) {
+    const unsigned int part = i * 6 + i % 6;  // the last ones are unknown
+    const unsigned int id = (i % 16) << 28 | part << 12 | 0x057;
+    EXPECT_EQ(finder.Identify(id).Match(), part < devices ? byPart[part] : nullptr) << "row: " << id;
+  }
+}
+
 TEST(DeviceFinder, NumbersTheDatabasesOfItsCandidates) {
   const DeviceListOwner first = Database(0x59604093, 0, 0x0FFFFFFF);
   const DeviceListOwner empty(new DeviceList);
