@@ -25,8 +25,8 @@ Scan TakeScan(plddb::chain::ScanResult result, const std::string& name) {
   if (result.scan) return std::move(*result.scan);
   std::string lines;
   for (const plddb::chain::Fault& fault : result.faults) {
-    lines += (lines.empty() ? "" : "\n") + Printable(name) + ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column) +
-             ": error: " + fault.text;
+    lines += (lines.empty() ? "" : "\n") + Printable(name) + ":" + std::to_string(fault.line) + ":" +
+             std::to_string(fault.column) + ": error: " + fault.text;
   }
   throw Failure(lines + More(result.moreFaults));
 }

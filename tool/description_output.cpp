@@ -212,9 +212,7 @@ std::string LoadableText(const Sources& sources) {
 
 }  // namespace
 
-void WriteSources(const Sources& sources, const std::string& path) {
-  WriteDescriptionText(LoadableText(sources), path);
-}
+void WriteSources(const Sources& sources, const std::string& path) { WriteDescriptionText(LoadableText(sources), path); }
 
 void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (path.empty() || path == kStandardStream) return WriteOutput(text);

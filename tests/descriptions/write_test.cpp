@@ -106,7 +106,7 @@ TEST(WriteDescriptions, MarksOffWhatXmlReserves) {
       {"&amp;", "&amp;amp;"},
       {"<&>\"'\n\t;", "&lt;&amp;&gt;&quot;'&#10;&#9;;"},
       {"\xC3\xA9\xE2\x82\xAC", "\xC3\xA9\xE2\x82\xAC"},
-      {"\x7F", "&#127;"},           // written so that a terminal shows it without harm
+      {"\x7F", "&#127;"},  // written so that a terminal shows it without harm
       {" two  blanks ", " two  blanks "},
       {"]]>", "]]&gt;"},
       {"--", "--"},
