@@ -11,6 +11,14 @@
 namespace tool {
 namespace {
 
+/// Also keeps the outline and the text of the file.
+plddb::LoadResult LoadWithOutline(const std::string& path, Database& database) {
+  plddb::FileText read = plddb::ReadDescriptionFile(path);
+  if (!read.failure.empty()) return {nullptr, {{path, 1, 1, "cannot read the file: " + read.failure}}};
+  database.text = std::move(read.text);
+  return plddb::ParseDescriptions(database.text, path, &database.outline);
+}
+
 const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines outlines) {
   static auto& databases = *new std::vector<Database>();
   databases.clear();
@@ -19,7 +27,8 @@ const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines o
   for (const DataFile& file : files) {
     progress.Next(file.path);
     Database& database = databases.emplace_back();
-    plddb::LoadResult loaded = plddb::LoadDescriptions(file.path, outlines == Outlines::kYes ? &database.outline : nullptr);
+    plddb::LoadResult loaded =
+        outlines == Outlines::kYes ? LoadWithOutline(file.path, database) : plddb::LoadDescriptions(file.path);
     for (const plddb::Fault& fault : loaded.faults) faults += (faults.empty() ? "" : "\n") + plddb::ToString(fault);
     database.file = file.path;
     database.origin = file.origin;
