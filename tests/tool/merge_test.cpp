@@ -66,7 +66,7 @@ TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhatIsShadowed) {
     families += std::string(family->GetName()) + " ";
   EXPECT_EQ(families, "First Second Other Other ");
   const std::string other = kOtherKeys + ":";
-  for (const std::string& start : {kKeys + ":8:19: warning[name-shadowed]: ", other + "3:17: warning[family-shadowed]: ",
+  for (const std::string& start : {kKeys + ":12:19: warning[name-shadowed]: ", other + "3:17: warning[family-shadowed]: ",
                                    other + "4:19: warning[name-shadowed]: ", other + "4:39: warning[code-name-shadowed]: "}) {
     EXPECT_NE(("\n" + run.err).find("\n" + start), std::string::npos) << "row: " << start << "\n" << run.err;
   }
@@ -273,12 +273,12 @@ TEST(Export, ReportsWhatLookupsWillNotFind) {
     const char* families;
     const char* reported;
   } rows[] = {
-      {R"(<Family Name="A" AliasName="B"/><Family Name="B"/>)", "1:62: warning[family-shadowed]"},
-      {R"(<Family Name="A"/><Family Name="A"/>)", "1:48: warning[family-shadowed]"},
+      {R"(<Family Name="A" AliasName="B"/><Family Name="B"/>)", "1:63: warning[family-shadowed]"},
+      {R"(<Family Name="A"/><Family Name="A"/>)", "1:49: warning[family-shadowed]"},
       {R"(<Family/><Family AliasName="B"/>)", ""},  // without a name to be found by
-      {R"(<Family Name="A"><Device Name="D"/><Device Name="d"/></Family>)", "1:65: warning[name-shadowed]"},
+      {R"(<Family Name="A"><Device Name="D"/><Device Name="d"/></Family>)", "1:66: warning[name-shadowed]"},
       {R"(<Family Name="A"><!-- plddb: allow name-shadowed --><Device Name="D"/><Device Name="D"/></Family>)",
-       "1:100: warning[name-shadowed]"},  // allows it for the other device
+       "1:101: warning[name-shadowed]"},  // allows it for the other device
       {R"(<Family Name="A"><Device Name="D"/><!-- plddb: allow name-shadowed --><Device Name="D"/></Family>)", ""},
       {R"(<Family Name="A"><Device Name="D" IRLength="1" BypassInst="0xFF"/></Family>)", ""},  // for plddb check alone
   };
@@ -294,8 +294,7 @@ TEST(Export, ReportsWhatLookupsWillNotFind) {
 TEST(Export, ReportsNothingOfTheShippedFiles) {
   for (const auto& entry : fs::directory_iterator(PLDDB_DATA_DIR)) {
     if (entry.path().extension() != ".xml") continue;
-    const ToolRun run = RunTool({"export", entry.path().string(), "--output", "/dev/null/none"});
-    EXPECT_EQ(run.err.find("warning"), std::string::npos) << "row: " << entry.path() << "\n" << run.err;
+    EXPECT_EQ(RunTool({"export", entry.path().string()}).err, "") << "row: " << entry.path();
   }
 }
 
