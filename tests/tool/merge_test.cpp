@@ -280,7 +280,7 @@ TEST(Export, ReportsWhatLookupsWillNotFind) {
       {R"(<Family Name="A"><!-- plddb: allow name-shadowed --><Device Name="D"/><Device Name="D"/></Family>)",
        "1:101: warning[name-shadowed]"},  // allows it for the other device
       {R"(<Family Name="A"><Device Name="D"/><!-- plddb: allow name-shadowed --><Device Name="D"/></Family>)", ""},
-      {R"(<Family Name="A"><Device Name="D" IRLength="1" BypassInst="0xFF"/></Family>)", ""},  // for plddb check alone
+      {R"(<Family Name="A"><Device Name="D" BypassLength="2"/></Family>)", ""},  // for plddb check alone
   };
   for (const auto& row : rows) {
     std::ofstream(file) << "<DeviceDatabase>" << row.families << "</DeviceDatabase>";
