@@ -14,7 +14,7 @@ class Subcommand;
 /// What a run answers to the shell, the same for every subcommand.
 enum class ExitCode {
   kFound = 0,     ///< All that was asked for was found.
-  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check: there are findings.
+  kNotFound = 1,  ///< The question was understood; some of it has no answer. Of check, export and merge: there are findings.
   kFailed = 2,    ///< Wrong usage, or data that cannot be read.
 };
 

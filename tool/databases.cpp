@@ -12,9 +12,18 @@ namespace tool {
 namespace {
 
 /// Standard input gives its text once; when it is named again it is empty, which is a fault of that file.
-plddb::LoadResult LoadFile(const std::string& path, plddb::Outline* outline) {
-  if (path != kStandardStream) return plddb::LoadDescriptions(path, outline);
-  return plddb::ParseDescriptions(ReadInput(), path, outline);
+plddb::FileText TextOf(const std::string& path) {
+  if (path == kStandardStream) return {ReadInput(), ""};
+  return plddb::ReadDescriptionFile(path);
+}
+
+/// Also keeps the outline and the text of the file, where they are wanted.
+plddb::LoadResult LoadFile(const std::string& path, Database& database, Outlines outlines) {
+  plddb::FileText read = TextOf(path);
+  if (!read.failure.empty()) return {nullptr, {{path, 1, 1, "cannot read the file: " + read.failure}}};
+  if (outlines == Outlines::kNo) return plddb::ParseDescriptions(read.text, path);
+  database.text = std::move(read.text);
+  return plddb::ParseDescriptions(database.text, path, &database.outline);
 }
 
 const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines outlines) {
@@ -25,7 +34,7 @@ const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines o
   for (const DataFile& file : files) {
     progress.Next(file.path);
     Database& database = databases.emplace_back();
-    plddb::LoadResult loaded = LoadFile(file.path, outlines == Outlines::kYes ? &database.outline : nullptr);
+    plddb::LoadResult loaded = LoadFile(file.path, database, outlines);
     for (const plddb::Fault& fault : loaded.faults) faults += (faults.empty() ? "" : "\n") + plddb::ToString(fault);
     database.file = file.path;
     database.origin = file.origin;

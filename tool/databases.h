@@ -14,6 +14,7 @@ struct Database {
   DeviceListOwner devices;
   Origin origin = Origin::kShipped;
   plddb::Outline outline;  ///< The file's elements and their places, where they were asked for; else empty.
+  std::string text;        ///< The file's, likewise.
 };
 
 /// Whether the outlines of the files are wanted as well: they take time and memory.

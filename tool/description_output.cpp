@@ -4,16 +4,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <string_view>
 #include <system_error>
-#include <unordered_map>
 #include <utility>
 
 #include "Descriptions.h"
+#include "check_forms.h"
 #include "command.h"
 #include "data_files.h"
 #include "device_text.h"
@@ -68,126 +70,41 @@ class FileBeside {
   int descriptor_ = -1;
 };
 
-/// A device, and its place in the written file.
-struct Placed {
-  DeviceInfo* device;
-  int family;  // 1-based, as is the next
-  int position;
+using plddb::check::Finding;
+using plddb::check::Severity;
+
+/// The codes of values that the loader passes over or reads as others: a written file lacks them. An error is never meant so.
+constexpr std::string_view kLost[] = {
+    "list-unclosed", "list-after-empty", "list-outside", "list-label", "list-number",
+    "list-surplus",  "list-long",        "ebr-reversed", "ebr-width",  "ebr-rows",
 };
 
-/// Distinguishes two devices of one name: "XC9572XL (XC9500XL, device 2 of family 24)".
-std::string NameWithPlace(const Placed& placed) {
-  return DeviceName(*placed.device) + " (" + FamilyName(*placed.device) + ", device " + std::to_string(placed.position) +
-         " of family " + std::to_string(placed.family) + ")";
-}
-
-/// A warning if `found`, the result of a lookup for a key of `device`, is another device.
-std::string ShadowedDevice(const Placed& device, const std::string& what, const Placed* found) {
-  if (found == nullptr || found->device == device.device) return "";
-  return "plddb: warning: " + NameWithPlace(device) + " is not found by its " + what + ": " + NameWithPlace(*found) +
-         " answers\n";
-}
-
-/// The first device of each name, ignoring the case of ASCII letters.
-class FirstByText {
- public:
-  void Add(const char* text, const Placed& placed) {
-    if (text != nullptr) firsts_.try_emplace(ToKey(text), &placed);
-  }
-
-  /// Null for a null text.
-  const Placed* Find(const char* text) const {
-    const auto first = text == nullptr ? firsts_.end() : firsts_.find(ToKey(text));
-    return first == firsts_.end() ? nullptr : first->second;
-  }
-
- private:
-  static std::string ToKey(std::string text) {
-    for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return text;
-  }
-
-  std::unordered_map<std::string, const Placed*> firsts_;
+/// The codes of keys that an earlier record answers for.
+constexpr std::string_view kShadowed[] = {
+    "id-shadowed",      "id-shared",        "name-shadowed",      "code-name-shadowed",
+    "alias-shadowed",   "family-shadowed",  "entity-name-shared", "fuse-count-shared",
+    "full-name-shared", "fuse-count-alias", "jdf-shared",         "ordering-number-shared",
 };
 
-/// The first device that answers to an IDCODE. Databases have few masks: each is asked for every device.
-class FirstById {
- public:
-  void Add(const Placed& placed) {
-    const unsigned int id = placed.device->GetjtagDeviceID();
-    const unsigned int mask = placed.device->GetDeviceIDScanMask();
-    if (id != 0 && mask != 0) firsts_[mask].try_emplace(id & mask, &placed);
-  }
-
-  const Placed* Find(unsigned int id) const {
-    const Placed* found = nullptr;
-    if (id == 0) return found;
-    for (const auto& [mask, firsts] : firsts_) {
-      const auto first = firsts.find(id & mask);
-      if (first != firsts.end() && (found == nullptr || first->second < found)) found = first->second;
-    }
-    return found;
-  }
-
- private:
-  std::unordered_map<unsigned int, std::unordered_map<unsigned int, const Placed*>> firsts_;  // by mask, then by id
-};
-
-std::vector<FamilyList*> FamiliesOf(const Sources& sources) {
-  std::vector<FamilyList*> families;
-  for (const plddb::Source& source : sources) {
-    for (int i = 0; FamilyList* const family = source.database->GetFamily(i); ++i) families.push_back(family);
-  }
-  return families;
+/// The findings of `written` that have one of the codes.
+template <std::size_t count>
+Findings FindingsOf(const Descriptions& written, const std::string_view (&codes)[count]) {
+  Findings findings = plddb::check::Check(written);
+  const auto isOther = [&](const Finding& finding) {
+    return std::find(std::begin(codes), std::end(codes), finding.code) == std::end(codes);
+  };
+  findings.erase(std::remove_if(findings.begin(), findings.end(), isOther), findings.end());
+  return findings;
 }
 
-/// In the order of the lookups.
-std::vector<Placed> DevicesOf(const std::vector<FamilyList*>& families) {
-  std::vector<Placed> devices;
-  for (std::size_t f = 0; f < families.size(); ++f) {
-    for (int d = 0; DeviceInfo* const device = families[f]->GetDevice(d); ++d) {
-      devices.push_back({device, static_cast<int>(f) + 1, d + 1});
-    }
-  }
-  return devices;
-}
-
-void ReportShadowedDevices(const std::vector<Placed>& devices) {
-  FirstById ids;
-  FirstByText names;
-  FirstByText codeNames;
-  for (const Placed& placed : devices) {
-    ids.Add(placed);
-    names.Add(placed.device->GetName(), placed);
-    codeNames.Add(placed.device->GetCodeName(), placed);
-  }
-  for (const Placed& placed : devices) {
-    const unsigned int id = placed.device->GetjtagDeviceID();
-    const char* const codeName = placed.device->GetCodeName();
-    WriteMessage(ShadowedDevice(placed, "IDCODE " + IdText(id), ids.Find(id)) +
-                 ShadowedDevice(placed, "name", names.Find(placed.device->GetName())) +
-                 ShadowedDevice(placed, "code name " + TextOrDash(codeName), codeNames.Find(codeName)));
-  }
-}
-
-/// A warning that a family is not found by its name, since `found` is.
-std::string ShadowedFamily(const char* name, const FamilyList& found) {
-  const bool isRepeated = found.GetName() != nullptr && std::strcmp(found.GetName(), name) == 0;
-  return "plddb: warning: family " + Printable(name) +
-         (isRepeated ? " exists more than once; only the first is found by its name\n"
-                     : " is not found by its name: family " + TextOrDash(found.GetName()) + " has it as its alias name\n");
-}
-
-/// A family is found by its name and by its alias name.
-void ReportShadowedFamilies(const std::vector<FamilyList*>& families) {
-  std::unordered_map<std::string_view, const FamilyList*> firsts;
-  for (const FamilyList* const family : families) {
-    for (const char* const name : {family->GetName(), family->GetAliasName()}) {
-      if (name != nullptr) firsts.try_emplace(name, family);
-    }
-    const char* const name = family->GetName();
-    if (name != nullptr && firsts[name] != family) WriteMessage(ShadowedFamily(name, *firsts[name]));
-  }
+/// False when values would be lost that may not be. On purpose: comments that allow findings do not hide them, since a value
+/// that is lost in the file is gone.
+bool ReportLost(Descriptions written) {
+  for (plddb::check::Description& description : written) description.text = {};
+  const Findings findings = FindingsOf(written, kLost);
+  WriteMessage(FindingLines(findings));
+  const auto isError = [](const Finding& finding) { return finding.severity == Severity::kError; };
+  return std::none_of(findings.begin(), findings.end(), isError);
 }
 
 /// The path to write to for `path`: links are followed, even to a file that does not exist yet, so that they stay links.
@@ -202,8 +119,10 @@ std::string Target(const std::string& path) {
   throw Failure("plddb: error: cannot write " + Printable(path) + ": its links lead in a circle");
 }
 
-/// A text that would not load is never written, for example one with more families than a file may have.
-std::string LoadableText(const Sources& sources) {
+/// Texts are never written that would not load, such as more families than a file may have.
+std::string LoadableText(const Descriptions& written) {
+  std::vector<plddb::Source> sources;
+  for (const plddb::check::Description& description : written) sources.push_back({description.database, description.outline});
   std::string text = plddb::WriteDescriptions(sources);
   const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "");
   if (loaded.faults.empty()) return text;
@@ -212,7 +131,15 @@ std::string LoadableText(const Sources& sources) {
 
 }  // namespace
 
-void WriteSources(const Sources& sources, const std::string& path) { WriteDescriptionText(LoadableText(sources), path); }
+ExitCode WriteDescriptions(const Descriptions& written, const std::string& path, Lost lost) {
+  ReportShadowed(written);
+  if (!ReportLost(written) && lost == Lost::kRefused) {
+    WriteMessage("plddb: error: nothing is written, since these values would be lost; --force writes the rest\n");
+    return ExitCode::kNotFound;
+  }
+  WriteDescriptionText(LoadableText(written), path);
+  return ExitCode::kFound;
+}
 
 void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (path.empty() || path == kStandardStream) return WriteOutput(text);
@@ -230,10 +157,6 @@ void WriteDescriptionText(const std::string& text, const std::string& path) {
   file.TakePlace();
 }
 
-void ReportShadowed(const Sources& sources) {
-  const std::vector<FamilyList*> families = FamiliesOf(sources);
-  ReportShadowedFamilies(families);
-  ReportShadowedDevices(DevicesOf(families));
-}
+void ReportShadowed(const Descriptions& written) { WriteMessage(FindingLines(FindingsOf(written, kShadowed))); }
 
 }  // namespace tool

@@ -3,22 +3,28 @@
 #include <string>
 #include <vector>
 
-#include "Descriptions.h"
+#include "Check.h"
+#include "command.h"
 
 namespace tool {
 
 /// What is written as one file, one after the other.
-using Sources = std::vector<plddb::Source>;
+using Descriptions = std::vector<plddb::check::Description>;
 
-/// Writes `sources` as a description file to `path`, or to standard output when it is empty. A file appears whole or not at
-/// all: it is written beside its place and then renamed, so that a failure leaves the old file. Throws Failure.
-void WriteSources(const Sources& sources, const std::string& path);
+/// Whether a file may be written that lacks values of its sources.
+enum class Lost { kRefused, kAllowed };
 
-/// The same for the text of a description file.
+/// Writes `written` as a description file to `path`, or to standard output when it is empty. Reports on standard error which
+/// values of the sources the file lacks, and what lookups in it will not find, by the rules of plddb check. kNotFound when
+/// values would be lost that may not be: then nothing is written. A file appears whole or not at all: it is written beside its
+/// place and then renamed, so that a failure leaves the old file. Throws Failure.
+ExitCode WriteDescriptions(const Descriptions& written, const std::string& path, Lost lost);
+
+/// Writes the text of a description file likewise, and reports nothing.
 void WriteDescriptionText(const std::string& text, const std::string& path);
 
-/// Warns on standard error of what the lookups in the written file will not find: families whose name an earlier one has, and
-/// devices whose IDCODE, name or code name finds another device.
-void ReportShadowed(const Sources& sources);
+/// Warns on standard error of what lookups in `written` will not find: names and identifiers that an earlier family, device or
+/// package answers for.
+void ReportShadowed(const Descriptions& written);
 
 }  // namespace tool

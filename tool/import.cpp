@@ -73,8 +73,10 @@ ExitCode RunImport(const Options& options) {
   if (!import.faults.empty()) WriteMessage(Lines(import.faults) + '\n');
   plddb::Outline outline;
   const plddb::LoadResult loaded = plddb::ParseDescriptions(text, options.into, &outline);
-  if (loaded.database != nullptr) ReportShadowed({{loaded.database.get(), &outline}});
-  WriteDescriptionText(text, options.output.empty() ? options.into : options.output);
+  const std::string output = options.output.empty() ? options.into : options.output;
+  const std::string file = output.empty() ? "(standard output)" : output;
+  if (loaded.database != nullptr) ReportShadowed({{file, loaded.database.get(), &outline, text}});
+  WriteDescriptionText(text, output);
   return ExitCode::kFound;
 }
 

@@ -9,25 +9,30 @@ namespace tool {
 namespace {
 
 constexpr const char* kFooter =
-    R"(The families of all files stand in the order of the files; Version and Comment are those of the first. Families are never joined:
-of two with one name the first answers for it. What lookups will not find is told on standard error. The file that is written
-has the form that plddb export gives.
+    R"(The families of all files are written in the order of the files; Version and Comment are those of the first. Families are
+never joined: of two with one name the first answers for it. The file has the form that plddb export gives.
 
-Exit code: 0 when the file is written, 2 for wrong usage or data that cannot be read or written.)";
+Reported on standard error, as plddb check does: values that the loader ignores
+or reads as others, such as an item of a list that is not closed, and names and
+identifiers that an earlier record answers for,
+in the same file or in one before it.
+Nothing is written when a value would be lost, unless --force is given.
+
+Exit code: 0 when the file is written, 1 when values would be lost, 2 for wrong
+usage or data that cannot be read or written.)";
 
 struct Options {
   std::vector<std::string> files;
   std::string output;
+  bool force = false;
 };
 
 ExitCode RunMerge(const Options& options) {
-  Sources merged;  // on purpose not copied into one database: copies lose backups that differ from their values
+  Descriptions merged;  // on purpose not copied into one database: copies lose backups that differ from their values
   for (const Database& database : LoadFiles(options.files, Outlines::kYes)) {
-    merged.push_back({database.devices.get(), &database.outline});
+    merged.push_back({database.file, database.devices.get(), &database.outline, database.text});
   }
-  ReportShadowed(merged);
-  WriteSources(merged, options.output);
-  return ExitCode::kFound;
+  return WriteDescriptions(merged, options.output, options.force ? Lost::kAllowed : Lost::kRefused);
 }
 
 }  // namespace
@@ -36,6 +41,7 @@ Run AddMerge(Subcommand subcommand) {
   const auto options = std::make_shared<Options>();
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("").Required();
   AddOutputOption(subcommand, options->output);
+  subcommand.AddFlag("--force", options->force, "Write the file even if values of the sources are lost");
   subcommand.Footer(kFooter, {"plddb merge first.xml second.xml --output all.xml", "plddb merge descriptions"});
   return [options] { return RunMerge(*options); };
 }

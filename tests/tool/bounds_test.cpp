@@ -27,7 +27,13 @@ TEST(Bounds, AnEndlessDescriptionEndsWithAMessage) {
   }
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // these need more address space than any limit
+#if defined(__has_feature)  // clang's word for what g++ defines macros
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define PLDDB_IS_SANITIZED
+#endif
+#endif
+// The sanitizers need more address space than any limit.
+#if !defined(PLDDB_IS_SANITIZED) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST(Bounds, RunningOutOfMemoryIsReportedInEveryForm) {
   const std::string folder = kData;
   for (const char* const command : {"show XC9572XL --json --db", "list --json --db", "find XC9572XL --json --db",

@@ -180,6 +180,7 @@ TEST(FailingMemory, OfACompletionOffersNothingOrAll) {
   }
 }
 
+// A run may also succeed without the memory that it was refused, as a sort without its buffer does.
 TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
   const support::CountedParser counted;
   for (const std::string& line : {"merge " + kLong + " " + kLists, "export " + kLists, "export " + kLong}) {
@@ -195,7 +196,8 @@ TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
     std::ofstream(output) << "old";
     const long failures = support::ForEachFailingAllocation([&] { program.Run(); },
                                                             [&] {
-                                                              isChanged |= ReadFile(output) != "old";
+                                                              const std::string text = ReadFile(output);
+                                                              isChanged |= text != "old" && text != written;
                                                               files += std::distance(fs::directory_iterator(folder.path()), {});
                                                             });
     EXPECT_GT(failures, 0) << "row: " << line;

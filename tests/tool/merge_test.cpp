@@ -8,6 +8,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -55,7 +56,7 @@ TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
   EXPECT_EQ(RunTool({"export", output}).out, ReadFile(output));
 }
 
-TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhoIsShadowed) {
+TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhatIsShadowed) {
   const ToolRun run = RunTool({"merge", kKeys, kOtherKeys, kOtherKeys});
   EXPECT_EQ(run.exit_code, 0);
   const plddb::LoadResult merged = plddb::ParseDescriptions(run.out, "merged.xml");
@@ -64,16 +65,11 @@ TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhoIsShadowed) {
   for (int i = 0; const FamilyList* const family = merged.database->GetFamily(i); ++i)
     families += std::string(family->GetName()) + " ";
   EXPECT_EQ(families, "First Second Other Other ");
-  EXPECT_EQ(run.err,
-            "plddb: warning: family Other exists more than once; only the first is found by its name\n"
-            "plddb: warning: PLD1234A (Second, device 1 of family 2) is not found by its name: PLD1234A (First, device 1 of "
-            "family 1) answers\n"
-            "plddb: warning: PLD1234A (Other, device 1 of family 3) is not found by its name: PLD1234A (First, device 1 of "
-            "family 1) answers\n"
-            "plddb: warning: PLD1234A (Other, device 1 of family 4) is not found by its name: PLD1234A (First, device 1 of "
-            "family 1) answers\n"
-            "plddb: warning: PLD1234A (Other, device 1 of family 4) is not found by its code name OTHER1: PLD1234A (Other, "
-            "device 1 of family 3) answers\n");
+  const std::string other = kOtherKeys + ":";
+  for (const std::string& start : {kKeys + ":12:19: warning[name-shadowed]: ", other + "3:17: warning[family-shadowed]: ",
+                                   other + "4:19: warning[name-shadowed]: ", other + "4:39: warning[code-name-shadowed]: "}) {
+    EXPECT_NE(("\n" + run.err).find("\n" + start), std::string::npos) << "row: " << start << "\n" << run.err;
+  }
 }
 
 /// The families of a written file, without the comments between them.
@@ -116,12 +112,12 @@ TEST(Merge, TakesVersionAndCommentOfTheFirstFile) {
             head + "<DeviceDatabase Version=\"2\" Comment=\"c\"/>\n");
 }
 
-TEST(Merge, TellsWhichIdcodeFindsAnotherDevice) {
-  const ToolRun run = RunTool({"merge", PLDDB_DATA_DIR "/xilinx.xml", PLDDB_DATA_DIR "/xilinx.xml"});
+TEST(Merge, ReportsWhichIdcodeFindsAnotherDevice) {
+  const std::string file = PLDDB_DATA_DIR "/xilinx.xml";
+  const ToolRun run = RunTool({"merge", file, file});
   EXPECT_EQ(run.exit_code, 0);
-  const std::string who = "XC9572XL (XC9500XL, device 2 of family ";
-  EXPECT_NE(run.err.find("plddb: warning: " + who), std::string::npos) << run.err.substr(0, 200);
-  EXPECT_NE(run.err.find(" is not found by its IDCODE 0x09604093: " + who), std::string::npos) << run.err.substr(0, 200);
+  EXPECT_EQ(run.err.rfind(file + ":", 0), 0U) << run.err.substr(0, 200);
+  EXPECT_NE(run.err.find(": warning[id-shadowed]: the IDCODE finds "), std::string::npos) << run.err.substr(0, 200);
 }
 
 TEST(Merge, LeavesTheOldFileWholeWhenSomethingFails) {
@@ -259,22 +255,136 @@ TEST(Merge, WritesNothingThatWouldNotLoad) {
   EXPECT_EQ(RunTool({"merge", folder / "many.xml", "--output", folder / "out.xml"}).exit_code, 0);
 }
 
-TEST(Export, TellsAnAliasNameThatHidesAFamilyFromARepeatedName) {
+/// "LINE:COLUMN: severity[code]" of each message about `file`, with blanks between.
+std::string PlacesAndCodes(const std::string& messages, const std::string& file) {
+  std::string places;
+  std::istringstream lines(messages);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind(file + ":", 0) != 0) continue;
+    places += (places.empty() ? "" : " ") + line.substr(file.size() + 1, line.find(']') - file.size());
+  }
+  return places;
+}
+
+TEST(Export, ReportsWhatLookupsWillNotFind) {
   const Folder folder;
+  const std::string file = folder / "a.xml";
   const struct {
     const char* families;
-    const char* message;
+    const char* reported;
   } rows[] = {
-      {R"(<Family Name="A" AliasName="B"/><Family Name="B"/>)",
-       "plddb: warning: family B is not found by its name: family A has it as its alias name\n"},
-      {R"(<Family AliasName="B"/><Family Name="B"/>)",
-       "plddb: warning: family B is not found by its name: family - has it as its alias name\n"},
-      {R"(<Family/><Family AliasName="B"/>)", ""},  // has no name to be found by
+      {R"(<Family Name="A" AliasName="B"/><Family Name="B"/>)", "1:63: warning[family-shadowed]"},
+      {R"(<Family Name="A"/><Family Name="A"/>)", "1:49: warning[family-shadowed]"},
+      {R"(<Family/><Family AliasName="B"/>)", ""},  // without a name to be found by
+      {R"(<Family Name="A"><Device Name="D"/><Device Name="d"/></Family>)", "1:66: warning[name-shadowed]"},
+      {R"(<Family Name="A"><!-- plddb: allow name-shadowed --><Device Name="D"/><Device Name="D"/></Family>)",
+       "1:101: warning[name-shadowed]"},  // allows it for the other device
+      {R"(<Family Name="A"><Device Name="D"/><!-- plddb: allow name-shadowed --><Device Name="D"/></Family>)", ""},
+      {R"(<Family Name="A"><Device Name="D" BypassLength="2"/></Family>)", ""},  // for plddb check alone
   };
   for (const auto& row : rows) {
-    std::ofstream(folder / "alias.xml") << "<DeviceDatabase>" << row.families << "</DeviceDatabase>";
-    EXPECT_EQ(RunTool({"export", folder / "alias.xml"}).err, row.message) << "row: " << row.families;
+    std::ofstream(file) << "<DeviceDatabase>" << row.families << "</DeviceDatabase>";
+    const ToolRun run = RunTool({"export", file});
+    EXPECT_EQ(run.exit_code, 0) << "row: " << row.families;
+    EXPECT_EQ(PlacesAndCodes(run.err, file), row.reported) << "row: " << row.families << "\n" << run.err;
+    EXPECT_NE(run.out, "") << "row: " << row.families;
   }
+}
+
+TEST(Export, ReportsNothingOfTheShippedFiles) {
+  for (const auto& entry : fs::directory_iterator(PLDDB_DATA_DIR)) {
+    if (entry.path().extension() != ".xml") continue;
+    EXPECT_EQ(RunTool({"export", entry.path().string()}).err, "") << "row: " << entry.path();
+  }
+}
+
+/// How many lines of one text the other does not have at that place, when both have as many.
+long DifferentLines(const std::string& one, const std::string& other) {
+  std::istringstream lines(one);
+  std::istringstream otherLines(other);
+  long count = 0;
+  for (std::string line, otherLine; std::getline(lines, line) && std::getline(otherLines, otherLine);)
+    count += line != otherLine;
+  return count;
+}
+
+TEST(Export, ChangesOneLineForOneValue) {
+  const Folder folder;
+  std::string text = ReadFile(PLDDB_DATA_DIR "/xilinx.xml");
+  const std::string id = "jtagDeviceID=\"0x09604093\"";
+  const std::size_t place = text.find(id);
+  ASSERT_NE(place, text.npos);
+  std::ofstream(folder / "old.xml") << text;
+  std::ofstream(folder / "new.xml") << text.replace(place + id.size() - 2, 1, "5");
+  const std::string before = RunTool({"export", folder / "old.xml"}).out;
+  const std::string after = RunTool({"export", folder / "new.xml"}).out;
+  EXPECT_EQ(before.size(), after.size());
+  EXPECT_EQ(DifferentLines(before, after), 1);
+}
+
+struct LossRow {
+  const char* content;   // of a family
+  const char* reported;  // LINE:COLUMN, severity and code
+  bool isRefused = true;
+};
+
+// clang-format off
+const LossRow kLossRows[] = {
+    {R"(<Device ListControlReg1BitName="L;a;b"/>)",                                         "2:33: error[list-unclosed]"},
+    {R"(<Device ListControlReg1BitName="L;a;;b;"/>)",                                       "2:33: error[list-after-empty]"},
+    {R"(<Device SysIOList='"a" b "c"'/>)",                                                  "2:20: error[list-outside]"},
+    {R"(<Device SysIOList='"a" "b'/>)",                                                     "2:20: error[list-unclosed]"},
+    {R"(<Device SysIOList='"a" "" "b"'/>)",                                                 "2:20: error[list-after-empty]"},
+    {R"(<Device ListControlReg1BitName="L;a;" ListControlReg1Address="L;0x10;"/>)",         "2:63: error[list-number]"},
+    {R"(<Device ListControlReg1BitName="L;a;" ListControlReg1Address="L;4294967296;"/>)",   "2:63: error[list-number]"},
+    {R"(<Device ListControlReg1BitName="L;a;" ListControlReg1Address="L;1;2;"/>)",          "2:63: error[list-surplus]"},
+    {R"(<Device ListControlReg1BitName="L;a;" ListControlReg1Address="1;2;"/>)",            "2:63: warning[list-label]", false},
+    {R"(<Device MultibootCfgAddr="12 x"/>)",                                                "2:27: error[list-number]"},
+    {R"(<Device MultibootAutoAdd="1111111111 1111111111 1111111111 1111111111 1111111111 1111111111"/>)",
+                                                                                            "2:27: error[list-long]"},
+    {R"(<Device><EBR Name="E" BitName="8" Column="31 to 0" Address="5 to 6"/></Device>)",   "2:43: error[ebr-reversed]"},
+    {R"(<!-- plddb: allow list-unclosed --><Device SysIOList='"a'/>)",                      "2:55: error[list-unclosed]"},
+    {R"(<Device ListControlReg1BitName="L;a;b;" ListControlReg1Address="L;1;"/>)",          "", false},
+    {R"(<Device SysIOList='"a", "b"'/>)",                                                   "", false},
+    {R"(<Device ListControlReg1BitName="a"/>)",                                             "2:33: error[list-unclosed]"},
+};
+// clang-format on
+
+TEST(ExportAndMerge, WriteNothingWhenValuesWouldBeLostUnlessForced) {
+  const Folder folder;
+  const std::string file = folder / "a.xml";
+  const std::string output = folder / "out.xml";
+  for (const LossRow& row : kLossRows) {
+    std::ofstream(file) << "<DeviceDatabase><Family>\n" << row.content << "</Family></DeviceDatabase>";
+    for (const char* const command : {"export", "merge"}) {
+      std::ofstream(output) << "old";
+      const ToolRun refused = RunTool({command, file, "--output", output});
+      EXPECT_EQ(PlacesAndCodes(refused.err, file), row.reported) << "row: " << command << ' ' << row.content << "\n"
+                                                                 << refused.err;
+      EXPECT_EQ(refused.exit_code, row.isRefused ? 1 : 0) << "row: " << command << ' ' << row.content;
+      EXPECT_EQ(ReadFile(output) == "old", row.isRefused) << "row: " << command << ' ' << row.content;
+      EXPECT_EQ(refused.err.find("plddb: error: nothing is written, ") != std::string::npos, row.isRefused) << refused.err;
+      EXPECT_EQ(RunTool({command, file}).out.empty(), row.isRefused) << "row: " << command << ' ' << row.content;
+      const ToolRun forced = RunTool({command, "--force", file, "--output", output});
+      EXPECT_EQ(PlacesAndCodes(forced.err, file), row.reported) << "row: " << command << ' ' << row.content;
+      EXPECT_EQ(forced.exit_code, 0) << "row: " << command << ' ' << row.content;
+      const ToolRun again = RunTool({"export", output});
+      EXPECT_EQ(again.err, "") << "row: " << command << ' ' << row.content;
+      EXPECT_EQ(again.out, ReadFile(output)) << "row: " << command << ' ' << row.content;
+    }
+  }
+}
+
+TEST(Merge, ReportsLostValuesOfEachFile) {
+  const Folder folder;
+  std::string files[] = {folder / "a.xml", folder / "b.xml"};
+  for (const std::string& file : files) {
+    std::ofstream(file) << "<DeviceDatabase><Family><Device SysIOList='\"a'/></Family></DeviceDatabase>";
+  }
+  const ToolRun run = RunTool({"merge", kKeys, files[0], files[1]});
+  for (const std::string& file : files) EXPECT_EQ(PlacesAndCodes(run.err, file), "1:44: error[list-unclosed]") << run.err;
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.out, "");
 }
 
 TEST(Export, WritesAnAdapterWithoutNamesSoThatItLoads) {
