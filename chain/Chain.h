@@ -214,4 +214,23 @@ const IdKind& KindOf(const std::string& comm, std::optional<unsigned int> id);
 std::string DescriptionStub(unsigned int id, const char* vendor, unsigned long irLength, const std::string& indent);
 ///@}
 
+/// \name Showing. Texts are printable; what is not known is "-".
+///@{
+std::string DeviceName(const DeviceInfo& device);  ///< The name, or else the code name.
+std::string FamilyName(const DeviceInfo& device);  ///< Of the family that holds the device.
+
+/// Whether the families that only neighbours of programmable logic are in hold `device`.
+bool IsNeighbour(const DeviceInfo& device);
+
+/// The hint that a neighbour's description has; empty without one.
+std::string HintOn(const DeviceInfo& device);
+
+/// What the device is: "logic", or the kind of a neighbour, which is its family's name; for an unknown id the name of its
+/// IdKind.
+std::string KindText(const std::string& comm, const ChainPosition& position);
+
+/// A drawing of the chain, from TDI to TDO; empty for an empty chain. `nearest` is the end at which `chain` starts.
+std::string Svg(const Chain& chain, const std::string& comm, End nearest);
+///@}
+
 }  // namespace plddb::chain

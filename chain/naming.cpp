@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "chain/Chain.h"
+#include "foundation/printed_forms.h"
 #include "foundation/text_match.h"
 
 namespace plddb::chain {
@@ -18,11 +19,39 @@ bool IsNamed(const DeviceInfo& device, const char* name) {
   return false;
 }
 
+std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? "-" : internal::Printable(text); }
+
 }  // namespace
 
 bool IsNamed(const ChainPosition& position, const std::string& name) {
   const auto isNamed = [&](const Candidate& candidate) { return IsNamed(*candidate.device, name.c_str()); };
   return std::any_of(position.Candidates().begin(), position.Candidates().end(), isNamed);
+}
+
+std::string DeviceName(const DeviceInfo& device) {
+  const char* const name = device.GetName();
+  return TextOrDash(name == nullptr || *name == '\0' ? device.GetCodeName() : name);
+}
+
+std::string FamilyName(const DeviceInfo& device) {
+  const FamilyList* const family = device.GetFamilyObject();
+  return TextOrDash(family == nullptr ? nullptr : family->GetName());
+}
+
+bool IsNeighbour(const DeviceInfo& device) {
+  const FamilyList* const family = device.GetFamilyObject();
+  return family != nullptr && family->IsHidden();
+}
+
+std::string HintOn(const DeviceInfo& device) {
+  const char* const hint = device.GetAccess();
+  return !IsNeighbour(device) || hint == nullptr ? "" : internal::Printable(hint);
+}
+
+std::string KindText(const std::string& comm, const ChainPosition& position) {
+  const DeviceInfo* const device = position.Match();
+  if (device == nullptr) return KindOf(comm, position.id).name;
+  return IsNeighbour(*device) ? FamilyName(*device) : "logic";
 }
 
 }  // namespace plddb::chain

@@ -3,6 +3,9 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "The plddb authors <authors@plddb.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
 set(CPACK_COMPONENTS_ALL library development data tool documentation)
+if(TARGET plddb_python)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -55,6 +58,17 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
   "${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION}), plddb-data (= ${PLDDB_DEBIAN_VERSION})")
 plddb_describe(TOOL command "This package holds the command.")
+
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-plddb)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+if(TARGET plddb_python)  # the module is built for one version of Python
+  math(EXPR PLDDB_PYTHON_NEXT "${Python_VERSION_MINOR} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${PLDDB_PYTHON_NEXT}), \
+${PLDDB_DEBIAN_LIBRARY} (= ${PLDDB_DEBIAN_VERSION}), plddb-data (= ${PLDDB_DEBIAN_VERSION})")
+endif()
+plddb_describe(PYTHON "Python module" "This package holds the module for Python 3.")
 
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME plddb-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)

@@ -4,37 +4,28 @@
 #include <string_view>
 #include <vector>
 
+#include "DataFiles.h"
+
 /// \file
-/// Which description files a command reads, and where they come from.
+/// Which description files a command reads.
 
 namespace tool {
 
 /// In place of a file: standard input, or where files are written, standard output.
 constexpr std::string_view kStandardStream = "-";
 
-/// Who names a description file. Files are searched in this order.
-enum class Origin { kCommandLine, kEnvironment, kUser, kShipped };
+using plddb::DataFile;
+using plddb::Origin;
 
 /// "command line", "PLDDB_PATH", "user", "shipped".
 const char* NameOf(Origin origin);
 
-struct DataFile {
-  std::string path;
-  Origin origin;
-};
-
-/// The description files that `paths` name, in this order; a folder stands for its *.xml files in name order, without hidden
-/// files and subfolders. Throws Failure for a folder that has none, or cannot be read.
+/// The paths of plddb::NamedFiles. Throws Failure for its faults.
 std::vector<std::string> DescriptionFiles(const std::vector<std::string>& paths);
 
-/// The files that a command over `named`, the values of --db, reads. The environment's, the user's and the shipped ones are
-/// left out where they came before. Throws Failure when there are no files, or a folder cannot be read.
-///
-///   +PATH                a file or folder that comes before all others
-///   PATH                 one in place of the environment's, the user's and the shipped ones; "-": standard input
-///   $PLDDB_PATH          files and folders, ':' between them
-///   the user's folder    $XDG_CONFIG_HOME/plddb, or ~/.config/plddb
-///   the shipped files    beside the running program, or where they were installed
+/// The description files that a command over `named`, the values of --db, reads: plddb::DataFiles of each +PATH, or, where
+/// there are any without the +, the files of the +PATHs and then those of the PATHs alone. Throws Failure for faults, and when
+/// there are no files.
 std::vector<DataFile> DataFiles(const std::vector<std::string>& named);
 
 }  // namespace tool

@@ -52,7 +52,7 @@ const std::vector<Database>& LoadDatabases(const std::vector<std::string>& named
 
 const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths, Outlines outlines) {
   std::vector<DataFile> files;
-  for (std::string& file : DescriptionFiles(paths)) files.push_back({std::move(file), Origin::kCommandLine});
+  for (std::string& file : DescriptionFiles(paths)) files.push_back({std::move(file), Origin::kNamed});
   return Load(files, outlines);
 }
 

@@ -20,17 +20,10 @@ std::string IdText(unsigned int id) { return Hex(id, 8); }
 
 std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? kNotKnown : Printable(text); }
 
-std::string DeviceName(const DeviceInfo& device) {
-  const char* const name = device.GetName();
-  return TextOrDash(name == nullptr || *name == '\0' ? device.GetCodeName() : name);
-}
-
 const char* FamilyNameOrNull(const DeviceInfo& device) {
   const FamilyList* const family = device.GetFamilyObject();
   return family == nullptr ? nullptr : family->GetName();
 }
-
-std::string FamilyName(const DeviceInfo& device) { return TextOrDash(FamilyNameOrNull(device)); }
 
 std::string IrLengthText(const DeviceInfo& device) {
   return device.GetIRLength() == 0 ? kNotKnown : std::to_string(device.GetIRLength());

@@ -15,12 +15,12 @@ namespace tool {
 
 using plddb::Hex;
 using plddb::Printable;
+using plddb::chain::DeviceName;
+using plddb::chain::FamilyName;
 
 std::string IdText(unsigned int id);                      ///< `id` with its 8 digits.
 std::string TextOrDash(const char* text);                 ///< Printable.
 const char* FamilyNameOrNull(const DeviceInfo& device);   ///< Of the family in which the device stands, as it is; lent.
-std::string DeviceName(const DeviceInfo& device);         ///< The name, or else the code name.
-std::string FamilyName(const DeviceInfo& device);         ///< Of the family in which the device stands.
 std::string IrLengthText(const DeviceInfo& device);       ///< A length of 0 is not known.
 std::string IdCodeInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.
 std::string BypassInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.

@@ -33,20 +33,12 @@ std::string ScanText(const Scan& scan) {
   return scan.format + ", " + taps + ", " + OrderText(scan.nearest);
 }
 
-bool IsNeighbour(const DeviceInfo& device) {
-  const FamilyList* const family = device.GetFamilyObject();
-  return family != nullptr && family->IsHidden();
-}
-
-std::string HintOn(const DeviceInfo& device) {
-  const char* const hint = device.GetAccess();
-  return !IsNeighbour(device) || hint == nullptr ? "" : Printable(hint);
-}
-
 std::string KindText(const IdentifiedChain& identified, const ChainPosition& position) {
-  const DeviceInfo* const device = position.Match();
-  if (device == nullptr) return KindOf(identified.comm, position.id).name;
-  return IsNeighbour(*device) ? FamilyName(*device) : "logic";
+  return plddb::chain::KindText(identified.comm, position);
+}
+
+void SvgOutput(const IdentifiedChain& identified, Output& output) {
+  output << plddb::chain::Svg(identified.chain, identified.comm, identified.scan.nearest);
 }
 
 std::string PositionList(const std::vector<std::size_t>& positions) {

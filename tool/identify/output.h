@@ -26,6 +26,8 @@ using plddb::chain::Scan;
 using plddb::chain::ScannedTap;
 
 using plddb::chain::DescriptionStub;
+using plddb::chain::HintOn;
+using plddb::chain::IsNeighbour;
 using plddb::chain::KindOf;
 using plddb::chain::MakerText;
 using plddb::chain::SplitIdcode;
@@ -69,14 +71,8 @@ const char* OrderText(End nearest);
 /// devices that are no programmable logic. One line each.
 std::vector<std::string> Notes(const IdentifiedChain& identified);
 
-/// What the device is: "logic", or the kind of a neighbour, which is its family's name; for an unknown id the kind of the id.
+/// plddb::chain::KindText.
 std::string KindText(const IdentifiedChain& identified, const ChainPosition& position);
-
-/// The hint that a neighbour's description has; empty without one.
-std::string HintOn(const DeviceInfo& device);
-
-/// Whether the families that only neighbours of programmable logic are in hold `device`.
-bool IsNeighbour(const DeviceInfo& device);
 
 /// The file of a database.
 inline const std::string& FileOf(const IdentifiedChain& identified, std::size_t database) {

@@ -2,11 +2,13 @@
 // the word "unknown", an ambiguous one a double frame and a star: neither needs colour.
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 
-#include "device_text.h"
-#include "identify/output.h"
+#include "chain/Chain.h"
+#include "foundation/printed_forms.h"
 
-namespace tool {
+namespace plddb::chain {
 namespace {
 
 constexpr std::size_t kBoxWidth = 200;
@@ -74,16 +76,15 @@ std::string NameOf(const ChainPosition& position) {
   return position.Match() == nullptr ? "unknown" : DeviceName(*position.Match());
 }
 
-std::string KindLine(const IdentifiedChain& identified, const ChainPosition& position) {
+std::string KindLine(const std::string& comm, const ChainPosition& position) {
   if (position.IsAmbiguous()) return "* " + Number(position.Candidates().size()) + " devices match";
-  return position.Match() == nullptr ? KindText(identified, position) : FamilyName(*position.Match());
+  return position.Match() == nullptr ? KindText(comm, position) : FamilyName(*position.Match());
 }
 
-std::string Box(const IdentifiedChain& identified, std::size_t number, Point at) {
-  const ChainPosition& position = identified.chain[number];
+std::string Box(const ChainPosition& position, const std::string& comm, std::size_t number, Point at) {
   const bool isUnknown = position.Match() == nullptr;
   const std::size_t irLength = position.IrLength();
-  const std::string id = position.id ? IdText(*position.id) : "no IDCODE";
+  const std::string id = position.id ? internal::Hex(*position.id, 8) : "no IDCODE";
   const std::string name = NameOf(position);
   std::string box = "<g><title>" + XmlText("position " + Number(number) + ": " + name, name.size() + 40) + "</title>\n";
   box += Frame(at, 0, isUnknown ? "box unknown" : "box");
@@ -91,7 +92,7 @@ std::string Box(const IdentifiedChain& identified, std::size_t number, Point at)
   const std::size_t x = at.x + kBoxWidth / 2;
   box += Text({at.x + 8, at.y + 16}, "small", Number(number));
   box += Text({x, at.y + 30}, "name", (isUnknown ? "? " : "") + XmlText(name, kLongestName));
-  box += Text({x, at.y + 48}, "line", XmlText(KindLine(identified, position), kLongestName + 8));
+  box += Text({x, at.y + 48}, "line", XmlText(KindLine(comm, position), kLongestName + 8));
   box += Text({x, at.y + 65}, "id", id);
   return box + Text({x, at.y + 82}, "line", "IR " + (irLength == 0 ? "length not known" : Number(irLength) + " bits")) +
          "</g>\n";
@@ -152,15 +153,18 @@ std::string Head(std::size_t count) {
 
 }  // namespace
 
-void SvgOutput(const IdentifiedChain& identified, Output& output) {
-  const std::size_t count = identified.chain.size();
-  const bool isFromTdi = identified.scan.nearest == End::kTdi;
-  output << Head(count);
-  if (identified.scan.nearest == End::kAsPrinted) output << "<desc>The order of the scan is not known.</desc>\n";
-  output << Ends(count - 1);
-  for (std::size_t n = 0; n + 1 < count; ++n) output << Wire(n);
-  for (std::size_t n = 0; n < count; ++n) output << Box(identified, isFromTdi ? n : count - 1 - n, CornerOf(n));
-  output << "</svg>\n";
+std::string Svg(const Chain& chain, const std::string& comm, End nearest) {
+  const std::size_t count = chain.size();
+  if (count == 0) return "";
+  std::string svg = Head(count);
+  if (nearest == End::kAsPrinted) svg += "<desc>The order of the scan is not known.</desc>\n";
+  svg += Ends(count - 1);
+  for (std::size_t n = 0; n + 1 < count; ++n) svg += Wire(n);
+  for (std::size_t n = 0; n < count; ++n) {
+    const std::size_t number = nearest == End::kTdi ? n : count - 1 - n;
+    svg += Box(chain[number], comm, number, CornerOf(n));
+  }
+  return svg + "</svg>\n";
 }
 
-}  // namespace tool
+}  // namespace plddb::chain

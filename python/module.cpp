@@ -1,0 +1,49 @@
+// The module plddb._plddb, whose names the package plddb shows as its own.
+
+#include "module.h"
+
+namespace plddb::python {
+namespace {
+
+template <class Class>
+Class Declare(py::module_& module, const char* name, const char* documentation) {
+  return Class(module, name, documentation);
+}
+
+Classes DeclareClasses(py::module_& module) {
+  py::class_<Record, std::shared_ptr<Record>>(module, "Record",
+                                              "A record of a database, which it keeps alive. Once it was deleted, using it "
+                                              "raises DeletedError.")
+      .def_property_readonly("is_deleted", &Record::IsDeleted, "Whether the record was deleted from its database.")
+      .def_property_readonly("database", &Record::tree, "The database that holds the record.");
+  return {
+      Declare<TreeClass>(module, "Database",
+                         "Device families, of one or more description files, which lookups search in turn."),
+      Declare<FamilyClass>(module, "Family", "A device family: what its devices have in common."),
+      Declare<DeviceClass>(module, "Device",
+                           "A device: its names, identifiers, register lengths, instructions, times, packages and lists.\n\n"
+                           "Setting a text to None keeps the old one. \"Tool units\": the programming tool alone gives the\n"
+                           "number a meaning."),
+      Declare<PackageClass>(module, "Package", "A package in which a device is sold."),
+      Declare<AdapterClass>(module, "Adapter", "A socket adapter that fits a package."),
+  };
+}
+
+}  // namespace
+}  // namespace plddb::python
+
+PYBIND11_MODULE(_plddb, module) {
+  using namespace plddb::python;
+  module.attr("__name__") = "plddb";  // of which the classes are members
+  AddFaults(module);
+  Classes classes = DeclareClasses(module);
+  AddRecords(module, classes);
+  AddParsedLists(module, classes);
+  AddLookups(module, classes);
+  AddFiles(module, classes);
+  AddChains(module, classes);
+  AddFind(module, classes);
+  AddFits(module);
+  AddBsdlFiles(module);
+  module.attr("__name__") = "plddb._plddb";
+}

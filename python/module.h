@@ -1,0 +1,45 @@
+#pragma once
+
+#include "tree.h"
+#include "values.h"
+
+/// \file
+/// The parts of the module, one a source file. Each adds its classes and functions.
+
+namespace plddb::python {
+
+using TreeClass = py::class_<Tree, std::shared_ptr<Tree>>;
+using FamilyClass = py::class_<Family, Record, std::shared_ptr<Family>>;
+using DeviceClass = py::class_<Device, Record, std::shared_ptr<Device>>;
+using PackageClass = py::class_<PackageRecord, Record, std::shared_ptr<PackageRecord>>;
+using AdapterClass = py::class_<AdapterRecord, Record, std::shared_ptr<AdapterRecord>>;
+
+/// The classes of the tree. All are declared before any is filled, so that signatures name them.
+struct Classes {
+  TreeClass tree;
+  FamilyClass family;
+  DeviceClass device;
+  PackageClass package;
+  AdapterClass adapter;
+};
+
+void AddFaults(py::module_& module);                         // faults.cpp: exceptions
+void AddRecords(py::module_& module, Classes& classes);      // records.cpp: fields, and making and deleting records
+void AddParsedLists(py::module_& module, Classes& classes);  // parsed_lists.cpp: control records
+void AddLookups(py::module_& module, Classes& classes);      // lookups.cpp
+void AddFiles(py::module_& module, Classes& classes);        // files.cpp: load, parse, write, check
+void AddChains(py::module_& module, Classes& classes);       // chains.cpp: identify
+void AddFind(py::module_& module, Classes& classes);         // find_devices.cpp
+void AddFits(py::module_& module);                           // fits.cpp: programming files
+void AddBsdlFiles(py::module_& module);                      // bsdl_files.cpp
+
+/// Throws plddb.Error for `faults`, if there are any.
+void RaiseFaults(const std::vector<Fault>& faults);
+
+/// Adds a property to `cls`.
+inline void AddProperty(py::handle cls, const std::string& name, const py::object& getter, const py::object& setter,
+                        const std::string& documentation) {
+  py::setattr(cls, name.c_str(), py::module_::import("builtins").attr("property")(getter, setter, py::none(), documentation));
+}
+
+}  // namespace plddb::python

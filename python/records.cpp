@@ -1,0 +1,368 @@
+// The tree: its records, their fields, and how they are made and deleted.
+
+#include <algorithm>
+
+#include "module.h"
+
+namespace plddb::python {
+namespace {
+
+using descriptions::Field;
+using descriptions::FieldsOf;
+using descriptions::FieldTable;
+using descriptions::Value;
+
+// --- Fields -----------------------------------------------------------------------------------------------------------------
+
+/// The properties of a class of records, and the setters of lists that take a text.
+template <class T, class Class>
+void AddFields(Class& cls, const FieldTable& fields) {
+  for (const Field& row : fields) {
+    const Field* const field = &row;
+    const std::string name = PythonName(row.name);
+    const auto set = [field](const RecordOf<T>& self, const py::object& object) {
+      Text storage;
+      const Value value = FromPython(*field, object, storage);
+      const Writing writing(*self.tree());
+      field->set(&*self, value);
+    };
+    if (row.get == nullptr) {
+      const std::string method = "set_" + name;
+      py::setattr(
+          cls, method.c_str(),
+          py::cpp_function(set, py::name(method.c_str()), py::is_method(cls), py::arg("text"), DocumentationOf(row).c_str()));
+    } else {
+      const auto get = [field](const RecordOf<T>& self) { return ToPython(*field, &*self); };
+      AddProperty(cls, name, py::cpp_function(get, py::is_method(cls)), py::cpp_function(set, py::is_method(cls)),
+                  DocumentationOf(row));
+    }
+  }
+}
+
+/// A field of a tree is that of its first database.
+void AddTreeFields(TreeClass& cls) {
+  for (const Field& row : FieldsOf<DeviceList>()) {
+    const Field* const field = &row;
+    const std::string name = PythonName(row.name);
+    const auto get = [field](Tree& self) {
+      return self.parts().empty() ? py::object(py::none()) : ToPython(*field, &self.First());
+    };
+    const auto set = [field](Tree& self, const py::object& object) {
+      Text storage;
+      const Value value = FromPython(*field, object, storage);
+      const Writing writing(self);
+      field->set(&self.First(), value);
+    };
+    AddProperty(cls, name, py::cpp_function(get, py::is_method(cls)), py::cpp_function(set, py::is_method(cls)),
+                DocumentationOf(row));
+  }
+}
+
+// --- Positions --------------------------------------------------------------------------------------------------------------
+
+/// All that `at(position)` gives, held.
+template <class T, class At>
+std::vector<Held<T>> HoldAll(Tree& tree, At at) {
+  std::vector<Held<T>> all;
+  for (int i = 0; T* const record = at(i); ++i) all.push_back(tree.Hold(record));
+  return all;
+}
+
+template <class T>
+py::list ToList(std::vector<Held<T>> records) {
+  py::list list(records.size());
+  for (std::size_t i = 0; i < records.size(); ++i) list[i] = py::cast(records[i]);
+  return list;
+}
+
+std::vector<Held<FamilyList>> Families(Tree& tree) {
+  std::vector<Held<FamilyList>> all;
+  for (const Part& part : tree.parts()) {
+    for (int i = 0; FamilyList* const family = part.database->GetFamily(i); ++i) all.push_back(tree.Hold(family));
+  }
+  return all;
+}
+
+// --- Deleting ---------------------------------------------------------------------------------------------------------------
+
+void DeleteFamily(Tree& tree, DeviceList& database, int position) {
+  FamilyList& family = *database.GetFamily(position);
+  tree.MarkDeleted(family);
+  ReleaseDevices(family);
+  database.DeleteFamily(position);
+}
+
+/// Deletes the first family for which `rule(family)` holds.
+template <class Rule>
+bool DeleteFamilyWhere(Tree& tree, Rule rule) {
+  const Writing writing(tree);
+  for (const Part& part : tree.parts()) {
+    for (int i = 0; const FamilyList* family = part.database->GetFamily(i); ++i) {
+      if (!rule(*family)) continue;
+      DeleteFamily(tree, *part.database, i);
+      return true;
+    }
+  }
+  return false;
+}
+
+bool DeleteFamilyNamed(Tree& tree, const Text& name) {
+  return DeleteFamilyWhere(tree, [&](const FamilyList& family) {
+    return !name.isNull && family.GetName() != nullptr && name.bytes == family.GetName();
+  });
+}
+
+bool DeleteFamilyAt(Tree& tree, long long position) {
+  return DeleteFamilyWhere(tree, [&](const FamilyList&) { return position-- == 0; });
+}
+
+/// Destroys what the library hands over.
+template <class Which>
+bool DeleteDevice(const Family& self, Which which) {
+  const Writing writing(*self.tree());
+  const std::unique_ptr<DeviceInfo> device(self->DeleteDevice(which));
+  if (device == nullptr) return false;
+  self.tree()->MarkDeleted(*device);
+  return true;
+}
+
+void DeleteAdapter(const PackageRecord& self, int position) {
+  const Writing writing(*self.tree());
+  if (const Adapter* const adapter = self->GetAdapter(position)) self.tree()->MarkDeleted(*adapter);
+  self->RemoveAdapter(position);
+}
+
+void DeleteAdapters(const PackageRecord& self) {
+  const Writing writing(*self.tree());
+  for (int i = 0; const Adapter* adapter = self->GetAdapter(i); ++i) self.tree()->MarkDeleted(*adapter);
+  self->ClearAdapterList();
+}
+
+// --- Showing ----------------------------------------------------------------------------------------------------------------
+
+py::object Representation(const char* kind, const char* name, const std::string& rest) {
+  const std::string what = name == nullptr ? "without name" : name;
+  return ToPython("<plddb." + std::string(kind) + " " + what + rest + ">");
+}
+
+py::object DeletedRepresentation(const char* kind) { return ToPython("<plddb." + std::string(kind) + " (deleted)>"); }
+
+std::string Counted(std::size_t count, const std::string& one, const std::string& several) {
+  return std::to_string(count) + " " + (count == 1 ? one : several);
+}
+
+std::string HexText(unsigned int value) {
+  char text[11];
+  std::snprintf(text, sizeof text, "0x%08X", value);
+  return text;
+}
+
+py::object ShowFamily(const Family& self) {
+  if (self.IsDeleted()) return DeletedRepresentation("Family");
+  return Representation("Family", self->GetName(), ", " + Counted(self->GetDeviceCount(), "device", "devices"));
+}
+
+py::object ShowDevice(const Device& self) {
+  if (self.IsDeleted()) return DeletedRepresentation("Device");
+  const FamilyList* const family = self->GetFamilyObject();
+  std::string rest = family == nullptr || family->GetName() == nullptr ? "" : std::string(" of ") + family->GetName();
+  if (self->GetjtagDeviceID() != 0) rest += ", IDCODE " + HexText(self->GetjtagDeviceID());
+  return Representation("Device", self->GetName(), rest);
+}
+
+py::object ShowPackage(const PackageRecord& self) {
+  if (self.IsDeleted()) return DeletedRepresentation("Package");
+  return Representation("Package", self->GetType(), self->GetPON() == nullptr ? "" : std::string(", ") + self->GetPON());
+}
+
+py::object ShowAdapter(const AdapterRecord& self) {
+  if (self.IsDeleted()) return DeletedRepresentation("Adapter");
+  const char* const vendor = self->GetVendorName();
+  return Representation("Adapter", self->GetAdapterName(), vendor == nullptr ? "" : std::string(" of ") + vendor);
+}
+
+py::object ShowTree(const Tree& self) {
+  std::size_t families = 0;
+  std::size_t devices = 0;
+  for (const Part& part : self.parts()) {
+    families += part.database->GetFamilyCount();
+    for (int i = 0; const FamilyList* family = part.database->GetFamily(i); ++i) devices += family->GetDeviceCount();
+  }
+  return ToPython("<plddb.Database of " + Counted(families, "family", "families") + ", " +
+                  Counted(devices, "device", "devices") + ">");
+}
+
+// --- Copies -----------------------------------------------------------------------------------------------------------------
+
+std::shared_ptr<Tree> Copy(Tree& self) {
+  std::vector<Part> parts;
+  {
+    const Reading reading(self);
+    for (const Part& part : self.parts()) parts.push_back({part.file, CopyDeviceList(*part.database)});
+  }
+  return std::make_shared<Tree>(std::move(parts));
+}
+
+/// The databases of `other` become families of the last one.
+void Merge(Tree& self, Tree& other) {
+  if (&self == &other) return;
+  const std::shared_ptr<Tree> copy = Copy(other);
+  const Writing writing(self);
+  for (const Part& part : copy->parts()) self.Last().AddNewDeviceList(part.database.get());
+}
+
+// --- Classes ----------------------------------------------------------------------------------------------------------------
+
+void AddTree(TreeClass& cls) {
+  AddTreeFields(cls);
+  cls.def(py::init([] { return std::make_shared<Tree>(std::vector<Part>()); }), "An empty database.")
+      .def_property_readonly(
+          "families", [](Tree& self) { return ToList(Families(self)); }, "All families, in search order: a new list of them.")
+      .def_property_readonly(
+          "files",
+          [](const Tree& self) {
+            std::vector<std::string> files;
+            for (const Part& part : self.parts()) files.push_back(part.file);
+            return ToPython(files);
+          },
+          "The files that the database was loaded from, in search order.")
+      .def(
+          "new_family",
+          [](Tree& self) {
+            const Writing writing(self);
+            return self.Hold(self.Last().NewFamily());
+          },
+          "Appends an empty family and returns it.")
+      .def("delete_family", &DeleteFamilyNamed, py::arg("name"),
+           "Deletes the first family of exactly this name with its devices; False when there is none. Using what was deleted\n"
+           "raises DeletedError.")
+      .def("delete_family", &DeleteFamilyAt, py::arg("position"), "The same for the family at this position, from 0.")
+      .def("copy", &Copy, "A database that shares nothing with this one.")
+      .def("add_new_device_list", &Merge, py::arg("other"),
+           "Appends copies of all families of the other database; names are not compared. Nothing happens with this database\n"
+           "itself.")
+      .def("__repr__", &ShowTree);
+}
+
+void AddFamily(FamilyClass& cls) {
+  AddFields<FamilyList>(cls, FieldsOf<FamilyList>());
+  const auto insert = [](DeviceInfo* (FamilyList::*add)(int)) {
+    return [add](const Family& self, int position) {
+      const Writing writing(*self.tree());
+      return self.tree()->Hold(((*self).*add)(position));
+    };
+  };
+  cls.def_property_readonly(
+         "devices",
+         [](const Family& self) {
+           return ToList(HoldAll<DeviceInfo>(*self.tree(), [&](int i) { return self->GetDevice(i); }));
+         },
+         "The devices in load order: a new list of them.")
+      .def_property_readonly(
+          "device_count", [](const Family& self) { return self->GetDeviceCount(); }, "The number of devices, modulo 65,536.")
+      .def(
+          "new_device",
+          [](const Family& self) {
+            const Writing writing(*self.tree());
+            return self.tree()->Hold(self->NewDevice());
+          },
+          "Appends a device of this family and returns it.")
+      .def("insert_new_device", insert(&FamilyList::InsertNewDevice), py::arg("position"),
+           "Makes a new device the one at this position, counted from 1; None outside the list.")
+      .def("add_new_device", insert(&FamilyList::AddNewDevice), py::arg("position"),
+           "Puts a new device right after this position, counted from 1, 0 in front of all; None outside the list.")
+      .def("delete_device", &DeleteDevice<int>, py::arg("position"),
+           "Deletes the device at this position, counted from 1; False outside the list. Using it raises DeletedError.")
+      .def(
+          "delete_device", [](const Family& self, const Text& codeName) { return DeleteDevice(self, codeName.get()); },
+          py::arg("code_name"), "Deletes the first device of this code name, ignoring case; False when there is none.")
+      .def("__repr__", &ShowFamily);
+}
+
+void AddDevice(DeviceClass& cls) {
+  AddFields<DeviceInfo>(cls, FieldsOf<DeviceInfo>());
+  cls.def_property_readonly(
+         "family_object", [](const Device& self) { return self.tree()->Hold(self->GetFamilyObject()); },
+         "The family that holds the device; `family` is a text.")
+      .def_property_readonly(
+          "packages",
+          [](const Device& self) {
+            return ToList(HoldAll<Package>(*self.tree(), [&](int i) { return self->GetDevicePackage()->GetPackage(i); }));
+          },
+          "The packages in load order: a new list of them.")
+      .def(
+          "new_package",
+          [](const Device& self) {
+            const Writing writing(*self.tree());
+            return self.tree()->Hold(self->GetDevicePackage()->NewPackage());
+          },
+          "Appends an empty package and returns it.")
+      .def(
+          "restore_device_backup_value",
+          [](const Device& self) {
+            const Writing writing(*self.tree());
+            self->RestoreDeviceBackupValue();
+          },
+          "Puts the working values back from their backups, those that were never set included.")
+      .def(
+          "change_device_cdr_value",
+          [](const Device& self, const Text& pon) {
+            const Writing writing(*self.tree());
+            self->ChangeDeviceCDRValue(pon.get());
+          },
+          py::arg("pon"),
+          "Switches the device to the CDR variant `pon`, when its family is cdr_fixed and `pon` holds \"H-\" or ends in \"H\".")
+      .def("__repr__", &ShowDevice);
+}
+
+void AddPackage(PackageClass& cls) {
+  AddFields<Package>(cls, FieldsOf<Package>());
+  cls.def_property_readonly(
+         "adapters",
+         [](const PackageRecord& self) {
+           return ToList(HoldAll<Adapter>(*self.tree(), [&](int i) { return self->GetAdapter(i); }));
+         },
+         "The socket adapters that fit: a new list of them.")
+      .def_property_readonly(
+          "entity_name", [](const PackageRecord& self) { return ToPython(self->GetEntityName()); },
+          "backup_pon with each of - / ( ) written as _; \"\" without one.")
+      .def(
+          "add_adapter",
+          [](const PackageRecord& self, const Text& vendor, const Text& adapter) {
+            const Writing writing(*self.tree());
+            return self.tree()->Hold(self->AddAdapter(vendor.get(), adapter.get()));
+          },
+          py::arg("vendor_name"), py::arg("adapter_name"), "Appends an adapter and returns it; None when either text is None.")
+      .def("remove_adapter", &DeleteAdapter, py::arg("position"),
+           "Deletes the adapter at this position, from 0; nothing outside the list.")
+      .def("clear_adapter_list", &DeleteAdapters, "Deletes all adapters.")
+      .def("__repr__", &ShowPackage);
+}
+
+void AddAdapter(AdapterClass& cls) {
+  const auto property = [&](const char* name, char* (Adapter::*get)() const, void (Adapter::*set)(const char*),
+                            const char* documentation) {
+    cls.def_property(
+        name, [get](const AdapterRecord& self) { return ToPython(((*self).*get)()); },
+        [set](const AdapterRecord& self, const Text& text) {
+          const Writing writing(*self.tree());
+          ((*self).*set)(text.get());
+        },
+        documentation);
+  };
+  property("vendor_name", &Adapter::GetVendorName, &Adapter::SetVendorName, "A text; None while unset.");
+  property("adapter_name", &Adapter::GetAdapterName, &Adapter::SetAdapterName, "A text; None while unset.");
+  cls.def("__repr__", &ShowAdapter);
+}
+
+}  // namespace
+
+void AddRecords(py::module_&, Classes& classes) {
+  AddTree(classes.tree);
+  AddFamily(classes.family);
+  AddDevice(classes.device);
+  AddPackage(classes.package);
+  AddAdapter(classes.adapter);
+}
+
+}  // namespace plddb::python

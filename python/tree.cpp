@@ -1,0 +1,71 @@
+#include "tree.h"
+
+namespace plddb::python {
+
+Record::~Record() {
+  if (record_ != nullptr) tree_->Forget(record_);
+}
+
+void* Record::Get() const {
+  if (record_ == nullptr) throw Deleted("this record was deleted from its database");
+  return record_;
+}
+
+std::vector<const DeviceList*> Tree::Databases() const {
+  std::vector<const DeviceList*> databases;
+  for (const Part& part : parts_) databases.push_back(part.database.get());
+  return databases;
+}
+
+DeviceList& Tree::First() {
+  if (parts_.empty()) parts_.push_back({"", MakeDeviceList()});
+  return *parts_.front().database;
+}
+
+DeviceList& Tree::Last() {
+  First();
+  return *parts_.back().database;
+}
+
+void Tree::MarkOne(const void* record) {
+  const auto held = held_.find(record);
+  if (held == held_.end()) return;
+  if (const std::shared_ptr<Record> record_held = held->second.lock()) record_held->MarkDeleted();
+  held_.erase(held);
+}
+
+void Tree::MarkDeleted(const FamilyList& family) {
+  for (int i = 0; const DeviceInfo* device = family.GetDevice(i); ++i) MarkDeleted(*device);
+  MarkOne(&family);
+}
+
+void Tree::MarkDeleted(const DeviceInfo& device) {
+  for (unsigned short i = 0; const Package* package = device.GetDevicePackage()->GetPackage(i); ++i) MarkDeleted(*package);
+  MarkOne(&device);
+}
+
+void Tree::MarkDeleted(const Package& package) {
+  for (int i = 0; const Adapter* adapter = package.GetAdapter(i); ++i) MarkDeleted(*adapter);
+  MarkOne(&package);
+}
+
+chain::DeviceFinder& Tree::FinderFor(const std::string& comm, std::size_t count) {
+  constexpr std::size_t kMostIds = 100000;
+  if (finders_.size() > 3 && finders_.count(comm) == 0) finders_.clear();
+  Finder& found = finders_[comm];
+  if (found.finder == nullptr || found.version != version_ || found.ids > kMostIds) {
+    found = {version_, 0, std::make_unique<chain::DeviceFinder>(Databases(), comm)};
+  }
+  found.ids += count;
+  return *found.finder;
+}
+
+Writing::Writing(Tree& tree) : lock_(tree.mutex_, std::try_to_lock) {
+  if (!lock_.owns_lock()) {
+    const py::gil_scoped_release release;
+    lock_.lock();
+  }
+  ++tree.version_;
+}
+
+}  // namespace plddb::python

@@ -1,0 +1,44 @@
+"""Builds the Python package out of the source tree: the libraries, the module over them, and the shipped descriptions."""
+
+import re
+import shutil
+from glob import glob
+from pathlib import Path
+
+from pybind11.setup_helpers import ParallelCompile, Pybind11Extension, build_ext
+from setuptools import setup
+from setuptools.command.build_py import build_py
+
+LIBRARIES = [
+    "foundation", "package", "device", "family", "database", "descriptions", "chain", "find", "check", "bsdl", "programming_files", "python",
+]  # fmt: skip
+
+VERSION = re.search(r"^project\(plddb VERSION ([0-9.]+)", Path("CMakeLists.txt").read_text(), re.MULTILINE).group(1)
+
+
+class BuildWithData(build_py):
+    """The descriptions lie in data/ of the source tree, and in the package once it is installed."""
+
+    def run(self):
+        super().run()
+        target = Path(self.build_lib) / "plddb" / "data"
+        target.mkdir(parents=True, exist_ok=True)
+        for file in [*glob("data/*.xml"), "descriptions/plddb.xsd"]:
+            shutil.copy(file, target)
+
+
+ParallelCompile(default=0).install()
+setup(
+    version=VERSION,
+    cmdclass={"build_ext": build_ext, "build_py": BuildWithData},
+    ext_modules=[
+        Pybind11Extension(
+            "plddb._plddb",
+            sorted(file for folder in LIBRARIES for file in glob(folder + "/**/*.cpp", recursive=True)),
+            include_dirs=[".", "include", *LIBRARIES],
+            define_macros=[("PLDDB_STATIC", None), ("PLDDB_INSTALLED_DATA", '"/usr/share/plddb"')],
+            libraries=["pugixml", "z"],
+            cxx_std=17,
+        )
+    ],
+)

@@ -1,0 +1,98 @@
+"""Programming files against chains, and makers' BSDL files."""
+
+import subprocess
+
+import plddb
+import pytest
+
+from conftest import TOOL, run_tool
+from documentation_test import BSDL
+
+JEDEC = "\x02Own file*\nNOTE DEVICE XC9572XL-7VQ44C*\nN DEVICE XC9572XL*\nQF46656*\nF0*\n\x03"
+
+
+@pytest.fixture
+def jedec(tmp_path):
+    path = tmp_path / "top.jed"
+    path.write_text(JEDEC)
+    return path
+
+
+def test_a_verdict_is_that_of_the_command(shipped, jedec):
+    for ids in (["0x59604093"], ["0x0362D093"], ["0x59604093", "0x0362D093", "0x59604093"], ["0x12345677"]):
+        verdict = plddb.fits(jedec, shipped.identify(ids))
+        if TOOL:
+            (answer,) = run_tool("fits", "--json", str(jedec), *ids)
+            assert answer["verdict"] == verdict.fit
+            assert answer["positions"] == verdict.positions
+            assert answer["devices"] == [device.name for device in verdict.devices]
+            assert answer["format"] == verdict.format
+            assert answer["fuseCount"] == verdict.fuse_count
+            assert answer["reasons"][: len(verdict.reasons)] == verdict.reasons
+            assert [one["kind"] for one in answer["statements"]] == [one.kind for one in verdict.statements]
+            assert [one["text"] for one in answer["statements"]] == [one.text for one in verdict.statements]
+
+
+def test_a_file_is_judged_without_a_chain(shipped, jedec):
+    verdict = plddb.fits(jedec, shipped)
+    assert (verdict.fit, verdict.positions, verdict.format) == ("unknown", [], "jedec")
+    assert all(device.database is shipped for device in verdict.devices)
+
+
+def test_any_file_is_read(shipped, tmp_path):
+    for content in (b"", b"\0", b"\xff" * 1000, b"hello", JEDEC.encode()[:20]):
+        path = tmp_path / "any"
+        path.write_bytes(content)
+        verdict = plddb.fits(path, shipped)
+        repr(verdict), repr(verdict.statements), verdict.faults, verdict.remark
+    for missing in (tmp_path / "missing", tmp_path):
+        with pytest.raises(plddb.Error) as raised:
+            plddb.fits(missing, shipped)
+        assert raised.value.faults[0].file == str(missing)
+    for wrong in (None, 5, "chain"):
+        with pytest.raises(TypeError):
+            plddb.fits(path, wrong)
+
+
+def test_a_deleted_device_of_the_chain_raises(tree, jedec):
+    chain = tree.identify(0x0ABC0043)
+    plddb.fits(jedec, chain)
+    tree.families[0].delete_device(1)
+    with pytest.raises(plddb.DeletedError):
+        plddb.fits(jedec, chain)
+
+
+def test_a_bsdl_file_states_its_facts(tmp_path):
+    path = tmp_path / "own.bsd"
+    path.write_text(BSDL)
+    bsdl = plddb.read_bsdl(path)
+    assert (bsdl.file, bsdl.entity, bsdl.ir_length, bsdl.bscan_length) == (str(path), "PLD1234", 8, 1)
+    assert (bsdl.capture, bsdl.packages, bsdl.maximum_tck, bsdl.usercodes) == ("XXXXXX01", ["TQ100"], 10e6, [])
+    assert bsdl.instructions["IDCODE"] == ["11111110"]
+    assert repr(bsdl) == "<plddb.BsdlFile PLD1234>"
+    device = bsdl.describe("F", vendor="Acme").families[0].devices[0]
+    assert (device.ir_length, device.vendor, device.id_instruction) == (8, "Acme", 0xFE)
+
+
+def test_a_device_of_a_bsdl_file_is_added_as_the_command_does(tmp_path, tree):
+    own = tmp_path / "own.bsd"
+    own.write_text(BSDL)
+    into = tmp_path / "into.xml"
+    into.write_text(plddb.write(tree))
+    text = plddb.read_bsdl(own).add_to(into, family="PLD1200")
+    assert [device.name for device in plddb.parse(text).families[0].devices][3] == "PLD1234"
+    if TOOL:
+        run = subprocess.run([TOOL, "import", "--family", "PLD1200", "--into", into, own], capture_output=True, text=True, check=False)
+        assert run.returncode == 0, run.stderr
+        assert text == (run.stdout or into.read_text())
+
+
+def test_a_bsdl_file_that_cannot_be_used_raises(tmp_path):
+    path = tmp_path / "bad.bsd"
+    for content in ("", "entity", BSDL.replace("is 8;", "is ;")):
+        path.write_text(content)
+        with pytest.raises(plddb.Error) as raised:
+            plddb.read_bsdl(path)
+        assert raised.value.faults[0].file == str(path)
+    with pytest.raises(plddb.Error):
+        plddb.read_bsdl(tmp_path / "missing.bsd")
