@@ -23,8 +23,8 @@ struct DataFileList {
 };
 
 /// The description files that `paths` name, in this order; a folder stands for its *.xml files in name order, without hidden
-/// files and subfolders. A folder that has none, or cannot be read, is a fault at 1:1. "-" is taken as it is, even where a folder
-/// has that name: programs use it for standard input.
+/// files and subfolders. A folder that has none, or cannot be read, is a fault at 1:1. "-" is taken as it is, even where a
+/// folder has that name: programs use it for standard input.
 DataFileList NamedFiles(const std::vector<std::string>& paths);
 
 /// NamedFiles of `paths`, and then, each file that leads to the same one as a file before it left out:
