@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 
@@ -16,9 +17,9 @@ struct TextKey {
 
 struct HashOfTextKey {
   std::size_t operator()(const TextKey& key) const {
-    std::size_t hash = key.number;
-    for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 1099511628211U;
-    return hash ^ hash >> 32;
+    std::uint32_t hash = key.number;
+    for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 16777619U;
+    return hash;
   }
 };
 

@@ -37,13 +37,27 @@ void* Allocate(std::size_t size, std::align_val_t alignment) {
   if (MustFail(size)) return nullptr;
   const auto unit = static_cast<std::size_t>(alignment);
   const std::size_t units = size == 0 ? 1 : (size + unit - 1) / unit;  // aligned_alloc takes whole units
+#ifdef _WIN32
+  return Counted(_aligned_malloc(units * unit, unit));
+#else
   return Counted(std::aligned_alloc(unit, units * unit));
+#endif
 }
 
 void Free(void* memory) {
   if (memory == nullptr) return;
   live.fetch_sub(1, std::memory_order_relaxed);
   std::free(memory);
+}
+
+void FreeAligned(void* memory) {
+#ifdef _WIN32
+  if (memory == nullptr) return;
+  live.fetch_sub(1, std::memory_order_relaxed);
+  _aligned_free(memory);
+#else
+  Free(memory);
+#endif
 }
 
 void* OrThrow(void* memory) {
@@ -84,12 +98,12 @@ void operator delete(void* memory) noexcept { Free(memory); }
 void operator delete[](void* memory) noexcept { Free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
-void operator delete(void* memory, std::align_val_t) noexcept { Free(memory); }
-void operator delete[](void* memory, std::align_val_t) noexcept { Free(memory); }
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { Free(memory); }
-void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { Free(memory); }
+void operator delete(void* memory, std::align_val_t) noexcept { FreeAligned(memory); }
+void operator delete[](void* memory, std::align_val_t) noexcept { FreeAligned(memory); }
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { FreeAligned(memory); }
+void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { FreeAligned(memory); }
 void operator delete(void* memory, const std::nothrow_t&) noexcept { Free(memory); }
 void operator delete[](void* memory, const std::nothrow_t&) noexcept { Free(memory); }
-void operator delete(void* memory, std::align_val_t, const std::nothrow_t&) noexcept { Free(memory); }
-void operator delete[](void* memory, std::align_val_t, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete(void* memory, std::align_val_t, const std::nothrow_t&) noexcept { FreeAligned(memory); }
+void operator delete[](void* memory, std::align_val_t, const std::nothrow_t&) noexcept { FreeAligned(memory); }
 // clang-format on
