@@ -8,10 +8,11 @@
 
 #include "Descriptions.h"
 #include "tests/descriptions/parse.h"
+#include "tests/support/small_stack.h"
 #include "tests/support/temporary_folder.h"
 
 /// \file
-/// What needs a named pipe, or a system that shows the program's own path.
+/// What needs a named pipe, a thread with a stack of a given size, or a system that shows the program's own path.
 
 namespace {
 
@@ -30,6 +31,21 @@ TEST(DataFolder, IsBesideTheProgramWhereItHasDescriptions) {
   // The build tree has the shape of an installation.
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
   EXPECT_EQ(plddb::DataFolder(), program.parent_path().parent_path() / "share/plddb");
+}
+
+TEST(Loading, NeedsLittleStack) {
+  for (const std::string file : {PLDDB_TEST_DIR "/descriptions/every_list.xml", PLDDB_DATA_DIR "/xilinx.xml"}) {
+    support::RunWithSmallStack([&] {
+      const plddb::LoadResult result = plddb::LoadDescriptions(file);
+      EXPECT_NE(result.database, nullptr) << file;
+    });
+  }
+}
+
+TEST(Loading, NeedsLittleStackForDeepElements) {
+  std::string deep;
+  for (int i = 0; i < 100000; ++i) deep += "<Family>";
+  support::RunWithSmallStack([&] { EXPECT_EQ(plddb::ParseDescriptions("<DeviceDatabase>" + deep, "").database, nullptr); });
 }
 
 }  // namespace
