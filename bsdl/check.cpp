@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "TextForms.h"
 #include "bsdl/Bsdl.h"
 #include "bsdl/characters.h"
 #include "bsdl/idcode.h"

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "TextForms.h"
 #include "bsdl/characters.h"
 #include "bsdl/lexer.h"
 

@@ -32,7 +32,4 @@ class FaultList {
   bool full_ = false;
 };
 
-/// `text` in double quotes, fit for a message of one line: shortened, and with \xNN for what cannot be printed.
-std::string Quoted(std::string_view text);
-
 }  // namespace plddb::bsdl

@@ -11,15 +11,11 @@ namespace {
 
 constexpr std::size_t kShortestName = 4;  // of a mark whose rest is not understood
 
-bool IsLetter(char c) { return internal::ToUpper(c) >= 'A' && internal::ToUpper(c) <= 'Z'; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsSeparator(char c) { return std::strchr("-_/., ()", c) != nullptr || internal::IsWhiteSpace(c); }
+using internal::IsDigit;
+using internal::IsLetter;
+using internal::UpperCase;
 
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), internal::ToUpper);
-  return upper;
-}
+bool IsSeparator(char c) { return std::strchr("-_/., ()", c) != nullptr || internal::IsWhiteSpace(c); }
 
 // --- The device -------------------------------------------------------------------------------------------------------------
 
@@ -134,7 +130,7 @@ class RestReader {
  private:
   bool EndsAt(std::size_t at) const { return at >= rest_.size() || IsSeparator(rest_[at]); }
   char At(std::size_t at) const { return at < rest_.size() ? internal::ToUpper(rest_[at]) : '\0'; }
-  std::size_t EndOf(bool (*isPart)(char c), std::size_t at) const {
+  std::size_t EndOf(bool (*isPart)(int c), std::size_t at) const {
     while (at < rest_.size() && isPart(rest_[at])) ++at;
     return at;
   }

@@ -69,7 +69,7 @@ bool LooksLikeIntelHex(std::string_view head) {
   if (head.empty() || head[0] != ':') return false;
   const std::string_view digits = FirstWord(head.substr(1));
   for (const char c : digits) {
-    if (HexDigit(static_cast<unsigned char>(c)) < 0) return false;
+    if (HexDigit(c) < 0) return false;
   }
   return digits.size() >= 8;
 }

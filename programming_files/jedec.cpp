@@ -100,7 +100,7 @@ void ReadField(std::string_view field, const Place& place, const KnownDevices& k
 /// Whether QF or QP is a field of `text`.
 bool HasQuantityField(std::string_view text) {
   for (std::size_t q = text.find('Q'); q != text.npos; q = text.find('Q', q + 1)) {
-    const bool isFirst = q == 0 || text[q - 1] == '*' || IsBlank(static_cast<unsigned char>(text[q - 1]));
+    const bool isFirst = q == 0 || text[q - 1] == '*' || IsWhiteSpace(text[q - 1]);
     const std::string_view field = text.substr(q, 16);
     if (isFirst && IsQuantity(field) && field.find('*') != field.npos) return true;
   }
@@ -138,7 +138,7 @@ void ReadJedec(Input& input, const KnownDevices& known, File& file) {
       isFirst = false;
       field.clear();
     } else if (field.size() < longest) {
-      if (field.empty() && IsBlank(c)) continue;
+      if (field.empty() && IsWhiteSpace(c)) continue;
       if (field.empty()) place = {input.Offset() - 1, input.TextPlace().line, input.TextPlace().column - 1};
       field += static_cast<char>(c);
     }

@@ -33,9 +33,9 @@ inline Held<DeviceInfo> HoldLent(Tree& tree, const DeviceInfo* device) { return 
 /// Calls `read()` while others use Python, and once more when somebody wrote meanwhile: what it found is there on return.
 template <class Read>
 void ReadUndisturbed(Tree& tree, Read read) {
-  for (unsigned long version = tree.version() + 1; version != tree.version();) {
+  for (unsigned long version = tree.Version() + 1; version != tree.Version();) {
     const Reading reading(tree);
-    version = tree.version();
+    version = tree.Version();
     read();
   }  // the condition is looked at with Python's lock
 }

@@ -30,7 +30,7 @@ DeviceList& Tree::Last() {
 void Tree::MarkOne(const void* record) {
   const auto held = held_.find(record);
   if (held == held_.end()) return;
-  if (const std::shared_ptr<Record> record_held = held->second.lock()) record_held->MarkDeleted();
+  if (const std::shared_ptr<Record> known = held->second.lock()) known->MarkDeleted();
   held_.erase(held);
 }
 

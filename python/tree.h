@@ -41,7 +41,7 @@ class Record {
   Record(const Record&) = delete;
   Record& operator=(const Record&) = delete;
 
-  const std::shared_ptr<Tree>& tree() const { return tree_; }
+  const std::shared_ptr<Tree>& GetTree() const { return tree_; }
   bool IsDeleted() const { return record_ == nullptr; }
   void MarkDeleted() { record_ = nullptr; }
 
@@ -83,7 +83,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
  public:
   explicit Tree(std::vector<Part> parts) : parts_(std::move(parts)) {}
 
-  const std::vector<Part>& parts() const { return parts_; }
+  const std::vector<Part>& Parts() const { return parts_; }
   std::vector<const DeviceList*> Databases() const;
   DeviceList& First();  ///< Made when there is none.
   DeviceList& Last();   ///< Likewise: where new families go.
@@ -109,7 +109,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
   void MarkDeleted(const Adapter& adapter) { MarkOne(&adapter); }
   ///@}
 
-  unsigned long version() const { return version_; }  ///< Changes with every writing.
+  unsigned long Version() const { return version_; }  ///< Changes with every writing.
 
   /// Calls `use(finder)` for the access mode and `count` ids, one call at a time. Needs Reading.
   template <class Use>

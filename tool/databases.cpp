@@ -55,4 +55,16 @@ const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths, Ou
   return Load(files, outlines);
 }
 
+std::vector<std::string_view> Makers(const std::vector<Database>& databases) {
+  std::vector<std::string_view> makers;
+  for (const Database& database : databases) {
+    for (int f = 0; const FamilyList* const family = database.devices->GetFamily(f); ++f) {
+      for (int d = 0; const DeviceInfo* const device = family->GetDevice(d); ++d) {
+        if (device->GetVendor() != nullptr) makers.emplace_back(device->GetVendor());
+      }
+    }
+  }
+  return makers;
+}
+
 }  // namespace tool

@@ -111,7 +111,7 @@ std::vector<ListedDevice> Devices(const std::vector<ListedFamily>& families, con
 
 // --- Tables -----------------------------------------------------------------------------------------------------------------
 
-std::string Notes(const FamilyList& family) {
+std::string FamilyNotes(const FamilyList& family) {
   const std::string alias = TextOrDash(family.GetAliasName());
   std::string notes = alias == "-" ? "" : "also named " + alias;
   if (IsHidden(family)) notes += notes.empty() ? "hidden" : ", hidden";
@@ -131,8 +131,8 @@ std::string FamilyTable(const std::vector<ListedFamily>& families, const std::ve
                         const Options& options) {
   std::vector<Row> rows = {{"family", "devices", "notes", "file"}};
   for (const auto& [family, database] : families) {
-    rows.push_back(
-        {TextOrDash(family->GetName()), std::to_string(family->GetDeviceCount()), Notes(*family), Printable(database->file)});
+    rows.push_back({TextOrDash(family->GetName()), std::to_string(family->GetDeviceCount()), FamilyNotes(*family),
+                    Printable(database->file)});
   }
   return Table(std::move(rows), databases, options);
 }
@@ -235,17 +235,6 @@ std::string FileJson(const std::vector<Database>& databases) {
 
 // --- The command ------------------------------------------------------------------------------------------------------------
 
-/// The makers and package types of all devices.
-std::vector<std::string_view> Makers(const std::vector<Database>& databases) {
-  std::vector<std::string_view> makers;
-  for (const Database& database : databases) {
-    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      if (device.GetVendor() != nullptr) makers.emplace_back(device.GetVendor());
-    });
-  }
-  return EachOnce(makers);
-}
-
 /// Why nothing is listed.
 struct Nothing {
   std::string message;
@@ -257,7 +246,7 @@ Nothing WhyNothing(const std::vector<Database>& databases, const Options& option
     return {"no family is named " + Printable(options.family), Suggestions(options.family, FamilyNames(databases))};
   }
   Nothing nothing = {"no such device", {}};
-  if (!options.maker.empty()) nothing.suggestions = Suggestions(options.maker, Makers(databases));
+  if (!options.maker.empty()) nothing.suggestions = Suggestions(options.maker, EachOnce(Makers(databases)));
   if (!options.package.empty() && nothing.suggestions.empty()) {
     const auto types = plddb::find::TextsOf(ToSearch(databases), plddb::find::Key::kPackage);
     nothing.suggestions = Suggestions(options.package, EachOnce(types));

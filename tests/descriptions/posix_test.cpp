@@ -18,7 +18,7 @@ namespace {
 
 TEST(Loading, ReadsAPipeToItsEnd) {
   const support::TemporaryFolder folder;
-  const std::string pipe = (folder.path() / "pipe").string();
+  const std::string pipe = (folder.Path() / "pipe").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   std::thread writer([&] { std::ofstream(pipe) << parse::WithDevice("Name='" + std::string(100000, 'x') + "'"); });
   const plddb::LoadResult result = plddb::LoadDescriptions(pipe);

@@ -79,7 +79,7 @@ TEST(Find, AnswersByEveryKey) {
 
 TEST(Find, AnswersByTheAliasNameOfADeviceWithoutCodeName) {
   const support::TemporaryFolder folder;
-  const std::string file = (folder.path() / "alias.xml").string();
+  const std::string file = (folder.Path() / "alias.xml").string();
   std::ofstream(file) << "<DeviceDatabase><Family Name='F'><Device Name='N' AliasName='OLD'/></Family></DeviceDatabase>";
   EXPECT_EQ(Find("--alias old", {file}).out,
             "matched by  device  family  code name  packages  where\n"
@@ -202,7 +202,7 @@ TEST(Find, ListsTwentyUnlessAllAreWanted) {
 
 TEST(Find, TellsWhyNothingIsFoundWhereItIsKnown) {
   const support::TemporaryFolder folder;
-  const std::string file = (folder.path() / "isp.xml").string();
+  const std::string file = (folder.Path() / "isp.xml").string();
   std::ofstream(file)
       << "<DeviceDatabase><Family Name='F'><Device Name='ISP512' CodeName='ISP512' Comm='ISP' FuseNumber='7600'>"
          "<Package Type='TQ100'/></Device></Family></DeviceDatabase>";

@@ -21,7 +21,7 @@ const std::string kCounter = PLDDB_TEST_DIR "/../examples/counter.jed";
 class Fits : public testing::Test {
  protected:
   std::string Write(const std::string& name, const std::string& bytes) {
-    const std::string path = (folder_.path() / name).string();
+    const std::string path = (folder_.Path() / name).string();
     std::ofstream(path, std::ios::binary) << bytes;
     return path;
   }

@@ -54,10 +54,10 @@ TEST(HelpExamples, WorkAsTheyAreWritten) {
     EXPECT_GE(examples.size(), 2U) << "row: " << subcommand;
     for (const std::string& example : examples) {
       const support::TemporaryFolder folder;
-      Fill(folder.path());
+      Fill(folder.Path());
       const ToolRun run =
           RunProgram("/bin/sh", {"-c", "cd \"$0\" && export PATH=\"$0/bin:$PATH\" PLDDB_PATH=" PLDDB_DATA_DIR " && " + example,
-                                 folder.path().string()});
+                                 folder.Path().string()});
       EXPECT_EQ(run.exit_code, 0) << "row: " << example << "\n" << run.err;
     }
   }

@@ -74,9 +74,9 @@ inline ToolRun RunProgram(const std::string& program, const std::vector<std::str
   const auto in = run_tool_detail::TemporaryFile(input);
   const auto out = run_tool_detail::TemporaryFile("");
   const auto err = run_tool_detail::TemporaryFile("");
-  const int exit_code =
+  const int code =
       run_tool_detail::WaitFor(run_tool_detail::Start(command, {fileno(in.get()), fileno(out.get()), fileno(err.get())}));
-  return {exit_code, run_tool_detail::Content(out.get()), run_tool_detail::Content(err.get())};
+  return {code, run_tool_detail::Content(out.get()), run_tool_detail::Content(err.get())};
 }
 
 /// Runs the plddb of this build.

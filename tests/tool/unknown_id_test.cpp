@@ -130,7 +130,7 @@ TEST(DescriptionStub, LoadsOnceItsBlanksAreFilledAndIsThenFound) {
     std::string id;
     std::vector<std::string> more;
     std::string vendor;
-    int ir_length;
+    int irLength;
   } cases[] = {
       {"0x4BAFF477", {}, "ARM", 7},
       {"0x4BAFF477", {"--ir", "0=4"}, "ARM", 4},
@@ -148,9 +148,9 @@ TEST(DescriptionStub, LoadsOnceItsBlanksAreFilledAndIsThenFound) {
     const DeviceInfo* const device = loaded.database->GetDeviceWithCommAndID("JTAG", id);
     ASSERT_NE(device, nullptr) << "row: " << stub;
     EXPECT_STREQ(device->GetVendor(), c.vendor.c_str()) << "row: " << stub;
-    EXPECT_EQ(device->GetIRLength(), c.ir_length) << "row: " << stub;
+    EXPECT_EQ(device->GetIRLength(), c.irLength) << "row: " << stub;
     EXPECT_EQ(device->GetjtagDeviceID() & ~device->GetDeviceIDScanMask(), 0u) << "row: " << stub;
-    if (c.ir_length == 7) {
+    if (c.irLength == 7) {
       EXPECT_FALSE(load(stub).database) << "row: a forgotten IR length " << stub;
     }
   }
