@@ -29,29 +29,14 @@ options_of() {
 # Whether a target needs its own pugixml, zlib and GoogleTest.
 is_foreign() { case "$1" in windows* | i386 | arm64 | s390x | libc++) ;; *) return 1 ;; esac; }
 
-# The sources of pugixml and zlib, as Debian has them. Nothing outside build/ changes.
-fetch_sources() {
-  [ ! -e "$folder/sources/done" ] || return 0
-  mkdir -p "$folder"/apt/{sources,lists/partial,cache/archives/partial} "$folder/sources"
-  cp /etc/apt/sources.list /etc/apt/sources.list.d/*.{list,sources} "$folder/apt/sources/" 2>/dev/null || true
-  sed -i -E 's/^deb /deb-src /; s/^Types:.*/Types: deb-src/' "$folder"/apt/sources/*
-  local apt=(apt-get -q -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$folder/apt/sources"
-    -o Dir::State::Lists="$folder/apt/lists" -o Dir::Cache="$folder/apt/cache" -o APT::Sandbox::User="$(id -un)")
-  quietly "$folder/apt.log" "${apt[@]}" update
-  (cd "$folder/sources" && quietly "$folder/apt.log" "${apt[@]}" source --download-only pugixml zlib)
-  local archive
-  for archive in "$folder"/sources/*.orig.tar.*; do tar -xf "$archive" -C "$folder/sources"; done
-  touch "$folder/sources/done"
-}
-
 # build_dependencies TARGET: into build/portability/TARGET/dependencies; windows-static shares those of windows.
 build_dependencies() {
   local name=${1%-static}
   dependencies=$folder/$name/dependencies
   [ ! -e "$dependencies/lib/libz.a" ] || return 0
-  fetch_sources
+  scripts/fetch-sources
   cmake -S cmake/dependencies -B "$folder/$name/dependencies-build" -G Ninja "${launcher[@]}" "${options[@]}" \
-    -DPLDDB_SOURCES="$folder/sources" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$dependencies"
+    -DPLDDB_SOURCES="$PWD/build/sources" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$dependencies"
   cmake --build "$folder/$name/dependencies-build" --target install
 }
 
@@ -131,4 +116,31 @@ try_target() {
   output=$(compare_output "$target")
   printf '%-16s %-8s %-24s %s\n' "$target" yes "$tests" "$output"
   [[ $tests == *" 0 failed" && $output == equal ]]
+}
+
+# The programs of tests/consumer, one for each library, under node. The first line of each is "// Uses ..., prints: TEXT".
+try_wasm() {
+  mkdir -p "$folder/wasm"
+  if ! quietly "$folder/wasm/build.log" build_wasm; then
+    printf '%-16s %-8s\n' wasm no
+    return 1
+  fi
+  local source expected answer passed=0 bad=0
+  for source in tests/consumer/*.cpp; do
+    expected=$(sed -n '1s|^// Uses .*, prints: ||p' "$source")
+    answer=$(node "$folder/wasm/build/$(basename "$source" .cpp).js" 2>&1) || true
+    if [ "$answer" = "$expected" ]; then passed=$((passed + 1)); else bad=$((bad + 1)); fi
+    echo "$source: $answer"
+  done >"$folder/wasm/test.log"
+  printf '%-16s %-8s %s\n' wasm yes "$passed passed, $bad failed"
+  [ "$bad" = 0 ]
+}
+
+build_wasm() {
+  scripts/emscripten
+  export NODE_PATH=/usr/share/nodejs
+  emcmake cmake -G Ninja -S tests/consumer -B "$folder/wasm/build" -DPLDDB_FROM=subdirectory -DPLDDB_SOURCE="$PWD" \
+    -DBUILD_SHARED_LIBS=OFF -DCMAKE_BUILD_TYPE=None -DCMAKE_CXX_FLAGS="-O1 $warnings" \
+    -DCMAKE_FIND_ROOT_PATH="$PWD/build/emscripten/root" -DCMAKE_PREFIX_PATH=/
+  cmake --build "$folder/wasm/build"
 }
