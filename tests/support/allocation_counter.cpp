@@ -2,8 +2,11 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -72,6 +75,28 @@ namespace support {
 long AllocationCount() { return allocations; }
 
 long LiveAllocations() { return live.load(std::memory_order_relaxed); }
+
+void ForgetAllocationsSince(long count) { live.store(count, std::memory_order_relaxed); }
+
+bool StandardLibraryLeaks() {
+  static const bool leaks = [] {
+    const std::vector<std::string> texts(2, std::string(100, 'x'));
+    const long before = LiveAllocations();
+    {
+      const FailAllocation second(2);
+      try {
+        const std::vector<std::string> copy = texts;
+      } catch (const std::bad_alloc&) {  // as intended
+      }
+    }
+    if (LiveAllocations() == before) return false;
+    ForgetAllocationsSince(before);
+    static_cast<void>(
+        std::fputs("This standard library leaks when a copy fails; leaks after failures are not tested.\n", stderr));
+    return true;
+  }();
+  return leaks;
+}
 
 FailAllocation::FailAllocation(long nth) {
   countdown = nth;
