@@ -160,8 +160,8 @@ ChainPosition DeviceFinder::Identify(std::optional<unsigned int> id) {
 
 ChainPosition DeviceFinder::Identify(const ScannedTap& tap, bool trustsGuessedIrLength) {
   ChainPosition position = Identify(tap.id);
-  constexpr unsigned long longest = 0xFFFF;  // as in descriptions
-  if (tap.irLength <= longest && (!tap.irLengthIsGuess || trustsGuessedIrLength)) position.scannedIrLength = tap.irLength;
+  if (tap.irLength <= kLongestIrLength && (!tap.irLengthIsGuess || trustsGuessedIrLength))
+    position.scannedIrLength = tap.irLength;
   return position;
 }
 

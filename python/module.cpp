@@ -29,6 +29,21 @@ Classes DeclareClasses(py::module_& module) {
   };
 }
 
+PyObject* RefuseNew(PyTypeObject* type, PyObject*, PyObject*) {
+  PyErr_Format(PyExc_TypeError, "%s objects come from a database or a function, and are not made", type->tp_name);
+  return nullptr;
+}
+
+/// Classes without a constructor make no objects: pybind11 would not initialise them.
+void RefuseObjects(const py::module_& module) {
+  for (const auto& [name, member] : module.attr("__dict__").cast<py::dict>()) {
+    if (!PyType_Check(member.ptr())) continue;
+    if (PyExceptionClass_Check(member.ptr()) || member.attr("__dict__").contains("__init__")) continue;
+    reinterpret_cast<PyTypeObject*>(member.ptr())->tp_new = &RefuseNew;
+    PyType_Modified(reinterpret_cast<PyTypeObject*>(member.ptr()));
+  }
+}
+
 }  // namespace
 }  // namespace plddb::python
 
@@ -45,5 +60,6 @@ PYBIND11_MODULE(_plddb, module) {
   AddFind(module, classes);
   AddFits(module);
   AddBsdlFiles(module);
+  RefuseObjects(module);
   module.attr("__name__") = "plddb._plddb";
 }

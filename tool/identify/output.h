@@ -67,8 +67,7 @@ std::string ScanText(const Scan& scan);
 /// "nearest TDO first", "nearest TDI first", "order as printed".
 const char* OrderText(End nearest);
 
-/// What a reader of the chain should know: oddities of the scan, IR lengths that do not agree or that are missing, hints on
-/// devices that are no programmable logic. One line each.
+/// plddb::chain::Notes.
 std::vector<std::string> Notes(const IdentifiedChain& identified);
 
 /// plddb::chain::KindText.
