@@ -39,12 +39,10 @@ def tree() -> plddb.Database:
     return db
 
 
-def run(*arguments: str) -> subprocess.CompletedProcess:
+def run(subcommand: str, *arguments: str) -> subprocess.CompletedProcess:
     """The command, over the shipped descriptions."""
-    environment = {name: value for name, value in os.environ.items() if not name.startswith("PLDDB_PATH")}
-    done = subprocess.run(
-        [TOOL, *arguments, "--db", str(SOURCE / "data")], env=environment, capture_output=True, timeout=60, check=False
-    )
+    all_arguments = [TOOL, subcommand, "--db", str(SOURCE / "data"), *arguments]
+    done = subprocess.run(all_arguments, capture_output=True, timeout=60, check=False)
     assert done.returncode in (0, 1), done.stderr
     return done
 
