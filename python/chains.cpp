@@ -187,7 +187,8 @@ void AddSequence(ChainClass& cls) {
       .def("__len__", [](const Chain& self) { return self.chain.size(); })
       .def("__getitem__", &PositionAt, py::arg("index"))
       .def(
-          "__getitem__", [](const Self& self, const py::slice& slice) { return Positions(self)[slice]; }, py::arg("slice"))
+          "__getitem__", [](const Self& self, const py::slice& slice) { return py::object(Positions(self)[slice]); },
+          py::arg("slice"))
       .def("__iter__", [](const Self& self) { return py::iter(Positions(self)); })
       .def("__reversed__", [](const Self& self) { return Positions(self).attr("__reversed__")(); })
       .def(

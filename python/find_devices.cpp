@@ -25,6 +25,11 @@ std::vector<Match> Find(Tree& tree, const Text& text, const Text& family) {
   return held;
 }
 
+std::vector<std::string> NearNames(Tree& tree, const Text& text) {
+  const Reading reading(tree);
+  return find::NearNames(tree.Databases(), text.bytes);
+}
+
 std::vector<std::string> Keys(const Match& self) {
   std::vector<std::string> names;
   for (const find::Key key : self.found.keys) names.emplace_back(find::NameOf(key));
@@ -46,7 +51,8 @@ void AddMark(py::module_& module) {
           "temperature", [](const Mark& self) { return find::TemperatureName(self.temperature); },
           "\"commercial\", \"industrial\", ...; \"\": not given.")
       .def_property_readonly(
-          "unknown", [](const Mark& self) { return ToPython(self.unknown); }, "What is not understood.");
+          "unknown", [](const Mark& self) { return ToPython(self.unknown); }, "What is not understood.")
+      .def("__repr__", [](const Mark& self) { return ToPython("<plddb.Mark " + self.name + ">"); });
 }
 
 }  // namespace
@@ -64,11 +70,16 @@ void AddFind(py::module_& module, Classes& classes) {
       .def("__repr__", [](const Match& self) {
         return py::str("<plddb.Match {}, {}>").format(find::NameOf(self.found.kind), py::repr(py::cast(self.device)));
       });
-  classes.tree.def("find", &Find, py::arg("text"), py::arg("family") = py::none(),
-                   "All devices that a text may mean, best first: a name, an "
-                   "ordering number, an id, a file, a fuse count, a\n"
-                   "family, a pattern with * and ?, a part of a name, or a "
-                   "mark on a chip. `family` limits the search.");
+  classes.tree
+      .def(
+          "find", &Find, py::arg("text"), py::arg("family") = py::none(),
+          "All devices that a text may mean, best first: a name, an ordering number, an id, a file, a fuse count, a family, a\n"
+          "package type, a pattern with * and ?, a part of a name, or a mark on a chip. `family` limits the search to "
+          "families\n"
+          "of this name.")
+      .def(
+          "near_names", [](Tree& tree, const Text& text) { return ToPython(NearNames(tree, text)); }, py::arg("text"),
+          "Up to five names, code names, alias names and families that a text was probably meant to be.");
 }
 
 }  // namespace plddb::python

@@ -247,9 +247,14 @@ void AddEntryClass(py::module_& module, const char* name, const Properties<T>& p
       "__eq__", [properties](const Entry<T>& a, const Entry<T>& b) { return AreEqual(properties, a, b); }, py::is_operator(),
       py::arg("other"));
   cls.attr("__hash__") = py::none();  // it may change
-  cls.def(py::pickle([properties](const Entry<T>& self) { return ValuesIn(properties, self); },
-                     [properties](const py::dict& values) { return MakeEntry(properties, values); }),
-          py::arg("values"));
+  cls.def(
+      "__reduce__",
+      [properties](const py::object& self) {
+        const py::dict values = ValuesIn(properties, self.cast<const Entry<T>&>());
+        const py::object make = py::module_::import("functools").attr("partial")(py::type::of(self), **values);
+        return py::make_tuple(make, py::tuple());
+      },
+      "For pickle and copy.");
 }
 
 // --- Properties -------------------------------------------------------------------------------------------------------------

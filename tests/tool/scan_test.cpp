@@ -196,6 +196,13 @@ TEST(Scan, TellsWhatItsIrLengthsSay) {
   }
 }
 
+TEST(Scan, KeepsATapWithoutAnIdcodeApartFromOneWithALength) {
+  const std::string text = "I: discovered 2 TAPs\nI: TAP #0: IR[6] IDCODE=0x0362d093\nI: TAP #1: IR[?] BYPASS\n";
+  EXPECT_EQ(Column(Scan(text, {"--json"}).out, "id"), (Texts{"0x0362D093", ""}));
+  const std::string tsv = Scan(text, {"--format", "tsv"}).out;
+  EXPECT_TRUE(Contains(tsv, "\n1\t\tno-idcode\t")) << tsv;
+}
+
 TEST(Scan, TellsOfAFailureThoughATableFollows) {
   const std::string table = " 0 a.tap Y 0x00000000 0x59604093 8 0x01 0x03\n";
   const struct {
