@@ -13,10 +13,10 @@ namespace {
 
 using internal::AccessMode;
 using internal::Identifiers;
+using internal::kVersionBits;
 
 constexpr unsigned int kAllBits = 0xFFFFFFFF;
 constexpr unsigned int kLowByte = 0xFF;
-constexpr unsigned int kVersionBits = 0xF0000000;
 constexpr unsigned int kManufacturerBits = 0x00000FFF;  // and bit 0
 constexpr std::size_t kMostNear = 5;
 

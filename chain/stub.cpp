@@ -1,10 +1,11 @@
 #include "chain/Chain.h"
+#include "device/identifiers.h"
 #include "foundation/printed_forms.h"
 
 namespace plddb::chain {
 namespace {
 
-constexpr unsigned int kVersionBits = 0xF0000000;
+using internal::kVersionBits;
 
 std::string XmlAttribute(const std::string& name, const std::string& value) {
   std::string text;

@@ -89,7 +89,7 @@ std::string MakerInvalid(const DescribedDevice& device) {
 }
 
 // clang-format off
-constexpr DeviceRule kRules[] = {
+constexpr DeviceRule kIdentifierRules[] = {
     {CodeId::kIdcodeBit0,    About::kWritten,     "jtagDeviceID",     IdcodeBit0},
     {CodeId::kMakerInvalid,  About::kWritten,     "jtagDeviceID",     MakerInvalid},
     {CodeId::kIdZero,        About::kWritten,     "jtagDeviceID",     ZeroIdcode},
@@ -221,7 +221,7 @@ void CheckIdentifiers(const Records& records, Findings& findings) {
   const MaskCounts masks = CountMasks(records);
   const unsigned int usual = MostFrequent(masks);
   for (const DescribedDevice& device : records.Devices()) {
-    Apply(kRules, device, findings);
+    Apply(kIdentifierRules, device, findings);
     CheckLeadingZeros(device, findings);
     CheckIdcodeOutsideMask(device, masks, usual, findings);
   }

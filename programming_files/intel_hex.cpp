@@ -11,9 +11,9 @@ namespace plddb::programming_files {
 namespace {
 
 /// Reads records up to the end, and gives the data of those that have some.
-class Records {
+class HexRecords {
  public:
-  Records(Input& input, File& file) : input_(input), file_(file) {}
+  HexRecords(Input& input, File& file) : input_(input), file_(file) {}
 
   /// The data of the next data record: at most 255 bytes.
   std::size_t Read(char* buffer) {
@@ -75,7 +75,7 @@ bool LooksLikeIntelHex(std::string_view head) {
 }
 
 void ReadIntelHex(Input& input, const KnownDevices& known, File& file) {
-  Records records(input, file);
+  HexRecords records(input, file);
   const auto image = std::make_unique<Input>([&records](char* buffer, std::size_t) { return records.Read(buffer); });
   ReadXilinxBin(*image, known, file);
   file.format = Format::kIntelHex;

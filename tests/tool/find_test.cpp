@@ -189,7 +189,7 @@ TEST(Find, MarksSeveralAnswersAndMakesThemAnErrorWhenOneIsWanted) {
 }
 
 TEST(Find, ListsTwentyUnlessAllAreWanted) {
-  const ToolRun some = Find("'XC95*'", {PLDDB_DATA_DIR});
+  const ToolRun some = RunTool({"find", "--db", PLDDB_DATA_DIR, "'XC95*'"});
   const ToolRun run = RunTool({"find", "--db", PLDDB_DATA_DIR, "--json", "XC7*"});
   EXPECT_EQ(some.exit_code, 1);  // quotes are for shells
   EXPECT_EQ(Json::parse(run.out)["matches"].size(), 20U);
