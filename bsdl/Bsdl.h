@@ -200,7 +200,7 @@ struct Import {
 Import Describe(const std::vector<File>& files, const ImportOptions& options);
 
 /// The description file `text`, called `file`, with the devices of `import` put into it: its own family is joined to the one of
-/// its name, a device gives packages to the one of its name. All else stays as it is. Faults say why nothing was done.
+/// its name, a device gives packages to the one of its name. All else stays as it is. If nothing was done, faults state why.
 struct Addition {
   std::string text;
   std::vector<Fault> faults;

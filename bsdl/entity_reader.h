@@ -7,7 +7,7 @@
 
 namespace plddb::bsdl {
 
-/// Reads the entity that `text` describes: its statements, without what is in their strings.
+/// Reads the entity that `text` describes: its statements, but not the contents of their strings.
 ///
 ///   entity NAME is
 ///     generic ( NAME : string := "..." );

@@ -19,7 +19,7 @@ struct Token {
   enum class Kind { kWord, kString, kAssignment, kMark, kEnd };
 
   Kind kind = Kind::kEnd;
-  std::string_view text;  // of a string, what is between its quotes
+  std::string_view text;  // of a string, without its quotes
   Place place;            // of the first character, that is of the opening quote
   bool isClosed = true;   // a string with its second quote
 

@@ -112,7 +112,7 @@ Matches FindCutPon(const Databases& databases, const std::string& family, const 
   return found.Take();
 }
 
-/// What a device is told by.
+/// The keys that identify one device.
 Matches FindWhole(const Databases& databases, const std::string& family, const Wanted& wanted) {
   Matches found = FindKeys(
       databases, family,

@@ -139,10 +139,10 @@ const char* ToText(Fit fit);
 /// Which devices a file can be for, and where it fits.
 struct Verdict {
   std::vector<const DeviceInfo*> devices = {};  ///< Those that the file can be for, most likely first. Lent by the databases.
-  bool isKnown = false;                     ///< The devices are one device, or cannot be told apart by anything that counts.
-  Fit fit = Fit::kUnknown;                  ///< kUnknown where no chain was given.
-  std::vector<std::size_t> positions = {};  ///< Of the chain that it fits; empty unless `fit` is one of the first two.
-  std::vector<std::string> reasons = {};    ///< In words, the strongest first.
+  bool isKnown = false;                         ///< The devices are one device, or differ in nothing that matters.
+  Fit fit = Fit::kUnknown;                      ///< kUnknown where no chain was given.
+  std::vector<std::size_t> positions = {};      ///< Of the chain that it fits; empty unless `fit` is one of the first two.
+  std::vector<std::string> reasons = {};        ///< In words, the strongest first.
 };
 ///@}
 

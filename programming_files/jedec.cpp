@@ -52,7 +52,7 @@ void AddFitterName(std::string_view line, const Place& place, const KnownDevices
   if (words.size() > 1) AddPackage(words[1], place, file);
 }
 
-/// "Device          g22v10  Library DLIB-h-40-1": a mnemonic that stands for many parts.
+/// "Device          g22v10  Library DLIB-h-40-1": a mnemonic that many parts share.
 void AddMnemonic(std::string_view text, const Place& place, File& file) {
   Statement statement{Kind::kCommentName, std::string(text.substr(0, kLongestText))};
   statement.place = place;

@@ -64,7 +64,7 @@ bool AreInterchangeable(const Devices& devices) {
   });
 }
 
-/// The families whose parts answer with these words; their number of macrocells cannot be told from them.
+/// The families whose parts answer with these words; they do not show the number of macrocells.
 constexpr struct {
   std::string_view words;
   std::string_view family;
@@ -357,10 +357,10 @@ std::string PaddingReason(const Target& target, const JudgedChain& chain, std::s
 }
 
 std::string UnknownReason(const Target& target, const chain::ChainPosition& position) {
-  if (!position.id) return "cannot be told: no IDCODE was read here";
-  if (!target.conflict.empty()) return "cannot be told: the file contradicts itself (" + target.conflict + ")";
-  if (target.isAmbiguous) return "cannot be told: the file can be for any of " + Names(target.devices);
-  return "cannot be told";
+  if (!position.id) return "cannot be decided: no IDCODE was read here";
+  if (!target.conflict.empty()) return "cannot be decided: the file contradicts itself (" + target.conflict + ")";
+  if (target.isAmbiguous) return "cannot be decided: the file can be for any of " + Names(target.devices);
+  return "cannot be decided";
 }
 
 class Reasons {
@@ -430,7 +430,7 @@ void AddDevices(const std::vector<Target>& targets, Verdict& verdict) {
   }
 }
 
-/// Of the targets, the one that decides: what cannot be told for one cannot be told for the file, and what does not fit
+/// Of the targets, the one that decides: if one is unknown, so is the answer for the file, and what does not fit
 /// neither.
 Fit Worse(Fit a, Fit b) {
   if (a == Fit::kFitsNone || b == Fit::kFitsNone) return Fit::kFitsNone;
