@@ -12,6 +12,7 @@
 #include "TextForms.h"
 #include "bsdl/characters.h"
 #include "bsdl/isc_flow.h"
+#include "bsdl/real_number.h"
 #include "bsdl/text_cursor.h"
 
 namespace plddb::bsdl {
@@ -455,10 +456,9 @@ class FactReader {
     facts_.tck = {UpperCase(attribute.of.text), attribute.of.place};
     if (attribute.list.empty()) return Fault(attribute.place, "expected a frequency and a state, such as (10.0e6, BOTH)");
     const Word& frequency = attribute.list.front();
-    const char* const end = frequency.text.data() + frequency.text.size();
-    const auto read = std::from_chars(frequency.text.data(), end, facts_.maximumTck);
-    if (read.ptr != end || read.ec != std::errc()) {
-      facts_.maximumTck = 0;
+    const auto hertz = RealNumber(frequency.text);
+    facts_.maximumTck = hertz.value_or(0);
+    if (!hertz) {
       Fault(frequency.place, "expected a frequency, such as 10.0e6, found " + Quoted(frequency.text));
     }
     if (attribute.list.size() != 2 || !IsOneOf(attribute.list.back().text, {"LOW", "HIGH", "BOTH"})) {

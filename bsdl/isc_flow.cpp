@@ -1,21 +1,16 @@
 #include "isc_flow.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 
 #include "bsdl/characters.h"
+#include "bsdl/real_number.h"
 
 namespace plddb::bsdl {
 namespace {
 
 /// The number that all of `text` is; 0 when it is none.
-double Number(std::string_view text) {
-  double number = 0;
-  const char* const end = text.data() + text.size();
-  const auto read = std::from_chars(text.data(), end, number);
-  return read.ec == std::errc() && read.ptr == end && number > 0 ? number : 0;
-}
+double Number(std::string_view text) { return RealNumber(text).value_or(0); }
 
 class FlowReader {
  public:

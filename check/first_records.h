@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 
@@ -16,9 +18,9 @@ struct TextKey {
 
 struct HashOfTextKey {
   std::size_t operator()(const TextKey& key) const {
-    std::size_t hash = key.number;
+    std::uint64_t hash = key.number;
     for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 1099511628211U;
-    return hash ^ hash >> 32;
+    return static_cast<std::size_t>(hash ^ hash >> 32);
   }
 };
 

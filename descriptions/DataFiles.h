@@ -29,8 +29,8 @@ DataFileList NamedFiles(const std::vector<std::string>& paths);
 
 /// NamedFiles of `paths`, and then, each file that leads to the same one as a file before it left out:
 ///
-///   $PLDDB_PATH          files and folders, ':' between them
-///   the user's folder    $XDG_CONFIG_HOME/plddb, or ~/.config/plddb
+///   $PLDDB_PATH          files and folders, ':' between them; on Windows ';'
+///   the user's folder    $XDG_CONFIG_HOME/plddb, or ~/.config/plddb; on Windows %APPDATA%/plddb
 ///   the shipped files    those of the folder `shipped`
 DataFileList DataFiles(const std::vector<std::string>& paths, const std::string& shipped = DataFolder());
 

@@ -68,7 +68,8 @@ constexpr Field MakeField(std::string_view name, Need need = Need::kOptional) {
   return {name, KindOf<typename Target::Type>(), need, &SetField<target>, &GetField<typename Target::Record, source>};
 }
 
-template <auto setter>
+/// The type of `setter` selects one of several setters of the same name.
+template <typename Record, void (Record::*setter)(const char*)>
 constexpr Field MakeColumn(std::string_view name) {
   return {name, Kind::kText, Need::kOptional, &SetField<setter>, nullptr};
 }
@@ -92,7 +93,7 @@ constexpr Field With(Kind kind, Field field) {
 #define FIELD(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem)
 #define BACKUP(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::kBackup)
 #define FLAG(record, stem) MakeField<&record::Set##stem, &record::Is##stem>(#stem)
-#define COLUMN(record, stem) MakeColumn<static_cast<void (record::*)(const char*)>(&record::Set##stem)>(#stem)
+#define COLUMN(record, stem) MakeColumn<record, &record::Set##stem>(#stem)
 #define MEMBER(record, name) MakeField<&record::name, &record::name>(#name)
 #define NEEDED(record, name, need) MakeField<&record::name, &record::name>(#name, need)
 

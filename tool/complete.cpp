@@ -1,11 +1,11 @@
 #include "complete.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 #include "Check.h"
+#include "Files.h"
 #include "databases.h"
 #include "device_lookup.h"
 #include "device_text.h"
@@ -134,8 +134,8 @@ std::vector<std::string> CutAtEquals(const std::vector<std::string>& words) {
 
 /// The file that a shell understands by `word`.
 std::string ExpandHome(const std::string& word) {
-  const char* const home = std::getenv("HOME");
-  return word.substr(0, 2) == "~/" && home != nullptr ? home + word.substr(1) : word;
+  const std::string home = plddb::Environment("HOME");
+  return word.substr(0, 2) == "~/" && !home.empty() ? home + word.substr(1) : word;
 }
 
 /// `words` are those after the subcommand, at least the one at the cursor.

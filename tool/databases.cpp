@@ -1,10 +1,9 @@
 #include "databases.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "command.h"
+#include "console.h"
 #include "progress.h"
 #include "standard_streams.h"
 
@@ -30,7 +29,7 @@ const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines o
   static auto& databases = *new std::vector<Database>();
   databases.clear();
   std::string faults;
-  Progress progress(files.size(), isatty(STDERR_FILENO) == 1 ? WriteProgress : nullptr);
+  Progress progress(files.size(), IsTerminal(kMessages) ? WriteProgress : nullptr);
   for (const DataFile& file : files) {
     progress.Next(file.path);
     Database& database = databases.emplace_back();
