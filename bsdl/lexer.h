@@ -8,7 +8,7 @@
 
 namespace plddb::bsdl {
 
-/// What a file is made of, between blanks and comments.
+/// The parts of a file, without blanks and comments.
 ///
 ///   word         XC_1  10.0e6  STD_1149_1_2001.all  PQ-100     a '-' only where no other follows: "--" begins a comment
 ///   string       "0 (BC_1, *, internal, X),"                  within one line; "" in it is a quote

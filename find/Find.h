@@ -13,13 +13,13 @@
 ///
 /// Texts go in, values come out: nothing here prints, touches files, changes a database or throws anything but std::bad_alloc.
 /// Names are compared by the rules of the lookups (DeviceList): the case of letters does not count, unless a key states
-/// otherwise. Where a lookup gives the first device, here are all, those of earlier databases and families first.
+/// otherwise. A lookup returns the first device; these functions return all, those of earlier databases and families first.
 namespace plddb::find {
 
 /// What is searched, in this order. Null pointers are skipped.
 using Databases = std::vector<const DeviceList*>;
 
-/// What of a device a text is compared with.
+/// The text of a device that a text is compared with.
 enum class Key {
   kName,
   kCodeName,
@@ -79,7 +79,7 @@ using Matches = std::vector<Match>;
 /// package types, fuse counts and parts of names are shared by devices.
 bool IsAmbiguous(const Matches& matches);
 
-/// All that `text` may mean: of these, the first that any device answers to. All matches are of one kind.
+/// The devices that `text` may mean, by the first of these rules that finds any. All matches are of one kind.
 ///
 ///   1. a name, code name, alias name, id, ordering number, JEDEC device file, entity name or fuse count
 ///   2. a family, a package type

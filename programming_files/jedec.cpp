@@ -15,7 +15,7 @@ namespace {
 constexpr char kStx = '\x02';
 constexpr char kEtx = '\x03';
 
-/// "QF123", "QP44", "QV0": a field that no design specification is taken for.
+/// "QF123", "QP44", "QV0": a field that is never mistaken for a design specification.
 bool IsQuantity(std::string_view field) {
   return field.size() > 2 && field[0] == 'Q' && (field[1] == 'F' || field[1] == 'P' || field[1] == 'V') && IsDigit(field[2]);
 }

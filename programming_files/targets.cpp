@@ -76,7 +76,7 @@ class Finder {
     if (target_.ids.empty()) target_.isAmbiguous = false;  // a name without its variant is one for all variants
   }
 
-  /// A comment decides where nothing else does; otherwise it only tells which of several devices is the likely one.
+  /// A comment decides if nothing else does; otherwise it only moves the likely one of several devices to the front.
   void TakeComments() {
     for (const Statement* const comment : target_.comments) {
       const auto isNamed = [&](const DeviceInfo* device) { return Contains(comment->devices, device); };

@@ -93,7 +93,7 @@ class Judgement {
     });
   }
 
-  /// Whether all comparisons of the file pass. What only the device compares is compared as its own mask has it.
+  /// Whether all comparisons of the file pass. An id that only the device compares is compared under the device's own mask.
   static bool Passes(const Target& target, std::uint32_t chip) {
     return std::all_of(target.ids.begin(), target.ids.end(), [&](const Statement* id) {
       std::uint32_t mask = id->mask;
