@@ -112,7 +112,7 @@ Matches FindCutPon(const Databases& databases, const std::string& family, const 
   return found.Take();
 }
 
-/// What a device is told by.
+/// The keys that identify one device.
 Matches FindWhole(const Databases& databases, const std::string& family, const Wanted& wanted) {
   Matches found = FindKeys(
       databases, family,
@@ -132,7 +132,7 @@ std::string WithoutSpeed(const std::string& fullName) {
   return isNumber ? fullName.substr(0, speed) + fullName.substr(last) : "";
 }
 
-/// The devices of one database: those that are called so, whole; failing that, by the normal form.
+/// The devices of one database: by the whole name; failing that, by its normal form.
 void CollectFullName(const Databases& databases, std::size_t only, const std::string& family, unsigned long fuses,
                      const std::string& fullName, Collector& found) {
   const std::string normal = internal::NormalForm(fullName);

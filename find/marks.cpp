@@ -38,8 +38,8 @@ std::size_t LengthIn(const std::string& mark, const char* name) {
   return length != 0 && MayEnd(mark, length) ? length : 0;
 }
 
-/// What of an ordering number follows its family: "10M08SAE144" of "MAX_10_10M08SAE144". Null for one with a hyphen, which has
-/// a speed grade or is a name and a package, and is understood better piece by piece.
+/// The part of an ordering number after its family: "10M08SAE144" of "MAX_10_10M08SAE144". Null for one with a hyphen, which
+/// has a speed grade, or is a name and a package: those are read piece by piece.
 const char* OrderedPart(const Package& package) {
   const char* const number = package.GetBackupPON();
   if (number == nullptr || *number == '\0' || std::strchr(number, '-') != nullptr) return nullptr;
@@ -78,7 +78,7 @@ bool IsCodeOf(std::string_view code, std::string_view type) {
   return UpperCase(code) == UpperCase(type) || withoutG(code) == UpperCase(type);
 }
 
-/// A code of a package: letters and digits. Three letters with a G at their end tell that it is free of lead.
+/// A code of a package: letters and digits. Three letters that end in G mean that it is free of lead.
 bool TellsLeadFree(std::string_view code, std::string_view type) {
   const std::size_t digits = code.find_first_of("0123456789");
   const bool endsInG = digits != code.npos && digits > 2 && internal::ToUpper(code[digits - 1]) == 'G';
