@@ -87,10 +87,10 @@ TEST(Texts, OfTheShippedDevicesFitATerminal) {
 TEST(WrappedTable, NarrowsTheWidestColumnsBetweenWords) {
   const std::string words = Times(30, "ab ");
   EXPECT_EQ(WrappedTable({{"a", "b"}, {"1", "2"}}), "a  b\n1  2\n");
-  EXPECT_EQ(WrappedTable({{"head", words}}), "head  " + Times(24, "ab ") + "ab\n      ab ab ab ab ab\n");
+  EXPECT_EQ(WrappedTable({{"a", "b"}, {"head", words}}), "a     b\nhead  " + Times(24, "ab ") + "ab\n      ab ab ab ab ab\n");
   EXPECT_EQ(WrappedTable({{std::string(90, 'x')}}), std::string(90, 'x') + "\n");  // a word is not cut
-  EXPECT_EQ(WrappedTable({{"name *", words}}, "  "),
-            "  name *  " + Times(22, "ab ") + "ab\n" + std::string(10, ' ') + "ab ab ab ab ab ab ab\n");
+  EXPECT_EQ(WrappedTable({{"a", "b"}, {"name *", words}}, "  "),
+            "  a       b\n  name *  " + Times(22, "ab ") + "ab\n" + std::string(10, ' ') + "ab ab ab ab ab ab ab\n");
   EXPECT_EQ(WrappedTable({}), "");
 }
 
@@ -98,7 +98,7 @@ TEST(WrappedTable, WritesLastColumnsBelowWhereTheirWordsAreTooLong) {
   const std::string path(70, 'x');
   EXPECT_EQ(WrappedTable({{"device", "family", "where"}, {"DEVICE1234", "FAMILY", path}, {"D", "F", "-"}}),
             "device      family\n    where\nDEVICE1234  FAMILY\n    " + path + "\nD           F\n    -\n");
-  EXPECT_EQ(WrappedTable({{"1", path, path}, {"2"}}, " "), " 1\n     " + path + "\n     " + path + "\n 2\n");
+  EXPECT_EQ(WrappedTable({{"1", path, path}, {"2"}}, " "), " 1  " + path + "\n     " + path + "\n 2\n");
 }
 
 TEST(WrappedText, ContinuesTwoColumnsFurtherRight) {
