@@ -87,9 +87,11 @@ bool IsAmbiguous(const Matches& matches);
 ///   4. the beginning of one of these
 ///   5. a part of one of these
 ///   6. a mark on a chip: the longest name that the text begins with, also one after a missing "XC"; the name has 4 characters
-///      or more, or all of the rest is understood. A number at its end is not cut.
+///      or more, or all of the rest is understood. A number at its end is not cut. A maker or family before it does not count;
+///      failing that, hyphens and blanks within the name do not, either.
 ///
-/// White space around the text does not count. `family`, unless empty, limits the search to families of this name or alias
+/// White space around the text does not count. Dashes and blanks of printed pages are taken as '-' and ' ', where the text as it
+/// is finds nothing. `family`, unless empty, limits the search to families of this name or alias
 /// name.
 Matches Find(const Databases& databases, std::string_view text, std::string_view family = {});
 
