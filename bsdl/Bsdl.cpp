@@ -10,11 +10,12 @@
 #include "bsdl/entity_reader.h"
 #include "bsdl/fact_reader.h"
 #include "bsdl/fault_list.h"
+#include "foundation/characters.h"
 
 namespace plddb::bsdl {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+using internal::kByteOrderMark;
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 26;  // as of description files
 

@@ -133,7 +133,7 @@ class FactReader {
     return false;
   }
 
-  /// A mark is missing where a word comes, and else something is there instead of it.
+  /// Reports a mark: as missing before a word, else as replaced by what was found.
   bool Expect(TextCursor& cursor, char mark, std::string_view expected) {
     if (cursor.Skip(mark)) return true;
     const bool isMissing = cursor.AtWord() && mark != '(';
@@ -265,7 +265,7 @@ class FactReader {
     const Place first = std::exchange(seen_[row], attribute.name.place);
     if (first.line == 0 || !AreEqualIgnoringCase(attribute.of.text, entity_.name.text)) return false;
     Fault(attribute.name.place,
-          std::string(kRows[row].name) + " is there twice; the first is in line " + std::to_string(first.line));
+          std::string(kRows[row].name) + " is given twice; the first is in line " + std::to_string(first.line));
     return true;
   }
 

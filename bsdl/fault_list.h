@@ -23,7 +23,7 @@ class FaultList {
   /// Whether there are so many that looking for more is pointless.
   bool Full() const { return full_; }
 
-  /// The faults in file order. What was gathered is used up.
+  /// The faults in file order. The list is empty afterwards.
   std::vector<Fault> Take();
 
  private:

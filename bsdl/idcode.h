@@ -23,7 +23,7 @@ Idcode ToIdcode(std::string_view pattern);
 /// The number that bits of at most 32 are; X is 0.
 std::uint32_t ToNumber(std::string_view bits);
 
-/// What is wrong with a pattern that fits devices of any maker, or too many parts; empty when nothing is.
+/// Why a pattern is refused: it fits devices of any maker, or too many parts. Empty for others.
 std::string WhyTooOpen(std::string_view pattern);
 
 }  // namespace plddb::bsdl

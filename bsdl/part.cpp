@@ -67,7 +67,7 @@ class PartMaker {
   }
 
  private:
-  /// Of a file with errors, what is missing may be so because of them; an IDCODE that was read is what it is.
+  /// In a file with errors, a value may be missing because of them; an IDCODE that was read is right.
   std::nullopt_t RefuseOpenIdcode() {
     if (facts_.idcodes.empty() || facts_.idcodes.front().text.size() != 32) return std::nullopt;
     const std::string why = WhyTooOpen(facts_.idcodes.front().text);

@@ -1,4 +1,4 @@
-// Writes what was imported: as a file of its own, or into another.
+// Writes what was imported: as a new file, or into an existing one.
 
 #include <string>
 #include <utility>
@@ -26,7 +26,7 @@ std::vector<std::string> LinesOf(const std::string& text) {
   return lines;
 }
 
-/// A description file in parts: what is before the first device, each device, and what is after the last.
+/// A description file in parts: the text before the first device, each device, and the text after the last.
 struct Written {
   std::string before;
   std::vector<std::string> devices;  // with their comments
@@ -85,7 +85,7 @@ std::string NewPackages(const DeviceInfo& device, const DeviceInfo& known) {
   return element.erase(element.rfind("    </Device"));
 }
 
-// --- What is there already --------------------------------------------------------------------------------------------------
+// --- Existing descriptions --------------------------------------------------------------------------------------------------
 
 struct Field {
   const char* attribute;

@@ -9,7 +9,7 @@
 namespace plddb::check {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+using internal::kByteOrderMark;
 
 using internal::StartsWith;
 

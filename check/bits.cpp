@@ -116,7 +116,7 @@ void CheckBits(const Described& around, std::string_view element, const std::vec
   }
 }
 
-/// Only blocks that list their entries: numbered ones have what is derived.
+/// Only blocks that list their entries: those of numbered blocks are derived.
 void CheckBlocks(const DescribedDevice& device, Findings& findings) {
   const std::vector<CControlEBRList>& blocks = device.device->GetlistControlEBR();
   std::size_t position = 0;

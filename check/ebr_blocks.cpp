@@ -28,7 +28,7 @@ internal::NumberRange RangeOf(const Attribute& attribute) { return internal::Par
 
 long long SpanOf(internal::NumberRange range) { return std::llabs(static_cast<long long>(range.last) - range.first) + 1; }
 
-/// False when the columns of the block are not assigned as they are meant.
+/// False if the columns of the block will not be assigned as intended.
 bool CheckColumns(const Block& block, Findings& findings) {
   const std::string written = QuotedValue(block.record, kColumns);
   if (block.columns.last < block.columns.first) {

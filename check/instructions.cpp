@@ -100,7 +100,7 @@ std::string IrLength(const DescribedDevice& device) {
 }
 
 // clang-format off
-constexpr DeviceRule kRules[] = {
+constexpr DeviceRule kInstructionRules[] = {
     {CodeId::kIrLength,        About::kAlsoLeftOut, "IRLength",           IrLength},
     {CodeId::kInstructionWide, About::kWritten,     "IDInstruction",      Wide<kIdcode>},
     {CodeId::kInstructionWide, About::kWritten,     "USERCODEIntruction", Wide<kUsercode>},
@@ -223,7 +223,7 @@ void CheckShared(const DescribedDevice& device, Findings& findings) {
 
 void CheckInstructions(const Records& records, Findings& findings) {
   for (const DescribedDevice& device : records.Devices()) {
-    Apply(kRules, device, findings);
+    Apply(kInstructionRules, device, findings);
     CheckShared(device, findings);
   }
   CheckFamilies(records, findings);

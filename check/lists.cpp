@@ -72,7 +72,7 @@ class ListCheck {
     }
   }
 
-  /// Against the records that the creating text makes. If that loses items, the count does not matter: the mistake is there.
+  /// Compares with the number of records that the creating text makes. If that text loses items, the mistake is there.
   void CheckCount() {
     const Attribute* const creator = FindAttribute(*record_.element, row_.creator);
     const std::string creatorText(creator == nullptr ? "" : creator->value);

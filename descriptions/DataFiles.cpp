@@ -34,7 +34,7 @@ bool IsDescription(const fs::directory_entry& entry) {
   return name.extension() == ".xml" && ToName(name).front() != '.' && MayBeFile(entry);
 }
 
-/// Collects the files of folders, and what is wrong with these.
+/// Collects the files of folders, and faults of the folders.
 class Folders {
  public:
   explicit Folders(std::vector<Fault>& faults) : faults_(faults) {}

@@ -22,7 +22,7 @@ struct DataFileList {
   std::vector<Fault> faults;
 };
 
-/// The description files that `paths` name, in this order; a folder stands for its *.xml files in name order, without hidden
+/// The description files that `paths` name, in this order; a folder means its *.xml files in name order, without hidden
 /// files and subfolders. A folder that has none, or cannot be read, is a fault at 1:1. "-" is taken as it is, even where a
 /// folder has that name: programs use it for standard input.
 DataFileList NamedFiles(const std::vector<std::string>& paths);

@@ -49,7 +49,7 @@ void ElementReader::AddFault(pugi::xml_node node, std::string text) {
 void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml_node node) {
   given_.reset();
   pugi::xml_attribute attribute = node.first_attribute();
-  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" behind the last
+  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" after the last
     CheckReferences(text_, OffsetOf(attribute.value()), faults_);
     ReadField(fields, attribute, name, node);
     attribute = attribute.next_attribute();

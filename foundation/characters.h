@@ -8,6 +8,8 @@
 
 namespace plddb::internal {
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 constexpr char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 constexpr char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 

@@ -66,7 +66,7 @@ bool SelectsId(const Instruction& instruction, const DeviceInfo& device, std::si
          instruction.bits.AreOnes(first + length, instruction.length);
 }
 
-/// Where in the instruction register the IDCODE instruction of `device` is.
+/// The place of `device`'s IDCODE instruction in the instruction register.
 std::optional<std::size_t> PlaceOfIdInstruction(const Instruction& instruction, const DeviceInfo& device) {
   if (instruction.length > Bits::kMost) return std::nullopt;
   const std::size_t length = device.GetIRLength();

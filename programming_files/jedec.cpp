@@ -15,7 +15,7 @@ namespace {
 constexpr char kStx = '\x02';
 constexpr char kEtx = '\x03';
 
-/// "QF123", "QP44", "QV0": a field that no design specification is taken for.
+/// "QF123", "QP44", "QV0": a field that is never mistaken for a design specification.
 bool IsQuantity(std::string_view field) {
   return field.size() > 2 && field[0] == 'Q' && (field[1] == 'F' || field[1] == 'P' || field[1] == 'V') && IsDigit(field[2]);
 }
@@ -52,7 +52,7 @@ void AddFitterName(std::string_view line, const Place& place, const KnownDevices
   if (words.size() > 1) AddPackage(words[1], place, file);
 }
 
-/// "Device          g22v10  Library DLIB-h-40-1": a mnemonic that stands for many parts.
+/// "Device          g22v10  Library DLIB-h-40-1": a mnemonic that many parts share.
 void AddMnemonic(std::string_view text, const Place& place, File& file) {
   Statement statement{Kind::kCommentName, std::string(text.substr(0, kLongestText))};
   statement.place = place;

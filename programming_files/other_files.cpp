@@ -1,4 +1,4 @@
-// What has the name of a programming file and is none.
+// Files that are named like programming files but are none.
 
 #include <algorithm>
 

@@ -155,7 +155,8 @@ class StaplReader {
                 known_, file_);
   }
 
-  /// The pair of notes. On purpose: an id without a maker is left out, as it is that of an example and of real parts by chance.
+  /// The pair of notes. On purpose: an id without a maker is left out, since examples use such ids, and real parts have them
+  /// only by chance.
   void AddNotedId() {
     constexpr std::uint32_t maker = 0xFFE;
     if (!notedId_ || (*notedId_ & maker) == 0 || (*notedId_ & 1) == 0) return;

@@ -174,7 +174,7 @@ class SvfReader {
                 file_);
   }
 
-  /// MAX II and MAX V answer two private instructions with five words that tell the family.
+  /// MAX II and MAX V answer two private instructions with five words that identify the family.
   void AddSiliconWord(std::uint32_t word, const Place& place) {
     if (!instruction_ || instruction_->length != 10) return;
     const std::uint32_t code = instruction_->bits.Get(0, 10);
@@ -228,7 +228,7 @@ class SvfReader {
   int searched_ = 0;
 };
 
-/// Passes over white space and comments.
+/// Skips white space and comments.
 std::string_view SkipComments(std::string_view text) {
   for (text = Trim(text); StartsWith(text, "!") || StartsWith(text, "//"); text = Trim(text)) {
     text.remove_prefix(std::min(text.find('\n'), text.size()));

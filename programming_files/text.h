@@ -9,7 +9,7 @@
 #include "foundation/characters.h"
 
 /// \file
-/// Small helps for texts in ASCII; the locale does not count.
+/// Helpers for ASCII texts; the locale does not count.
 
 namespace plddb::programming_files {
 

@@ -135,7 +135,7 @@ std::vector<std::string> NamesOfLastSearch(const Tree& self) {
 py::list DeviceNamesWithId(Tree& self, const Text& comm, Unsigned id) {
   std::vector<std::string> names;
   {
-    const Writing writing(self);
+    const Writing writing = Writing::OfNameList(self);
     for (const Part& part : self.Parts()) part.database->GetDeviceListWithCommAndID(comm.Get(), id.value);
     if (id.value != 0) names = NamesOfLastSearch(self);
   }

@@ -99,6 +99,8 @@ class Entry {
   using List = ListOf<T>;
   using Owner = Held<typename List::Owner>;
 
+  static void* operator new(std::size_t) { RaiseNotInitialised("record"); }
+
   explicit Entry(T value = T()) : value_(std::move(value)) {}
   Entry(Owner owner, Place place)
       : owner_(std::move(owner)), replacements_(owner_->replacements[List::kListKind]), place_(place) {}
@@ -136,7 +138,7 @@ template <class T>
 py::list EntriesOf(const Held<typename ListOf<T>::Owner>& owner, std::size_t outer = 0) {
   const std::size_t count = ListOf<T>::All(**owner, {outer, 0}).size();
   py::list list(count);
-  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(Entry<T>(owner, {outer, i}));
+  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(std::make_shared<Entry<T>>(owner, Place{outer, i}));
   return list;
 }
 
@@ -158,12 +160,6 @@ void ReplaceList(const Held<typename ListOf<T>::Owner>& owner, const py::iterabl
   auto& record = **owner;
   if (!values.empty()) ++owner->replacements[ListOf<T>::kListKind];
   ListOf<T>::Replace(record, std::move(values));
-}
-
-std::vector<std::string> TextsOf(const py::iterable& texts) {
-  std::vector<std::string> values;
-  for (const py::handle text : texts) values.push_back(ToBytes(text));
-  return values;
 }
 
 // --- Classes of entries -----------------------------------------------------------------------------------------------------
@@ -199,14 +195,14 @@ Properties<T> PropertiesOf() {
 }
 
 template <class T>
-Entry<T> MakeEntry(const Properties<T>& properties, const py::kwargs& values) {
-  Entry<T> entry;
+std::shared_ptr<Entry<T>> MakeEntry(const Properties<T>& properties, const py::dict& values) {
+  auto entry = std::make_shared<Entry<T>>();
   for (const auto& [key, value] : values) {
     const std::string name = ToBytes(key);
     const auto property =
         std::find_if(properties.begin(), properties.end(), [&](const Property<T>& one) { return one.name == name; });
     if (property == properties.end()) throw py::type_error("there is no field " + name);
-    property->set(entry, py::reinterpret_borrow<py::object>(value));
+    property->set(*entry, py::reinterpret_borrow<py::object>(value));
   }
   return entry;
 }
@@ -223,6 +219,14 @@ py::object ShowEntry(const Properties<T>& properties, const py::object& self) {
   return text + py::str(")");
 }
 
+/// The fields by name.
+template <class T>
+py::dict ValuesIn(const Properties<T>& properties, const Entry<T>& entry) {
+  py::dict values;
+  for (const Property<T>& property : properties) values[py::str(property.name)] = property.get(entry);
+  return values;
+}
+
 template <class T>
 bool AreEqual(const Properties<T>& properties, const Entry<T>& a, const Entry<T>& b) {
   return std::all_of(properties.begin(), properties.end(),
@@ -231,7 +235,7 @@ bool AreEqual(const Properties<T>& properties, const Entry<T>& a, const Entry<T>
 
 template <class T>
 void AddEntryClass(py::module_& module, const char* name, const Properties<T>& properties, const char* documentation) {
-  py::class_<Entry<T>> cls(module, name, documentation);
+  py::class_<Entry<T>, std::shared_ptr<Entry<T>>> cls(module, name, documentation);
   for (const Property<T>& property : properties) {
     AddProperty(cls, property.name, py::cpp_function(property.get, py::is_method(cls)),
                 py::cpp_function(property.set, py::is_method(cls)), property.documentation);
@@ -243,6 +247,14 @@ void AddEntryClass(py::module_& module, const char* name, const Properties<T>& p
       "__eq__", [properties](const Entry<T>& a, const Entry<T>& b) { return AreEqual(properties, a, b); }, py::is_operator(),
       py::arg("other"));
   cls.attr("__hash__") = py::none();  // it may change
+  cls.def(
+      "__reduce__",
+      [properties](const py::object& self) {
+        const py::dict values = ValuesIn(properties, self.cast<const Entry<T>&>());
+        const py::object make = py::module_::import("functools").attr("partial")(py::type::of(self), **values);
+        return py::make_tuple(make, py::tuple());
+      },
+      "For pickle and copy.");
 }
 
 // --- Properties -------------------------------------------------------------------------------------------------------------
@@ -359,7 +371,7 @@ py::object BlockEntries(const Entry<CControlEBRList>& self) {
   const std::size_t count = self.Get().Entries.size();
   if (self.OwnerRecord() != nullptr) return EntriesOf<CControlEBR>(self.OwnerRecord(), self.GetPlace().inner);
   py::list list(count);
-  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(Entry<CControlEBR>(self.Get().Entries[i]));
+  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(std::make_shared<Entry<CControlEBR>>(self.Get().Entries[i]));
   return list;
 }
 

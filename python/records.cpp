@@ -85,13 +85,6 @@ std::vector<Held<FamilyList>> Families(Tree& tree) {
 
 // --- Deleting ---------------------------------------------------------------------------------------------------------------
 
-void DeleteFamily(Tree& tree, DeviceList& database, int position) {
-  FamilyList& family = *database.GetFamily(position);
-  tree.MarkDeleted(family);
-  ReleaseDevices(family);
-  database.DeleteFamily(position);
-}
-
 /// Deletes the first family for which `rule(family)` holds.
 template <class Rule>
 bool DeleteFamilyWhere(Tree& tree, Rule rule) {
@@ -99,7 +92,7 @@ bool DeleteFamilyWhere(Tree& tree, Rule rule) {
   for (const Part& part : tree.Parts()) {
     for (int i = 0; const FamilyList* family = part.database->GetFamily(i); ++i) {
       if (!rule(*family)) continue;
-      DeleteFamily(tree, *part.database, i);
+      tree.DeleteFamily(*part.database, i);
       return true;
     }
   }
@@ -211,6 +204,39 @@ void Merge(Tree& self, Tree& other) {
   for (const Part& part : copy->Parts()) self.Last().AddNewDeviceList(part.database.get());
 }
 
+/// A null text of the other database keeps the old one, as in the library.
+void Assign(Tree& self, Tree& other) {
+  if (&self == &other) return;
+  const std::shared_ptr<Tree> copy = Copy(other);
+  const Writing writing(self);
+  DeviceList& taken = copy->First();
+  if (taken.GetVersion() == nullptr) taken.SetVersion(self.First().GetVersion());
+  if (taken.GetComment() == nullptr) taken.SetComment(self.First().GetComment());
+  self.TakeOver(*copy);
+}
+
+// --- Packages ---------------------------------------------------------------------------------------------------------------
+
+/// The library counts packages in 16 bits, and loses sight of those beyond.
+void CheckRoom(const PackageList& packages, int more) {
+  constexpr int kMost = 65535;
+  if (packages.GetPackageCount() + more <= kMost) return;
+  PyErr_SetString(PyExc_OverflowError, "a device has at most 65,535 packages");
+  throw py::error_already_set();
+}
+
+Held<Package> NewPackage(const Device& self) {
+  const Writing writing(*self.GetTree());
+  CheckRoom(*self->GetDevicePackage(), 1);
+  return self.GetTree()->Hold(self->GetDevicePackage()->NewPackage());
+}
+
+void CopyPackages(const Device& self, const Device& other) {
+  const Writing writing(*self.GetTree());
+  CheckRoom(*self->GetDevicePackage(), other->GetDevicePackage()->GetPackageCount());
+  self->GetDevicePackage()->CopyPackageList(other->GetDevicePackage());
+}
+
 // --- Classes ----------------------------------------------------------------------------------------------------------------
 
 void AddTree(TreeClass& cls) {
@@ -238,6 +264,9 @@ void AddTree(TreeClass& cls) {
            "raises DeletedError.")
       .def("delete_family", &DeleteFamilyAt, py::arg("position"), "The same for the family at this position, from 0.")
       .def("copy", &Copy, "A database that shares nothing with this one.")
+      .def("assign_device_list", &Assign, py::arg("other"),
+           "Deletes all families and puts copies of those of the other database in their place. Nothing happens with this\n"
+           "database itself.")
       .def("add_new_device_list", &Merge, py::arg("other"),
            "Appends copies of all families of the other database; names are not compared. Nothing happens with this database\n"
            "itself.")
@@ -258,6 +287,9 @@ void AddFamily(FamilyClass& cls) {
            return ToList(HoldAll<DeviceInfo>(*self.GetTree(), [&](int i) { return self->GetDevice(i); }));
          },
          "The devices in load order: a new list of them.")
+      .def_property_readonly(
+          "file", [](const Family& self) { return ToPython(self.GetTree()->FileOf(*self)); },
+          "The file that the family was loaded from, or \"\".")
       .def_property_readonly(
           "device_count", [](const Family& self) { return self->GetDeviceCount(); }, "The number of devices, modulo 65,536.")
       .def(
@@ -285,18 +317,17 @@ void AddDevice(DeviceClass& cls) {
          "family_object", [](const Device& self) { return self.GetTree()->Hold(self->GetFamilyObject()); },
          "The family that holds the device; `family` is a text.")
       .def_property_readonly(
+          "file", [](const Device& self) { return ToPython(self.GetTree()->FileOf(*self->GetFamilyObject())); },
+          "The file that the device was loaded from, or \"\".")
+      .def_property_readonly(
           "packages",
           [](const Device& self) {
             return ToList(HoldAll<Package>(*self.GetTree(), [&](int i) { return self->GetDevicePackage()->GetPackage(i); }));
           },
           "The packages in load order: a new list of them.")
-      .def(
-          "new_package",
-          [](const Device& self) {
-            const Writing writing(*self.GetTree());
-            return self.GetTree()->Hold(self->GetDevicePackage()->NewPackage());
-          },
-          "Appends an empty package and returns it.")
+      .def("new_package", &NewPackage, "Appends an empty package and returns it. OverflowError: there are 65,535.")
+      .def("copy_package_list", &CopyPackages, py::arg("other"),
+           "Appends copies of the packages of another device, or of this one. OverflowError: there would be over 65,535.")
       .def(
           "restore_device_backup_value",
           [](const Device& self) {
@@ -333,6 +364,21 @@ void AddPackage(PackageClass& cls) {
             return self.GetTree()->Hold(self->AddAdapter(vendor.Get(), adapter.Get()));
           },
           py::arg("vendor_name"), py::arg("adapter_name"), "Appends an adapter and returns it; None when either text is None.")
+      .def(
+          "add_adapter",
+          [](const PackageRecord& self, const AdapterRecord& adapter) {
+            const Writing writing(*self.GetTree());
+            return self.GetTree()->Hold(self->AddAdapter(&*adapter));
+          },
+          py::arg("adapter"), "Appends a copy of an adapter and returns it.")
+      .def(
+          "set_adapter",
+          [](const PackageRecord& self, int position, const Text& vendor, const Text& adapter) {
+            const Writing writing(*self.GetTree());
+            return self.GetTree()->Hold(self->SetAdapter(position, vendor.Get(), adapter.Get()));
+          },
+          py::arg("position"), py::arg("vendor_name"), py::arg("adapter_name"),
+          "Sets both texts of the adapter at this position, from 0, and returns it; None keeps a text. None outside the list.")
       .def("remove_adapter", &DeleteAdapter, py::arg("position"),
            "Deletes the adapter at this position, from 0; nothing outside the list.")
       .def("clear_adapter_list", &DeleteAdapters, "Deletes all adapters.")

@@ -92,6 +92,12 @@ py::list ToPython(const std::vector<std::string>& texts) {
   return list;
 }
 
+std::vector<std::string> TextsOf(const py::iterable& texts) {
+  std::vector<std::string> values;
+  for (const py::handle text : texts) values.push_back(ToBytes(text));
+  return values;
+}
+
 int IntFrom(py::handle object, const std::string& name) {
   return static_cast<int>(NumberIn(RangeOf(Kind::kSigned32), object, name));
 }

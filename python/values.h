@@ -24,6 +24,9 @@ py::object ToPython(const std::string& text);
 /// A list of str.
 py::list ToPython(const std::vector<std::string>& texts);
 
+/// The texts of an iterable of str.
+std::vector<std::string> TextsOf(const py::iterable& texts);
+
 /// An argument that the library takes as a text: a str, or None for null.
 struct Text {
   std::string bytes = {};

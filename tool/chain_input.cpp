@@ -83,13 +83,12 @@ Scan ReadChain(const std::vector<std::string>& ids, const std::string& scan, con
 }
 
 void GiveIrLengths(plddb::chain::Chain& chain, const std::vector<std::string>& texts) {
-  constexpr std::size_t shortest = 2;  // by the standard: every capture ends in 01
-  constexpr std::size_t longest = 0xFFFF;
   const std::string last = std::to_string(chain.size() - 1);
   for (const std::string& text : texts) {
     const std::size_t equals = std::min(text.find('='), text.size());
     const auto position = Number(std::string_view(text).substr(0, equals), 0, chain.size() - 1);
-    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())), shortest, longest);
+    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())),
+                               plddb::chain::kShortestIrLength, plddb::chain::kLongestIrLength);
     if (!position || !length) {
       throw WrongUsage("--ir " + Printable(text) + ": expected POSITION=LENGTH, from 0 to " + last + " and from 2 to 65535");
     }

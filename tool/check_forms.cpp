@@ -123,7 +123,7 @@ std::string CodeTable() {
   for (const Code& code : AllCodes()) {
     rows.push_back({std::string(code.name), NameOf(code.severity), std::string(code.meaning)});
   }
-  return AlignedTable(rows);
+  return WrappedTable(rows);
 }
 
 }  // namespace tool

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -118,13 +119,31 @@ std::string FamilyNotes(const FamilyList& family) {
   return notes;
 }
 
-/// `rows` without their last cells, the files, where all is of one file; in the form that was asked for.
+/// The folder of all files, which are the last cells of `rows` after the head: "/usr/share/plddb/"; empty when they differ.
+std::string CommonFolder(const std::vector<Row>& rows) {
+  std::string folder;
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    const std::string& file = rows[i].back();
+    const std::string other = file.substr(0, file.rfind('/') + 1);
+    if (i > 1 && other != folder) return "";
+    folder = other;
+  }
+  return folder;
+}
+
+/// `rows`, whose last cells are files, in the form that was asked for. In a text, what is equal in all files is written once.
 std::string Table(std::vector<Row> rows, const std::vector<Database>& databases, const Options& options) {
   if (options.format == "tsv") return TabbedTable(rows);
-  if (databases.size() < 2) {
-    for (Row& row : rows) row.pop_back();
-  }
-  return WrappedTable(rows);
+  const bool isOneFile =
+      std::all_of(rows.begin() + 1, rows.end(), [&](const Row& row) { return row.back() == rows[1].back(); });
+  const std::string folder = CommonFolder(rows);
+  const std::string end = databases.size() < 2 || rows.size() < 2 ? ""
+                          : isOneFile                             ? "\nFile: " + rows[1].back() + "\n"
+                          : folder.empty()                        ? ""
+                                                                  : "\nFolder: " + folder + "\n";
+  for (Row& row : rows)
+    isOneFile ? row.pop_back() : static_cast<void>(row.back().erase(0, &row == rows.data() ? 0 : folder.size()));
+  return WrappedTable(rows) + end;
 }
 
 std::string FamilyTable(const std::vector<ListedFamily>& families, const std::vector<Database>& databases,

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iomanip>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -122,6 +124,21 @@ TEST(Check, ChecksAllFilesAsOneDatabase) {
   EXPECT_EQ(RunTool({"check", second}).out, "");
 }
 
+/// A path as it is written in a URI.
+std::string InUri(const std::string& path) {
+  const std::string unreserved = "/-._~";
+  std::ostringstream uri;
+  for (const char c : path) {
+    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    if (isPlain || unreserved.find(c) != unreserved.npos) {
+      uri << c;
+    } else {
+      uri << '%' << std::uppercase << std::hex << std::setw(2) << std::setfill('0') << +static_cast<unsigned char>(c);
+    }
+  }
+  return uri.str();
+}
+
 TEST(Check, WritesSarif) {
   const std::string file = kCorpus + "/name_shadowed.xml";
   const auto report = nlohmann::json::parse(RunTool({"check", "--format", "sarif", file}).out);
@@ -137,7 +154,7 @@ TEST(Check, WritesSarif) {
   EXPECT_EQ(result.at("level"), "warning");
   EXPECT_EQ(result.at("message").at("text"), "the name \"PLD1234A\" finds PLD1234A (line 4, family PLD1200)");
   const auto& place = result.at("locations").at(0).at("physicalLocation");
-  EXPECT_EQ(place.at("artifactLocation").at("uri"), "file://" + file);
+  EXPECT_EQ(place.at("artifactLocation").at("uri"), "file://" + InUri(file));
   EXPECT_EQ(place.at("region").at("startLine"), 9);
   EXPECT_EQ(place.at("region").at("startColumn"), 19);
   EXPECT_EQ(result.at("relatedLocations").at(0).at("physicalLocation").at("region").at("startLine"), 4);

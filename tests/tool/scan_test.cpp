@@ -161,7 +161,7 @@ TEST(Scan, TakesTheLastOfSeveralReportsAndReportsIt) {
     if (c.note == nullptr) {
       EXPECT_FALSE(Contains(run.out, "the text")) << "row: " << c.text << run.out;
     } else {
-      EXPECT_TRUE(Contains(run.out, c.note)) << "row: " << c.text << run.out;
+      EXPECT_TRUE(Contains(Unwrapped(run.out), c.note)) << "row: " << c.text << run.out;
     }
   }
 }
@@ -188,12 +188,19 @@ TEST(Scan, TellsWhatItsIrLengthsSay) {
   };
   for (const auto& c : cases) {
     const ToolRun text = Scan(c.text);
-    EXPECT_TRUE(Contains(text.out, std::string("\nNotes:\n") + c.note)) << "row: " << c.text << text.out;
+    EXPECT_TRUE(Contains(Unwrapped(text.out), std::string("\nNotes:\n") + c.note)) << "row: " << c.text << text.out;
     EXPECT_EQ(text.err, "") << "row: " << c.text;
     for (const char* format : {"json", "tsv"}) {  // a script reads the output, a person the notes
       EXPECT_EQ(Scan(c.text, {"--format", format}).err, "plddb: warning: " + std::string(c.note + 2)) << "row: " << c.text;
     }
   }
+}
+
+TEST(Scan, KeepsATapWithoutAnIdcodeApartFromOneWithALength) {
+  const std::string text = "I: discovered 2 TAPs\nI: TAP #0: IR[6] IDCODE=0x0362d093\nI: TAP #1: IR[?] BYPASS\n";
+  EXPECT_EQ(Column(Scan(text, {"--json"}).out, "id"), (Texts{"0x0362D093", ""}));
+  const std::string tsv = Scan(text, {"--format", "tsv"}).out;
+  EXPECT_TRUE(Contains(tsv, "\n1\t\tno-idcode\t")) << tsv;
 }
 
 TEST(Scan, TellsOfAFailureThoughATableFollows) {
@@ -207,7 +214,7 @@ TEST(Scan, TellsOfAFailureThoughATableFollows) {
   };
   for (const auto& c : cases) {
     const ToolRun run = Scan(c.error + table);
-    EXPECT_TRUE(Contains(run.out, c.note)) << "row: " << c.error << run.out;
+    EXPECT_TRUE(Contains(Unwrapped(run.out), c.note)) << "row: " << c.error << run.out;
     EXPECT_EQ(run.exit_code, 1) << "row: " << c.error;
   }
 }
