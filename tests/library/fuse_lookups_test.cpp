@@ -147,13 +147,11 @@ TEST(EntityNameLookups, MapTheBackupNumberOfAPackage) {
   };
   for (const EntityLookup& find : kEntityLookups) {
     for (const auto& row : cases) {
-    AskIfLong(row.asked, [&](unsigned long asked) {
-        const SampleTree tree;
-        DeviceInfo* const device = tree.AddDevice().UES(1).BackupPON(row.stored);
-        EXPECT_EQ(((*tree).*find)(row.entityName), row.found ? device : nullptr)
-            << "stored: " << Show(row.stored) << ", entity name: " << Show(row.entityName);
-      }
-    });
+      const SampleTree tree;
+      DeviceInfo* const device = tree.AddDevice().UES(1).BackupPON(row.stored);
+      EXPECT_EQ(((*tree).*find)(row.entityName), row.found ? device : nullptr)
+          << "stored: " << Show(row.stored) << ", entity name: " << Show(row.entityName);
+    }
   }
 }
 
@@ -276,14 +274,16 @@ const std::vector<FullNameCase>& FullNameCases() {
 
 TEST(GetDeviceWithFuseMapAndFullName, ComparesNormalisedTexts) {
   for (const FullNameCase& row : FullNameCases()) {
-    const SampleTree byCodeName;
-    DeviceInfo* const named = byCodeName.AddDevice().Fuses(100).Comm("JTAG").CodeName(row.stored);
-    EXPECT_EQ(byCodeName->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? named : nullptr)
-        << "code name: " << Show(row.stored) << ", full name: " << Show(row.fullName);
-    const SampleTree byNumber;
-    DeviceInfo* const numbered = byNumber.AddDevice().Fuses(100).Comm("JTAG").PackagePON(row.stored);
-    EXPECT_EQ(byNumber->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? numbered : nullptr)
-        << "ordering number: " << Show(row.stored) << ", full name: " << Show(row.fullName);
+    AskIfLong(row.asked, [&](unsigned long asked) {
+      const SampleTree byCodeName;
+      DeviceInfo* const named = byCodeName.AddDevice().Fuses(100).Comm("JTAG").CodeName(row.stored);
+      EXPECT_EQ(byCodeName->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? named : nullptr)
+          << "code name: " << Show(row.stored) << ", full name: " << Show(row.fullName);
+      const SampleTree byNumber;
+      DeviceInfo* const numbered = byNumber.AddDevice().Fuses(100).Comm("JTAG").PackagePON(row.stored);
+      EXPECT_EQ(byNumber->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? numbered : nullptr)
+          << "ordering number: " << Show(row.stored) << ", full name: " << Show(row.fullName);
+    });
   }
 }
 
