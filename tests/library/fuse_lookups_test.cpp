@@ -274,16 +274,14 @@ const std::vector<FullNameCase>& FullNameCases() {
 
 TEST(GetDeviceWithFuseMapAndFullName, ComparesNormalisedTexts) {
   for (const FullNameCase& row : FullNameCases()) {
-    AskIfLong(row.asked, [&](unsigned long asked) {
-      const SampleTree byCodeName;
-      DeviceInfo* const named = byCodeName.AddDevice().Fuses(100).Comm("JTAG").CodeName(row.stored);
-      EXPECT_EQ(byCodeName->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? named : nullptr)
-          << "code name: " << Show(row.stored) << ", full name: " << Show(row.fullName);
-      const SampleTree byNumber;
-      DeviceInfo* const numbered = byNumber.AddDevice().Fuses(100).Comm("JTAG").PackagePON(row.stored);
-      EXPECT_EQ(byNumber->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? numbered : nullptr)
-          << "ordering number: " << Show(row.stored) << ", full name: " << Show(row.fullName);
-    });
+    const SampleTree byCodeName;
+    DeviceInfo* const named = byCodeName.AddDevice().Fuses(100).Comm("JTAG").CodeName(row.stored);
+    EXPECT_EQ(byCodeName->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? named : nullptr)
+        << "code name: " << Show(row.stored) << ", full name: " << Show(row.fullName);
+    const SampleTree byNumber;
+    DeviceInfo* const numbered = byNumber.AddDevice().Fuses(100).Comm("JTAG").PackagePON(row.stored);
+    EXPECT_EQ(byNumber->GetDeviceWithFuseMapAndFullName(100, row.fullName), row.found ? numbered : nullptr)
+        << "ordering number: " << Show(row.stored) << ", full name: " << Show(row.fullName);
   }
 }
 
@@ -353,14 +351,16 @@ TEST(GetDeviceWithFuseMapAndFullName, TakesDualAndJtagDevicesOfTheCountAndAnyOfI
       {4988064, "JTAG", 4988064, true},
   };
   for (const auto& row : cases) {
-    const SampleTree byCodeName;
-    DeviceInfo* const named = byCodeName.AddDevice().Fuses(row.stored).Comm(row.comm).CodeName("A");
-    EXPECT_EQ(byCodeName->GetDeviceWithFuseMapAndFullName(row.asked, "a"), row.found ? named : nullptr)
-        << row.stored << ' ' << Show(row.comm) << ", asked: " << row.asked;
-    const SampleTree byNumber;
-    DeviceInfo* const numbered = byNumber.AddDevice().Fuses(row.stored).Comm(row.comm).PackagePON("A");
-    EXPECT_EQ(byNumber->GetDeviceWithFuseMapAndFullName(row.asked, "a"), row.found ? numbered : nullptr)
-        << row.stored << ' ' << Show(row.comm) << ", asked: " << row.asked;
+    AskIfLong(row.asked, [&](unsigned long asked) {
+      const SampleTree byCodeName;
+      DeviceInfo* const named = byCodeName.AddDevice().Fuses(row.stored).Comm(row.comm).CodeName("A");
+      EXPECT_EQ(byCodeName->GetDeviceWithFuseMapAndFullName(asked, "a"), row.found ? named : nullptr)
+          << row.stored << ' ' << Show(row.comm) << ", asked: " << asked;
+      const SampleTree byNumber;
+      DeviceInfo* const numbered = byNumber.AddDevice().Fuses(row.stored).Comm(row.comm).PackagePON("A");
+      EXPECT_EQ(byNumber->GetDeviceWithFuseMapAndFullName(asked, "a"), row.found ? numbered : nullptr)
+          << row.stored << ' ' << Show(row.comm) << ", asked: " << asked;
+    });
   }
 }
 
