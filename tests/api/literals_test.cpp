@@ -170,10 +170,10 @@ constexpr bool kNullIsInt = std::is_same_v<decltype(NULL), int>;
 constexpr decltype(NULL) kZero = 0;
 
 static_assert(kNullIsInt || !COMPILES(DeviceList, DeleteFamily(NULL)));
-static_assert(kNullIsInt || !COMPILES(DeviceList, DeleteFamily(kZero)));
+static_assert(!COMPILES(DeviceList, DeleteFamily(0L)));
 static_assert(!COMPILES(DeviceList, DeleteFamily(0u)));
 static_assert(kNullIsInt || !COMPILES(FamilyList, DeleteDevice(NULL)));
-static_assert(kNullIsInt || !COMPILES(FamilyList, DeleteDevice(kZero)));
+static_assert(!COMPILES(FamilyList, DeleteDevice(0L)));
 static_assert(!COMPILES(FamilyList, DeleteDevice(0u)));
 static_assert(kNullIsInt || !COMPILES(DeviceList, GetFamily(NULL)));
 static_assert(kNullIsInt || !COMPILES(DeviceList, GetFamily(kZero)));

@@ -211,7 +211,8 @@ TEST(FamilyGetDeviceWithIdentifier, AgreesWithTheBitwiseRuleForRandomIdentifiers
   std::mt19937 random(430);
   const auto like = [&](unsigned int id) {
     const unsigned int bit = 1u << (random() % 32);
-    const unsigned int kinds[] = {0, id, id ^ bit, random() & 0xFFFFFFFF};
+    const unsigned int any = random() & 0xFFFFFFFF;
+    const unsigned int kinds[] = {0, id, id ^ bit, any};
     return kinds[random() % 4];
   };
   for (int i = 0; i < 100'000; ++i) {

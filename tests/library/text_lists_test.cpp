@@ -65,7 +65,7 @@ void ForEachText(const std::string& alphabet, std::size_t longest, Check check) 
 
 /// Calls `check(text)` for `count` random texts, until it gave false ten times.
 template <typename Check>
-void ForRandomTexts(std::uint64_t seed, int count, Check check) {
+void ForRandomTexts(unsigned int seed, int count, Check check) {
   support::RandomTexts texts(seed);
   int failures = 0;
   for (int i = 0; i < count && failures < 10; ++i) {

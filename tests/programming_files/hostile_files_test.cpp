@@ -91,7 +91,7 @@ plddb::programming_files::Source Endless(const std::string& head, const std::str
   return [=, at = std::uint64_t{0}](char* buffer, std::size_t wanted) mutable {
     std::size_t count = 0;
     for (; count < wanted && at < size; ++count, ++at) {
-      buffer[count] = at < head.size() ? head.begin()[at] : body.begin()[(at - head.size()) % body.size()];
+      buffer[count] = at < head.size() ? head.c_str()[at] : body.c_str()[(at - head.size()) % body.size()];
     }
     return count;
   };

@@ -346,7 +346,7 @@ std::string Gzip(const std::string& bytes) {
   z_stream stream = {};
   EXPECT_EQ(deflateInit2(&stream, 9, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY), Z_OK);
   std::string source = bytes;
-  std::string packed(deflateBound(&stream, static_cast<uLong>(bytes.size())), '\0');
+  std::string packed(deflateBound(&stream, static_cast<uInt>(bytes.size())), '\0');
   stream.next_in = reinterpret_cast<Bytef*>(source.data());
   stream.avail_in = static_cast<uInt>(source.size());
   stream.next_out = reinterpret_cast<Bytef*>(packed.data());
