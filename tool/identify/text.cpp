@@ -1,5 +1,6 @@
 #include <algorithm>
-#include <unordered_map>
+#include <map>
+#include <tuple>
 
 #include "colour.h"
 #include "device_text.h"
@@ -27,20 +28,29 @@ Row CellsOf(const ChainPosition& position) {
           PackageTypes(*device)};
 }
 
-/// A row for each position. The rows of equal answers differ in the number alone, and are made once.
+/// What the rows of positions have in common that differ in number and id alone.
+using RowKey = std::tuple<const DeviceInfo*, bool, unsigned long, bool>;
+
+RowKey KeyOfRow(const ChainPosition& position) {
+  return {position.Match(), position.IsAmbiguous(), position.IrLength(), position.id.has_value()};
+}
+
+/// A row for each position. Rows that differ in number and id alone are made once.
 void DeviceTable(const Chain& chain, Output& output) {
   std::vector<Row> rows = {{"id", "device", "family", "IR length", "IDCODE", "BYPASS", "packages"}};
-  std::unordered_map<std::uint64_t, std::size_t> rowOf;
+  std::map<RowKey, std::size_t> rowOf;
   for (const ChainPosition& position : chain) {
-    if (rowOf.try_emplace(AnswerKey(position), rows.size()).second) rows.push_back(CellsOf(position));
+    if (rowOf.try_emplace(KeyOfRow(position), rows.size()).second) rows.push_back(CellsOf(position));
   }
-  const std::vector<std::string> lines = AlignedLines(rows);
+  std::vector<std::string> lines = AlignedLines(rows);
   const std::string head = "position";
   const std::size_t width = std::max(head.size(), std::to_string(chain.size() - 1).size()) + 2;
   const auto padded = [&](std::string text) { return text.append(width - text.size(), ' '); };
   output << padded(head) + lines[0] + "\n";
   for (std::size_t i = 0; i < chain.size(); ++i) {
-    output << padded(std::to_string(i)) + lines[rowOf[AnswerKey(chain[i])]] + "\n";
+    std::string& line = lines[rowOf[KeyOfRow(chain[i])]];
+    if (chain[i].id) line.replace(0, 10, IdText(*chain[i].id));
+    output << padded(std::to_string(i)) + line + "\n";
   }
 }
 
