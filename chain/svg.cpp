@@ -155,7 +155,7 @@ std::string Head(std::size_t count) {
 
 std::string Svg(const Chain& chain, const std::string& comm, End nearest) {
   const std::size_t count = chain.size();
-  if (count == 0) return "";
+  if (count == 0 || count > kMostDrawn) return "";
   std::string svg = Head(count);
   if (nearest == End::kAsPrinted) svg += "<desc>The order of the scan is not known.</desc>\n";
   svg += Ends(count - 1);

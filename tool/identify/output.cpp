@@ -1,5 +1,6 @@
 #include "identify/output.h"
 
+#include "command.h"
 #include "device_text.h"
 #include "standard_streams.h"
 
@@ -42,6 +43,11 @@ std::string KindText(const IdentifiedChain& identified, const ChainPosition& pos
 }
 
 void SvgOutput(const IdentifiedChain& identified, Output& output) {
+  using plddb::chain::kMostDrawn;
+  if (identified.chain.size() > kMostDrawn) {
+    throw Failure("plddb: error: --format svg: the chain has " + std::to_string(identified.chain.size()) +
+                  " TAPs; expected at most " + std::to_string(kMostDrawn));
+  }
   output << plddb::chain::Svg(identified.chain, identified.comm, identified.scan.nearest);
 }
 
