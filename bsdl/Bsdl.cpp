@@ -1,13 +1,12 @@
 #include "Bsdl.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <utility>
 
+#include "Files.h"
 #include "bsdl/entity_reader.h"
 #include "bsdl/fact_reader.h"
 #include "bsdl/fault_list.h"
@@ -50,8 +49,7 @@ File Load(const std::string& path) {
   FileText read = ReadDescriptionFile(path);
   if (!read.failure.empty()) return Unread(path, "cannot read the file: " + read.failure);
   File file = Parse(std::move(read.text), path);
-  struct stat status = {};
-  if (stat(path.c_str(), &status) == 0) file.time = TimeText(status.st_mtime);
+  if (const auto time = TimeOfFile(path)) file.time = TimeText(*time);
   return file;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using internal::kByteOrderMark;
 
-bool StartsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+using internal::StartsWith;
 
 /// Markup in which a '<' starts nothing.
 struct Opaque {

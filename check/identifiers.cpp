@@ -147,7 +147,7 @@ unsigned int MostFrequent(const MaskCounts& counts) {
   return most == counts.end() ? 0 : most->first;
 }
 
-/// The bits of an IDCODE that its mask leaves out. Version bits may be written, as a board answers them.
+/// The bits of an IDCODE that its mask leaves out. Version bits may be written as a board answers them.
 unsigned int OutsideMask(unsigned int id, unsigned int mask) { return id & ~mask & ~kVersionBits; }
 
 /// Which of the two is odd decides where the finding is: a mask that leaves out a maker, or that no other device has although

@@ -136,7 +136,7 @@ bool CheckFamilyCode(const DescribedFamily& family, const Instruction& instructi
     const std::string notOnes = isBypass ? NotAllOnes(written, code, device->GetIRLength()) : "";
     if (wide.empty() && notOnes.empty()) continue;
     findings.Add(family, instruction.familyAttribute, wide.empty() ? CodeId::kBypassOnes : CodeId::kInstructionWide,
-                 (wide.empty() ? notOnes : wide) + " (as in " + NameOf(*device) + ")");
+                 (wide.empty() ? notOnes : wide) + " (as in " + PrintedName(*device) + ")");
     return false;
   }
   return true;
@@ -168,7 +168,7 @@ void CheckUnlike(const DescribedFamily& family, const Instruction& instruction, 
     const DescribedDevice& device = *codes.unlike.front();
     return findings.Add(family, attribute, CodeId::kInstructionUnlike,
                         attribute + " is " + Quoted(written) + ", but " + instruction.attribute + " of " +
-                            NameOf(*device.device) + " is " + AsWritten(device, instruction),
+                            PrintedName(*device.device) + " is " + AsWritten(device, instruction),
                         device);
   }
   std::set<unsigned int> lengths;

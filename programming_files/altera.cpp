@@ -2,7 +2,7 @@
 //
 //   "POF" NUL, u32, u32 count | u16 type, u32 length, data | ...       little endian
 //
-// An .rbf starts with bytes FF, then 6A. Nothing in it tells the device, and its length tells only where it is not compressed.
+// An .rbf starts with bytes FF, then 6A. It does not name its device, and its length shows it only without compression.
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-// Intel HEX (.mcs): the image of a flash memory, in which a configuration stream may lie.
+// Intel HEX (.mcs): the image of a flash memory, which may hold a configuration stream.
 //
 //   :ll aaaa tt data cc     a record: length, address, type (00: data), sum
 
@@ -10,7 +10,7 @@
 namespace plddb::programming_files {
 namespace {
 
-/// Reads records up to the end, and gives the data of those that have some.
+/// Reads the records, and returns the data of data records.
 class HexRecords {
  public:
   HexRecords(Input& input, File& file) : input_(input), file_(file) {}
@@ -69,7 +69,7 @@ bool LooksLikeIntelHex(std::string_view head) {
   if (head.empty() || head[0] != ':') return false;
   const std::string_view digits = FirstWord(head.substr(1));
   for (const char c : digits) {
-    if (HexDigit(static_cast<unsigned char>(c)) < 0) return false;
+    if (HexDigit(c) < 0) return false;
   }
   return digits.size() >= 8;
 }

@@ -103,8 +103,8 @@ TEST(Check, TellsFindingsFromMisuse) {
 
 TEST(Check, ChecksAllFilesAsOneDatabase) {
   const TemporaryFolder folder;
-  const std::string first = (folder.path() / "a.xml").string();
-  const std::string second = (folder.path() / "b.xml").string();
+  const std::string first = (folder.Path() / "a.xml").string();
+  const std::string second = (folder.Path() / "b.xml").string();
   const std::string text = R"(<DeviceDatabase>
 <Family Name="F" AliasName="G">
 <Device Name="A" CodeName="A" AliasName="B" Comm="JTAG" jtagDeviceID="0x057" DeviceIDScanMask="0xFFFFFFFF"/></Family>
@@ -119,7 +119,7 @@ TEST(Check, ChecksAllFilesAsOneDatabase) {
                                ":3, family F)\n" + second + ":3:71: warning[id-shadowed]: the IDCODE finds A (" + first +
                                ":3, family F), which comes first and answers to all ids of this device\n";
   EXPECT_EQ(RunTool({"check", first, second}).out, expected);
-  EXPECT_EQ(RunTool({"check", folder.path().string()}).out, expected);
+  EXPECT_EQ(RunTool({"check", folder.Path().string()}).out, expected);
   EXPECT_EQ(RunTool({"check", first}).out, "");
   EXPECT_EQ(RunTool({"check", second}).out, "");
 }
@@ -168,12 +168,12 @@ TEST(Check, WritesSarif) {
 
 TEST(Check, WritesPathsInSarifAsUris) {
   const TemporaryFolder folder;
-  const std::string file = (folder.path() / "a b%\xC3\xA4:\n.xml").string();
+  const std::string file = (folder.Path() / "a b%\xC3\xA4:\n.xml").string();
   std::ofstream(file) << "<DeviceDatabase";
   const auto report = nlohmann::json::parse(RunTool({"check", "--format", "sarif", file}).out);
   const std::string uri =
       report.at("runs").at(0).at("results").at(0).at("locations").at(0).at("physicalLocation").at("artifactLocation").at("uri");
-  EXPECT_EQ(uri, "file://" + folder.path().string() + "/a%20b%25%C3%A4%3A%0A.xml");
+  EXPECT_EQ(uri, "file://" + folder.Path().string() + "/a%20b%25%C3%A4%3A%0A.xml");
   const auto empty = nlohmann::json::parse(RunTool({"check", "--format", "sarif", kCorpus + "/clean_empty.xml"}).out);
   EXPECT_EQ(empty.at("runs").at(0).at("results"), nlohmann::json::array());
 }
@@ -204,7 +204,7 @@ TEST(Check, SaysTheSameInJson) {
 
 TEST(Check, ReportsTextsSoThatTheyCannotForgeALine) {
   const TemporaryFolder folder;
-  const std::string name = (folder.path() / "forged").string();
+  const std::string name = (folder.Path() / "forged").string();
   const std::string file = name + "\n.xml";
   std::ofstream(file) << "<DeviceDatabase><Family Name='F'><Device Name='A' CodeName='A' Comm='X&#10;other.xml:1:1: "
                          "error[load]: no&#127;&#x9B;'/>"

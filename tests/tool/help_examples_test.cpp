@@ -63,10 +63,10 @@ TEST(HelpExamples, WorkAsTheyAreWritten) {
     EXPECT_GE(examples.size(), 1U) << "row: " << subcommand;
     for (const std::string& example : examples) {
       const support::TemporaryFolder folder;
-      Fill(folder.path());
+      Fill(folder.Path());
       const ToolRun run =
           RunProgram("/bin/sh", {"-c", "cd \"$0\" && export PATH=\"$0/bin:$PATH\" PLDDB_PATH=\"$1\" && " + example,
-                                 folder.path().string(), PLDDB_DATA_DIR});
+                                 folder.Path().string(), PLDDB_DATA_DIR});
       EXPECT_EQ(run.exit_code, 0) << "row: " << example << "\n" << run.err;
     }
   }

@@ -26,7 +26,7 @@ class Program {
     for (const auto& [name, add] : kSubcommands) program_.Add(name, "One of the subcommands.", add);
   }
 
-  const tool::Program& program() const { return program_; }
+  const tool::Program& Get() const { return program_; }
   void Parse(const std::string& line) { program_.Parse(Words(line)); }
   tool::ExitCode Run() const { return program_.RunSubcommand(); }
 
