@@ -170,10 +170,9 @@ Scan ScanOf(const Found& first, const std::vector<Found>& found, std::string_vie
   const ScanReport& last = chosen.Last();
   Scan scan = {format.name, format.tool, last.taps, format.nearest, format.hasVersions, last.irLength, NotesOn(chosen)};
   for (const Found& other : found) {
-    if (&other == &chosen) continue;
-    if (&other == &first) {
+    if (&other == &first && &first != &chosen) {
       scan.notes.push_back(std::string("a part of the chain is missing in another format: ") + other.format->name);
-    } else {
+    } else if (&other != &chosen) {
       Compare(scan, chosen, other);
     }
   }
