@@ -36,7 +36,7 @@ setup(
             "plddb._plddb",
             sorted(file for folder in LIBRARIES for file in glob(folder + "/**/*.cpp", recursive=True)),
             include_dirs=[".", "include", *LIBRARIES],
-            define_macros=[("PLDDB_STATIC", None), ("PLDDB_INSTALLED_DATA", '"/usr/share/plddb"')],
+            define_macros=[("PLDDB_STATIC", None), ("PLDDB_INSTALLED_DATA", '"/usr/share/plddb"'), ("PLDDB_VERSION", f'"{VERSION}"')],
             libraries=["pugixml", "z"],
             cxx_std=17,
         )

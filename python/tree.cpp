@@ -54,7 +54,7 @@ void Tree::TakeOver(Tree& other) {
 void Tree::MarkOne(const void* record) {
   const auto held = held_.find(record);
   if (held == held_.end()) return;
-  if (const std::shared_ptr<Record> record_held = held->second.lock()) record_held->MarkDeleted();
+  if (const std::shared_ptr<Record> recordHeld = held->second.lock()) recordHeld->MarkDeleted();
   held_.erase(held);
 }
 
