@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 
-#include "foundation/characters.h"
+#include "foundation/text_match.h"
 
 namespace plddb::check {
 
@@ -16,19 +18,15 @@ struct TextKey {
 
 struct HashOfTextKey {
   std::size_t operator()(const TextKey& key) const {
-    std::size_t hash = key.number;
+    std::uint64_t hash = key.number;
     for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 1099511628211U;
-    return hash ^ hash >> 32;
+    return static_cast<std::size_t>(hash ^ hash >> 32);
   }
 };
 
 struct EqualTextKeys {
   bool operator()(const TextKey& a, const TextKey& b) const {
-    if (a.number != b.number || a.text.size() != b.text.size()) return false;
-    for (std::size_t i = 0; i < a.text.size(); ++i) {
-      if (internal::ToUpper(a.text[i]) != internal::ToUpper(b.text[i])) return false;
-    }
-    return true;
+    return a.number == b.number && internal::AreEqualIgnoringCase(a.text, b.text);
   }
 };
 

@@ -44,11 +44,23 @@ void util_strncpy(char* dst, const char* src, int n, int /*m*/) {
   dst[length] = '\0';
 }
 
-void strupr(char* s) { ConvertInPlace<ToUpper>(s); }
-
 void strupr(std::string& s) { std::transform(s.begin(), s.end(), s.begin(), ToUpper); }
 
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
+extern "C" PLDDB_EXPORT char* strupr(char* s) {
+  ConvertInPlace<ToUpper>(s);
+  return s;
+}
+
+extern "C" PLDDB_EXPORT char* strlwr(char* s) {
+  ConvertInPlace<ToLower>(s);
+  return s;
+}
+#else
+void strupr(char* s) { ConvertInPlace<ToUpper>(s); }
+
 void strlwr(char* s) { ConvertInPlace<ToLower>(s); }
+#endif
 
 int FindSubString(const char* s, const char* sub, int start, bool flag) {
   if (s == nullptr || sub == nullptr) return -1;

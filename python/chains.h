@@ -52,10 +52,10 @@ void ReadUndisturbed(Tree& tree, Read read) {
     unsigned long version = 0;
     {
       const Reading reading(tree);
-      version = tree.version();
+      version = tree.Version();
       read();
     }
-    if (version == tree.version()) return;
+    if (version == tree.Version()) return;
   }
   read();
 }

@@ -109,7 +109,7 @@ void AddVerdict(py::module_& module) {
       .def_readonly("devices", &Verdict::devices, "The devices that the file can be for, most likely first.")
       .def_property_readonly(
           "is_known", [](const Verdict& self) { return self.verdict.isKnown; },
-          "Whether these are one device, or cannot be told apart by anything that counts.")
+          "Whether these are one device, or differ in nothing that matters.")
       .def_property_readonly(
           "reasons", [](const Verdict& self) { return ToPython(self.verdict.reasons); }, "In words, the strongest first.")
       .def_property_readonly(

@@ -15,7 +15,7 @@ Classes DeclareClasses(py::module_& module) {
                                               "A record of a database, which it keeps alive. Once it was deleted, using it "
                                               "raises DeletedError.")
       .def_property_readonly("is_deleted", &Record::IsDeleted, "Whether the record was deleted from its database.")
-      .def_property_readonly("database", &Record::tree, "The database that holds the record.");
+      .def_property_readonly("database", &Record::GetTree, "The database that holds the record.");
   return {
       Declare<TreeClass>(module, "Database",
                          "Device families, of one or more description files, which lookups search in turn."),

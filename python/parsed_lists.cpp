@@ -105,8 +105,8 @@ class Entry {
   Entry(Owner owner, Place place)
       : owner_(std::move(owner)), replacements_(owner_->replacements[List::kListKind]), place_(place) {}
 
-  const Owner& owner() const { return owner_; }
-  Place place() const { return place_; }
+  const Owner& OwnerRecord() const { return owner_; }
+  Place GetPlace() const { return place_; }
 
   /// Whether its owner was deleted, or its list replaced.
   bool IsDeleted() const {
@@ -125,7 +125,7 @@ class Entry {
   template <class Change>
   void Set(Change change) {
     if (owner_ == nullptr) return change(value_);
-    const Writing writing(*owner_->tree());
+    const Writing writing(*owner_->GetTree());
     T value = Get();
     change(value);
     List::Put(**owner_, place_, value);
@@ -160,7 +160,7 @@ std::vector<T> ValuesOf(const py::iterable& entries) {
 template <class T>
 void ReplaceList(const Held<typename ListOf<T>::Owner>& owner, const py::iterable& entries) {
   std::vector<T> values = ValuesOf<T>(entries);
-  const Writing writing(*owner->tree());
+  const Writing writing(*owner->GetTree());
   auto& record = **owner;
   if (!values.empty()) ++owner->replacements[ListOf<T>::kListKind];
   ListOf<T>::Replace(record, std::move(values));
@@ -285,7 +285,7 @@ void AddNumberList(DeviceClass& cls, const char* name, std::vector<int>& (Device
       [set](const Device& self, const py::iterable& numbers) {
         std::vector<int> values;
         for (const py::handle number : numbers) values.push_back(IntFrom(number, "an address"));
-        const Writing writing(*self.tree());
+        const Writing writing(*self.GetTree());
         ((*self).*set)(std::move(values));
       },
       documentation);
@@ -297,8 +297,8 @@ void AddTextSetter(Class& cls, const char* name, void (T::*set)(const char*), co
   cls.def(
       name,
       [set](const RecordOf<T>& self, const Text& text) {
-        const Writing writing(*self.tree());
-        ((*self).*set)(text.get());
+        const Writing writing(*self.GetTree());
+        ((*self).*set)(text.Get());
       },
       py::arg("text"), documentation);
 }
@@ -346,7 +346,7 @@ void AddFamilyLists(FamilyClass& cls) {
       "list_programming_mode_control", [](const Family& self) { return ToPython(self->GetListProgrammingModeControl()); },
       [](const Family& self, const py::iterable& modes) {
         std::vector<std::string> values = TextsOf(modes);
-        const Writing writing(*self.tree());
+        const Writing writing(*self.GetTree());
         self->SetListProgrammingModeControl(std::move(values));
       },
       "Programming modes. On purpose, as in the library: an empty list keeps the old one.");
@@ -365,7 +365,7 @@ void AddFamilyLists(FamilyClass& cls) {
   cls.def(
       "set_b_scan_default_value",
       [](const Family& self, int value) {
-        const Writing writing(*self.tree());
+        const Writing writing(*self.GetTree());
         self->SetBScanDefaultValue(value);
       },
       py::arg("value"), "Sets default_value of the first boundary-scan control.");
@@ -375,7 +375,7 @@ void AddFamilyLists(FamilyClass& cls) {
 
 py::object BlockEntries(const Entry<CControlEBRList>& self) {
   const std::size_t count = self.Get().Entries.size();
-  if (self.owner() != nullptr) return EntriesOf<CControlEBR>(self.owner(), self.place().inner);
+  if (self.OwnerRecord() != nullptr) return EntriesOf<CControlEBR>(self.OwnerRecord(), self.GetPlace().inner);
   py::list list(count);
   for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(std::make_shared<Entry<CControlEBR>>(self.Get().Entries[i]));
   return list;

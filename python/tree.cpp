@@ -54,7 +54,7 @@ void Tree::TakeOver(Tree& other) {
 void Tree::MarkOne(const void* record) {
   const auto held = held_.find(record);
   if (held == held_.end()) return;
-  if (const std::shared_ptr<Record> recordHeld = held->second.lock()) recordHeld->MarkDeleted();
+  if (const std::shared_ptr<Record> known = held->second.lock()) known->MarkDeleted();
   held_.erase(held);
 }
 

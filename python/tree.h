@@ -48,7 +48,7 @@ class Record {
   Record(const Record&) = delete;
   Record& operator=(const Record&) = delete;
 
-  const std::shared_ptr<Tree>& tree() const { return tree_; }
+  const std::shared_ptr<Tree>& GetTree() const { return tree_; }
   bool IsDeleted() const { return record_ == nullptr; }
   void MarkDeleted() { record_ = nullptr; }
 
@@ -91,7 +91,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
   explicit Tree(std::vector<Part> parts) : parts_(std::move(parts)) {}
   static void* operator new(std::size_t) { RaiseNotInitialised("Database"); }
 
-  const std::vector<Part>& parts() const { return parts_; }
+  const std::vector<Part>& Parts() const { return parts_; }
   std::vector<const DeviceList*> Databases() const;
   const std::string& FileOf(const FamilyList& family) const;  ///< From which the family was loaded; empty without one.
   DeviceList& First();                                        ///< Made when there is none.
@@ -119,7 +119,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
   void MarkDeleted(const Adapter& adapter) { MarkOne(&adapter); }
   ///@}
 
-  unsigned long version() const { return version_; }  ///< Changes with every writing.
+  unsigned long Version() const { return version_; }  ///< Changes with every writing.
 
   /// Calls `use(finder)` for the access mode and `count` ids, one call at a time. Needs Reading.
   template <class Use>

@@ -32,7 +32,7 @@ struct Text {
   std::string bytes = {};
   bool isNull = true;
 
-  const char* get() const { return isNull ? nullptr : bytes.c_str(); }
+  const char* Get() const { return isNull ? nullptr : bytes.c_str(); }
 };
 
 /// An argument that names a file or folder: a str, bytes or os.PathLike.

@@ -46,8 +46,8 @@ Scan ScanOfArguments(const std::vector<std::string>& arguments) {
 }
 
 /// All of `text` as a decimal number from `least` to `most`.
-std::optional<unsigned long> Number(std::string_view text, unsigned long least, unsigned long most) {
-  unsigned long value = 0;
+std::optional<std::size_t> Number(std::string_view text, std::size_t least, std::size_t most) {
+  std::size_t value = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
   if (error != std::errc() || stop != end || value < least || value > most) return std::nullopt;
@@ -59,7 +59,7 @@ std::optional<unsigned long> Number(std::string_view text, unsigned long least, 
 std::string CannotRead(const std::string& path) { return Printable(path) + ":1:1: error: cannot read the file"; }
 
 OpenedFile OpenFile(const std::string& path) {
-  OpenedFile file(std::fopen(path.c_str(), "rb"));
+  OpenedFile file = plddb::OpenFile(path);
   if (file == nullptr) throw Failure(CannotRead(path) + ": " + std::strerror(errno));
   return file;  // a folder is opened, but cannot be read
 }
@@ -93,7 +93,7 @@ void GiveIrLengths(plddb::chain::Chain& chain, const std::vector<std::string>& t
       throw WrongUsage("--ir " + Printable(text) + ": expected POSITION=LENGTH, from 0 to " + last + " and from 2 to 65535");
     }
     if (chain[*position].givenIrLength != 0) throw WrongUsage("--ir: position " + std::to_string(*position) + " twice");
-    chain[*position].givenIrLength = *length;
+    chain[*position].givenIrLength = static_cast<unsigned short>(*length);
   }
 }
 
