@@ -18,7 +18,7 @@ namespace pf = plddb::programming_files;
 
 constexpr const char* kFooter =
     R"(A FILE is a JEDEC fuse map, a bitstream (.bit, .bin, .mcs, .fs, .hex, .pof, .sof, .rbf), SVF, XSVF, STAPL or an IEEE 1532 data
-file, also packed by gzip. Its format and its device are told by its content, never by its name. Nothing is played.
+file, also packed by gzip. Its format and its device are read from its content, not from its name. Nothing is sent to a device.
 
 Without a chain, the answer is the devices that the file can be for. With one, it is the positions that the file fits. The
 chain is given as ids, as for identify, or by --scan. The last arguments that are ids (8 hex digits, or 0x and 1 to 8) are the
@@ -26,8 +26,8 @@ chain; write ./ before the name of a file that looks like one.
 
 A file that is damaged is reported on standard error; what it states still counts.
 
-Exit code: 0 when every file fits (without a chain: when its device is known), 1 when one does not fit or it cannot be decided, 2 for
-wrong usage or a file that cannot be read.)";
+Exit code: 0 when every file fits (without a chain: when its device is known), 1 when one does not fit or it cannot be
+decided, 2 for wrong usage or a file that cannot be read.)";
 
 struct Options {
   std::vector<std::string> databases;

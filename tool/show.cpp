@@ -21,9 +21,9 @@ using plddb::find::Match;
 using plddb::find::Matches;
 
 constexpr const char* kFooter =
-    R"(TEXT is all that plddb find knows: a name, ordering name, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; where there are others, it is marked, and they are listed at the end.
+    R"(TEXT is anything that plddb find takes: a name, ordering name, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; if there are others, it is marked, and they are listed at the end.
 
-Shown is what is set, as a description file writes it, and in which line. What has its default is left out, and so is what is derived on loading. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
+Values are shown as in a description file, with their lines. Defaults and values that are derived on loading are omitted. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
 
 Exit code: 0 when a device is found, 1 when none is, or several with --unique; 2 for wrong usage or data that cannot be read.)";
 
@@ -175,7 +175,7 @@ Run AddShow(Subcommand subcommand) {
   subcommand.AddFlag("--all", options->all, "List all other devices that match; without it the first 20");
   subcommand.AddFlag("--json", options->json,
                      "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
-  subcommand.Add("TEXT", options->text, "What plddb find knows").Type("").NotEmpty().Required();
+  subcommand.Add("TEXT", options->text, "Anything that plddb find takes").Type("").NotEmpty().Required();
   subcommand.Footer(kFooter, {"plddb show XC9572XL", "plddb show --json 0x59604093"});
   return [options] { return RunShow(*options); };
 }

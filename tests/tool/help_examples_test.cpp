@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "run_tool.h"
+#include "tests/programming_files/samples.h"
 #include "tests/support/read_file.h"
 #include "tests/support/temporary_folder.h"
 
@@ -48,10 +49,11 @@ void Fill(const fs::path& folder) {
   for (const char* const name : {"my_devices.xml", "first.xml", "second.xml", "descriptions/first.xml"}) {
     fs::copy_file(sample, folder / name);
   }
-  for (const char* const name : {"top.jed", "top.bit"}) fs::copy_file(PLDDB_TEST_DIR "/../examples/counter.jed", folder / name);
-  fs::copy_file(PLDDB_TEST_DIR "/tool/data/pld1234a_tq100.bsd", folder / "pld1234a_tq100.bsd");
   fs::create_directory(folder / "bin");
   fs::create_symlink(PLDDB_TOOL, folder / "bin/plddb");
+  fs::copy_file(PLDDB_TEST_DIR "/tool/data/pld1234a_tq100.bsd", folder / "pld1234a_tq100.bsd");
+  fs::copy_file(PLDDB_TEST_DIR "/../examples/counter.jed", folder / "top.jed");
+  std::ofstream(folder / "top.bit", std::ios::binary) << samples::Bit("7a35tcpg236", samples::WideStream(0x0362D093));
   std::ofstream(folder / "log.txt") << "59604093\n4BA00477\n0362D093\n";
   std::ofstream(folder / "bin/openocd") << "#!/bin/sh\ncat log.txt\n";
   fs::permissions(folder / "bin/openocd", fs::perms::owner_all);
@@ -60,7 +62,7 @@ void Fill(const fs::path& folder) {
 TEST(HelpExamples, WorkAsTheyAreWritten) {
   for (const std::string& subcommand : Subcommands()) {
     const std::vector<std::string> examples = Examples(subcommand);
-    EXPECT_GE(examples.size(), 1U) << "row: " << subcommand;
+    EXPECT_GE(examples.size(), 2U) << "row: " << subcommand;
     for (const std::string& example : examples) {
       const support::TemporaryFolder folder;
       Fill(folder.Path());
