@@ -18,9 +18,9 @@ struct TextKey {
 
 struct HashOfTextKey {
   std::size_t operator()(const TextKey& key) const {
-    std::uint64_t hash = key.number;
-    for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 1099511628211U;
-    return static_cast<std::size_t>(hash ^ hash >> 32);
+    std::uint32_t hash = key.number;
+    for (const char c : key.text) hash = (hash ^ static_cast<unsigned char>(internal::ToUpper(c))) * 16777619U;
+    return hash;
   }
 };
 

@@ -71,6 +71,8 @@ if(TARGET plddb_tool)
   file(RELATIVE_PATH PLDDB_LIB_FROM_BIN ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   set_target_properties(plddb_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${PLDDB_LIB_FROM_BIN}")
   install(TARGETS plddb_tool RUNTIME COMPONENT tool)
+endif()
+if(TARGET plddb_tool AND NOT WIN32)
   install(DIRECTORY tool/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool OPTIONAL FILES_MATCHING PATTERN "*.1")
   install(FILES tool/completions/plddb.bash RENAME plddb OPTIONAL
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "ProgrammingFile.h"
 
@@ -46,7 +46,7 @@ class Input {
 
   Source source_;
   bool isAtEnd_ = false;
-  std::array<char, 2 * kWindow> buffer_;
+  std::vector<char> buffer_ = std::vector<char>(2 * kWindow);  // not in the object: threads may have little stack
   std::size_t next_ = 0;
   std::size_t end_ = 0;
   std::uint64_t base_ = 0;  // the file's offset of buffer_[0]

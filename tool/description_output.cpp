@@ -13,7 +13,7 @@
 #include "command.h"
 #include "data_files.h"
 #include "device_text.h"
-#include "replace_file.h"
+#include "whole_file.h"
 #include "standard_streams.h"
 
 namespace tool {
@@ -103,7 +103,7 @@ void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (kind != fs::file_type::regular && kind != fs::file_type::not_found) {
     throw Failure("plddb: error: cannot write " + Printable(path) + ": it is not a regular file");
   }
-  ReplaceFile(target, text);
+  WriteWholeFile(target, text);
 }
 
 void ReportShadowed(const Descriptions& written) { WriteMessage(FindingLines(FindingsOf(written, kShadowed))); }

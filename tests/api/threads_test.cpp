@@ -110,7 +110,7 @@ void AskDevice(const DeviceInfo& device, Answers& answers) {
     answers.Add((device.*text)());
   }
   for (const auto number : {&DeviceInfo::GetjtagDeviceID, &DeviceInfo::GetispDeviceID, &DeviceInfo::GetFuseNumber}) {
-    answers.Add((device.*number)());
+    answers.Add(static_cast<long>((device.*number)()));
   }
   for (int i = 0; i <= device.GetSysIOCount(); ++i) answers.Add(device.GetSysIO(i));
   answers.AddSize(device.GetlistControlRegOne());

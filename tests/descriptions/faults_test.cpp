@@ -1,12 +1,9 @@
 // What bad files report: each fault once, at its place, and all of them.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "parse.h"
@@ -424,23 +421,6 @@ TEST(Faults, ATextOf64MiBIsTheLargest) {
   const std::string text = "<DeviceDatabase/>" + std::string((std::size_t{1} << 26) - 17, ' ');
   EXPECT_EQ(FaultsOf(text), Texts{});
   EXPECT_EQ(FaultsOf(text + " "), Texts{"1:1: cannot read the file: larger than 64 MiB"});
-}
-
-TEST(Loading, ReadsAPipeToItsEnd) {
-  const support::TemporaryFolder folder;
-  const std::string pipe = folder.Path() / "pipe";
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  std::thread writer([&] { std::ofstream(pipe) << parse::WithDevice("Name='" + std::string(100000, 'x') + "'"); });
-  const plddb::LoadResult result = plddb::LoadDescriptions(pipe);
-  writer.join();
-  ASSERT_NE(result.database, nullptr);
-  EXPECT_EQ(std::string(parse::FirstDevice(result.database).GetName()).size(), 100000U);
-}
-
-TEST(DataFolder, IsBesideTheProgramWhereItHasDescriptions) {
-  // The build tree has the shape of an installation.
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-  EXPECT_EQ(plddb::DataFolder(), program.parent_path().parent_path() / "share/plddb");
 }
 
 TEST(Faults, AFileThatCannotBeReadIsFaulty) {

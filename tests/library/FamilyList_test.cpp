@@ -14,6 +14,7 @@
 #include "tests/support/field_rules.h"
 #include "tests/support/locales.h"
 #include "tests/support/sample_tree.h"
+#include "tests/support/wide_integer.h"
 
 namespace {
 
@@ -226,7 +227,7 @@ TEST(FamilyDevices, AnyIntegerTypeIsAPosition) {
   EXPECT_EQ(family->GetDevice(static_cast<unsigned short>(2)), nullptr);
   EXPECT_EQ(family->GetDevice(static_cast<unsigned short>(65'535)), nullptr);
   EXPECT_EQ(family->GetDevice(std::size_t{1}), second);
-  EXPECT_EQ(family->GetDevice(-1LL), nullptr);
+  EXPECT_EQ(family->GetDevice(support::kMinusOne), nullptr);
   EXPECT_EQ(family->GetDevice((1ULL << 32) + 1), nullptr);
   EXPECT_EQ(family->GetDevice(~std::size_t{0}), nullptr);
 }

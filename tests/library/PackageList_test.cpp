@@ -12,6 +12,7 @@
 
 #include "package/walk.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/wide_integer.h"
 
 using namespace plddb::internal;
 
@@ -84,9 +85,9 @@ TEST(PackageList, GetPackageOutsideTheListIsNull) {
   for (const unsigned short i : {static_cast<unsigned short>(2), static_cast<unsigned short>(65'535)}) {
     EXPECT_EQ(list.GetPackage(i), nullptr) << "i: " << i;
   }
-  EXPECT_EQ(list.GetPackage(65'536LL), nullptr);
+  EXPECT_EQ(list.GetPackage(support::WideInteger{65'536}), nullptr);
   EXPECT_EQ(list.GetPackage(4'294'967'296ULL), nullptr);
-  EXPECT_EQ(list.GetPackage(-1LL), nullptr);
+  EXPECT_EQ(list.GetPackage(support::kMinusOne), nullptr);
 }
 
 TEST(PackageList, GetPackageTakesEveryIntegerType) {

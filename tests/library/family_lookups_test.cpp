@@ -211,11 +211,11 @@ TEST(FamilyGetDeviceWithIdentifier, AgreesWithTheBitwiseRuleForRandomIdentifiers
   std::mt19937 random(430);
   const auto like = [&](unsigned int id) {
     const unsigned int bit = 1u << (random() % 32);
-    const unsigned int kinds[] = {0, id, id ^ bit, static_cast<unsigned int>(random())};
+    const unsigned int kinds[] = {0, id, id ^ bit, random() & 0xFFFFFFFF};
     return kinds[random() % 4];
   };
   for (int i = 0; i < 100'000; ++i) {
-    const unsigned int id = 1 + static_cast<unsigned int>(random() % 0xFFFFFFFF);
+    const auto id = std::max<unsigned int>(1, random() & 0xFFFFFFFF);
     const unsigned int isp = like(id);
     const unsigned int jtag = like(id);
     SampleDevice(device).Isp(isp).Jtag(jtag);

@@ -89,9 +89,9 @@ TEST(HostileFiles, OfOneByteAllOverGiveSoundAnswers) {
 /// A file of `size` bytes that is made while it is read: memory stays as it is. Its start is `head`, the rest repeats `body`.
 plddb::programming_files::Source Endless(const std::string& head, const std::string& body, std::uint64_t size) {
   return [=, at = std::uint64_t{0}](char* buffer, std::size_t wanted) mutable {
-    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(wanted, size - at));
-    for (std::size_t i = 0; i < count; ++i, ++at) {
-      buffer[i] = at < head.size() ? head[at] : body[static_cast<std::size_t>((at - head.size()) % body.size())];
+    std::size_t count = 0;
+    for (; count < wanted && at < size; ++count, ++at) {
+      buffer[count] = at < head.size() ? head.begin()[at] : body.begin()[(at - head.size()) % body.size()];
     }
     return count;
   };

@@ -126,8 +126,8 @@ std::vector<std::string> QuotedItems(const std::string& text) {
 }
 
 int ToNumber(const std::string& text) {
-  static_assert(sizeof(long) == 8, "numbers are read with 64 bits");
-  return Low32(std::strtol(text.c_str(), nullptr, 10));
+  static_assert(sizeof(long long) == 8, "numbers are read with 64 bits");
+  return Low32(std::strtoll(text.c_str(), nullptr, 10));
 }
 
 Range ToRange(const std::string& text) {
@@ -153,7 +153,7 @@ std::vector<int> MultibootNumbers(const std::string& text, std::size_t bufferSiz
   if (text.size() < bufferSize) std::memcpy(buffer.data(), text.c_str(), text.size());
   // Each token between the four delimiters is one number.
   for (char* token = std::strtok(buffer.data(), "; \t\n"); token != nullptr; token = std::strtok(nullptr, "; \t\n")) {
-    numbers.push_back(Low32(std::strtol(token, nullptr, 10)));
+    numbers.push_back(Low32(std::strtoll(token, nullptr, 10)));
   }
   return numbers;
 }
@@ -179,7 +179,7 @@ void NumberColumns(std::vector<EBREntry>& entries, const std::string& text) {
   const int width = Low32(static_cast<long long>(range.last) - range.first + 1);
   if (width == 0) return;
   // An unsigned 64-bit division, the width widened with its sign: a negative one is a huge divisor.
-  const std::uint64_t columns = static_cast<std::uint64_t>(entries.size()) * 8;
+  const std::uint64_t columns = std::uint64_t{entries.size()} * 8;
   const auto divisor = static_cast<std::uint64_t>(static_cast<std::int64_t>(width));
   const int rows = Low32(static_cast<long long>(columns / divisor));
   if (rows <= 0) return;

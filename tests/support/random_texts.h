@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <iterator>
 #include <random>
 #include <string>
@@ -12,7 +11,7 @@ namespace support {
 /// around the limits, halves of words. The same seed gives the same texts on every machine.
 class RandomTexts {
  public:
-  explicit RandomTexts(std::uint64_t seed) : engine_(seed) {}
+  explicit RandomTexts(unsigned int seed) : engine_(seed) {}
 
   /// A text of up to eight pieces; lent until the next call.
   const std::string& Next() {
@@ -22,7 +21,7 @@ class RandomTexts {
   }
 
   /// A number below `limit`. Not a distribution of the standard library: these differ between libraries.
-  std::size_t Below(std::size_t limit) { return static_cast<std::size_t>(engine_() % limit); }
+  std::size_t Below(std::size_t limit) { return engine_() % limit; }
 
  private:
   static constexpr const char* kPieces[] = {
@@ -72,7 +71,7 @@ class RandomTexts {
       "99999999999999999999999",
   };
 
-  std::mt19937_64 engine_;
+  std::mt19937 engine_;
   std::string text_;
 };
 

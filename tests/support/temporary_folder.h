@@ -1,8 +1,7 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
+#include <random>
 #include <string>
 #include <system_error>
 
@@ -12,9 +11,10 @@ namespace support {
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "plddb-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = name;
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() / ("plddb-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));  // throws if it is not one of the same name that is in the way
   }
   ~TemporaryFolder() {
     std::error_code ignored;

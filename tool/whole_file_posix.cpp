@@ -9,7 +9,7 @@
 
 #include "command.h"
 #include "device_text.h"
-#include "replace_file.h"
+#include "whole_file.h"
 
 namespace tool {
 namespace {
@@ -60,7 +60,7 @@ class FileBeside {
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, const std::string& text) {
+void WriteWholeFile(const std::string& path, const std::string& text) {
   FileBeside file(path);
   file.Write(text);
   file.TakePlace();

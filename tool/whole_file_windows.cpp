@@ -7,7 +7,7 @@
 #include "Files.h"
 #include "command.h"
 #include "device_text.h"
-#include "replace_file.h"
+#include "whole_file.h"
 
 namespace tool {
 namespace {
@@ -67,7 +67,7 @@ class FileBeside {
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, const std::string& text) {
+void WriteWholeFile(const std::string& path, const std::string& text) {
   FileBeside file(path);
   file.Write(text);
   file.TakePlace();
