@@ -229,8 +229,9 @@ std::string HintOn(const DeviceInfo& device);
 /// IdKind.
 std::string KindText(const std::string& comm, const ChainPosition& position);
 
-/// A drawing of the chain, from TDI to TDO; empty for an empty chain. `nearest` is the end at which `chain` starts.
-std::string Svg(const Chain& chain, const std::string& comm, End nearest);
+/// A drawing of the chain, from TDI to TDO, in rows of `perRow` TAPs (at least 1); empty for an empty chain. `nearest` is the
+/// end at which `chain` starts.
+std::string Svg(const Chain& chain, const std::string& comm, End nearest, std::size_t perRow = 5);
 ///@}
 
 }  // namespace plddb::chain

@@ -1,7 +1,6 @@
 #include "identify/output.h"
 
 #include "device_text.h"
-#include "standard_streams.h"
 
 namespace tool {
 
@@ -12,7 +11,7 @@ void Output::operator<<(std::string_view text) {
 }
 
 void Output::Flush() {
-  WriteOutput(block_);
+  write_(block_);
   block_.clear();
 }
 

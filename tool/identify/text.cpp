@@ -65,16 +65,20 @@ std::string MissingOptions(const Chain& chain) {
   return options;
 }
 
+}  // namespace
+
 std::string TotalIrLength(const Chain& chain) {
   unsigned long bits = 0;
   for (const ChainPosition& position : chain) bits += position.IrLength();
   const std::string sum = std::to_string(bits) + " bits";
   const std::string open = PositionsWhere(chain, HasNoIrLength);
   const std::string doubtful = PositionsWhere(chain, CandidatesDifferInIrLength);
-  return "\nIR length of the chain: " +
+  return "IR length of the chain: " +
          (open.empty() ? sum : "not known (" + sum + " without " + open + "; give " + MissingOptions(chain) + ")") +
-         (doubtful.empty() ? "" : "; another device that matches would change it at " + doubtful) + "\n";
+         (doubtful.empty() ? "" : "; another device that matches would change it at " + doubtful);
 }
+
+namespace {
 
 // --- Unknown ids ------------------------------------------------------------------------------------------------------------
 
@@ -168,7 +172,7 @@ void NotesText(const IdentifiedChain& identified, Output& output) {
 void TextOutput(const IdentifiedChain& identified, Output& output) {
   if (!identified.scan.format.empty()) output << "Scan: " + ScanText(identified.scan) + "\n";
   DeviceTable(identified.chain, output);
-  output << TotalIrLength(identified.chain);
+  output << "\n" + TotalIrLength(identified.chain) + "\n";
   UnknownIds(identified, output);
   AmbiguousPositions(identified, output);
   NotesText(identified, output);
