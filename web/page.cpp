@@ -60,6 +60,13 @@ struct Page {
   Read read;
   tool::Answer found;
   std::string answer;  ///< The last one, which JavaScript reads.
+
+  /// Forgets what refers to the databases, before they change.
+  void Forget() {
+    read.chain.reset();
+    read.finder.reset();
+    found = {};
+  }
 };
 
 Page& ThePage() {
@@ -153,11 +160,11 @@ Json Summary(const IdentifiedChain& read) {
   std::vector<std::string> notes = Notes(read);
   const std::size_t moreNotes = notes.size() - std::min(notes.size(), kMostNotes);
   notes.resize(notes.size() - moreNotes);
-  return {{"scan", read.scan.format.empty() ? Json(nullptr) : Json(ScanText(read.scan))},
+  return {{"scan", read.scan.format.empty() ? Json(nullptr) : Json(tool::ScanText(read.scan))},
           {"count", read.chain.size()},
           {"known", known},
           {"ambiguous", ambiguous},
-          {"irLength", TotalIrLength(read.chain)},
+          {"irLength", tool::TotalIrLength(read.chain)},
           {"more", read.chain.size() - std::min(read.chain.size(), kMostPositions)},
           {"isDrawn", read.chain.size() <= kMostDrawn},
           {"notes", notes},
@@ -243,8 +250,7 @@ std::string Fits(const std::string& name, std::string_view bytes) {
 /// Puts a loaded file in front of the others, in place of one of this name.
 void Keep(Database database) {
   Page& page = ThePage();
-  page.read = {};
-  page.found = {};
+  page.Forget();
   const auto end = page.databases.begin() + static_cast<std::ptrdiff_t>(page.own);
   const auto same = std::find_if(page.databases.begin(), end, [&](const Database& d) { return d.file == database.file; });
   if (same != end) {
@@ -276,7 +282,7 @@ std::string AddDescriptions(const std::string& name, std::string text, Json extr
   extra["devices"] = database.devices == nullptr ? 0 : CountDevices(*database.devices);
   extra["moreFindings"] = more;
   if (database.devices != nullptr) Keep(std::move(database));
-  return Joined({ToText(extra), "{\"findings\":" + FindingJson(findings) + "}"});
+  return Joined({ToText(extra), "{\"findings\":" + tool::FindingJson(findings) + "}"});
 }
 
 Json BsdlFindings(const std::vector<plddb::bsdl::Fault>& faults) {
@@ -335,8 +341,7 @@ std::string Remove(const std::string& name) {
   const auto end = page.databases.begin() + static_cast<std::ptrdiff_t>(page.own);
   const auto same = std::find_if(page.databases.begin(), end, [&](const Database& d) { return d.file == name; });
   if (same == end) return "{}";
-  page.read = {};
-  page.found = {};
+  page.Forget();
   page.databases.erase(same);
   --page.own;
   return "{}";

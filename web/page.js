@@ -90,7 +90,13 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
 
   class Trouble extends Error {}
 
-  const bytesOf = (base64) => Uint8Array.from(atob(base64), (c) => c.charCodeAt(0));
+  /// What was packed by gzip and coded by base64.
+  function unpacked(base64) {
+    const text = atob(base64);
+    const bytes = new Uint8Array(text.length);
+    for (let i = 0; i < text.length; ++i) bytes[i] = text.charCodeAt(i);
+    return new Response(new Blob([bytes]).stream().pipeThrough(new DecompressionStream("gzip"))).arrayBuffer();
+  }
 
   /// What the C library asks of a system that has no files: it gets no environment, and its messages are dropped.
   function systemCalls() {
@@ -108,7 +114,7 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
 
   /// A new instance with all devices.
   async function start() {
-    code = code || await WebAssembly.compile(bytesOf(plddbPage.wasm));
+    code = code || await WebAssembly.compile(await unpacked(plddbPage.wasm));
     const imports = {};
     for (const {module, name} of WebAssembly.Module.imports(code)) {
       imports[module] = imports[module] || {};
@@ -621,6 +627,6 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
     await restore();
     document.documentElement.dataset.ready = "true";
   }).catch((error) => {
-    at("status").textContent = "This page needs a browser with WebAssembly exceptions (Chrome 95, Firefox 100, Safari 15.2): " + error;
+    at("status").textContent = "This page needs a newer browser (Chrome 95, Firefox 113, Safari 16.4, or later): " + error;
   }));
 })();
