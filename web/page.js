@@ -212,9 +212,10 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
     chain = answer;
     const unknown = answer.count - answer.known;
     at("status").textContent = [count(answer.count, "TAP") + ": " + answer.known + " identified",
-      answer.ambiguous ? answer.ambiguous + " of them ambiguous" : "", unknown ? unknown + " unknown" : ""]
-      .filter((part) => part).join(", ") + "." + (answer.scan ? " " + answer.scan + "." : "");
-    put(at("answer"), make("div", {id: "drawing"}), make("p", {class: "soft"}, answer.irLength), positionTable(answer),
+      answer.ambiguous ? answer.ambiguous + " ambiguous" : "", unknown ? unknown + " unknown" : ""]
+      .filter((part) => part).join(", ") + ".";
+    put(at("answer"), answer.scan ? make("p", {class: "soft"}, "Read as: " + answer.scan) : null, make("div", {id: "drawing"}),
+      make("p", {}, answer.irLength), positionTable(answer),
       notes(answer), forms());
     draw();
   }
@@ -251,14 +252,14 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
     device.name || device.codeName);
 
   function positionTable(answer) {
-    const heads = ["Position", "IDCODE", "Device", "Family", "IR length", "IDCODE instr.", "BYPASS", "Packages", "Match"];
+    const heads = ["Position", "Id", "Device", "Family", "IR bits", "IDCODE", "BYPASS", "Packages", "Compared"];
     const body = make("tbody", {role: "rowgroup"});
     for (const position of answer.positions) body.append(...positionRows(position, heads));
     return make("div", {},
-      make("table", {class: "cards", role: "table", id: "positions"},
+      make("div", {class: "wide"}, make("table", {class: "cards", role: "table", id: "positions"},
         make("caption", {}, "Positions, in the order of the text"),
         make("thead", {role: "rowgroup"}, make("tr", {role: "row"}, heads.map((head) => make("th", {scope: "col", role: "columnheader"}, head)))),
-        body),
+        body)),
       answer.more ? make("p", {class: "soft"}, "and " + answer.more + " more; plddb identify lists all") : null);
   }
 
@@ -625,6 +626,7 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
     at("devices").textContent = ", " + devices + " devices";
     listen();
     await restore();
+    performance.mark("answered");
     document.documentElement.dataset.ready = "true";
   }).catch((error) => {
     at("status").textContent = "This page needs a newer browser (Chrome 95, Firefox 113, Safari 16.4, or later): " + error;
