@@ -1,21 +1,21 @@
 #include "Bsdl.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <utility>
 
+#include "Files.h"
 #include "bsdl/entity_reader.h"
 #include "bsdl/fact_reader.h"
 #include "bsdl/fault_list.h"
+#include "foundation/characters.h"
 
 namespace plddb::bsdl {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+using internal::kByteOrderMark;
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 26;  // as of description files
 
@@ -49,8 +49,7 @@ File Load(const std::string& path) {
   FileText read = ReadDescriptionFile(path);
   if (!read.failure.empty()) return Unread(path, "cannot read the file: " + read.failure);
   File file = Parse(std::move(read.text), path);
-  struct stat status = {};
-  if (stat(path.c_str(), &status) == 0) file.time = TimeText(status.st_mtime);
+  if (const auto time = TimeOfFile(path)) file.time = TimeText(*time);
   return file;
 }
 

@@ -12,8 +12,8 @@
 
 /// BSDL files: what a maker states of a device and its boundary-scan registers, read and turned into device descriptions.
 ///
-/// Read is the language of IEEE 1149.1 (1990, 1993, 1994, 2001, 2013) with the extensions of IEEE 1149.6 and IEEE 1532; any
-/// other extension is passed over by its grammar. Names are compared ignoring case. docs/bsdl.md has the mapping to
+/// Reads the language of IEEE 1149.1 (1990, 1993, 1994, 2001, 2013) with the extensions of IEEE 1149.6 and IEEE 1532; any
+/// other extension is skipped by its grammar. Names are compared ignoring case. docs/bsdl.md has the mapping to
 /// descriptions.
 namespace plddb::bsdl {
 
@@ -26,7 +26,7 @@ struct Place {
 /// An error hides or falsifies what a description needs. A warning does not: the file can be used.
 enum class Severity { kError, kWarning };
 
-/// What is wrong in a file, and where.
+/// A mistake in a file, and its place.
 struct Fault {
   std::string file;
   Place place;
@@ -174,13 +174,14 @@ struct File {
 /// Reads a file. One that cannot be read, or is larger than 64 MiB, is a fault at 1:1. std::bad_alloc passes through.
 File Load(const std::string& path);
 
-/// Reads `text`; `name` is what faults carry. Otherwise like Load.
+/// Reads `text`; `name` is that of the file in faults. Otherwise like Load.
 File Parse(std::string text, const std::string& name);
 
 /// The instruction `name` (in upper case); null when the file has none.
 const Instruction* FindInstruction(const Facts& facts, std::string_view name);
 
-/// What a description gets that no BSDL file states, or that is to be otherwise. What is empty is taken from the files.
+/// Values of the descriptions that no BSDL file states, or that replace those of the files. Empty ones are taken from the
+/// files.
 struct ImportOptions {
   std::string family;  ///< Required.
   std::string name;    ///< Of the device, which all files then describe.
@@ -189,7 +190,7 @@ struct ImportOptions {
   double unitOfTimes = 0;  ///< Seconds, of ProgramTime and its like; 0 leaves out the times and sizes of IEEE 1532.
 };
 
-/// A family of the devices that files describe. Nothing when one of the files has an error or is refused.
+/// A family of the devices that files describe; no database if one of the files has an error or is refused.
 struct Import {
   DeviceListOwner database;           ///< One family; null when there are errors.
   std::vector<std::string> comments;  ///< Of each device: what the files state and a description has no place for.
@@ -200,12 +201,12 @@ struct Import {
 Import Describe(const std::vector<File>& files, const ImportOptions& options);
 
 /// The description file `text`, called `file`, with the devices of `import` put into it: its own family is joined to the one of
-/// its name, a device gives packages to the one of its name. All else stays as it is. Faults say why nothing was done.
+/// its name, a device gives packages to the one of its name. All else stays as it is. If nothing was done, faults state why.
 struct Addition {
   std::string text;
   std::vector<Fault> faults;
 };
-/// The text with the families and devices of `import` added; `file` is the name that faults carry.
+/// The text with the families and devices of `import` added; `file` is its name in faults.
 Addition AddTo(const std::string& text, const std::string& file, const Import& import);
 
 /// The same for the file `path`, which is only read.
@@ -220,7 +221,7 @@ enum class Missing { kAllowed, kListed };
 /// The codes of the findings below.
 std::vector<check::Code> CheckCodes();
 
-/// Where `descriptions` disagree with those of `files` that belong to them: a file belongs to the devices that its IDCODE
+/// The places where `descriptions` disagree with the files that belong to them: a file belongs to the devices that its IDCODE
 /// matches, and to those that have a package of its entity name. Findings are in the order of the descriptions; files with
 /// errors come first and are findings themselves.
 std::vector<check::Finding> Check(const std::vector<File>& files, const std::vector<check::Description>& descriptions,

@@ -6,17 +6,20 @@
 #include <string_view>
 
 #include "foundation/characters.h"
+#include "foundation/text_match.h"
 
 /// \file
-/// What BSDL makes of characters.
+/// The kinds of characters in BSDL.
 
 namespace plddb::bsdl {
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-constexpr bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+using internal::AreEqualIgnoringCase;
+using internal::IsDigit;
+using internal::IsLetter;
+using internal::UpperCase;
 
 /// Which bytes may be part of an identifier or number. On purpose more than the standard has: makers write names such as
-/// "PQ-100", and package pins such as "A1/B2". A table: files are read 12 % faster than
+/// "PQ-100", and package pins such as "A1/B2". A table: with it, files are read 12 % faster than
 /// with comparisons.
 constexpr std::array<bool, 256> WordCharacters() {
   std::array<bool, 256> table = {};
@@ -28,21 +31,7 @@ inline constexpr std::array<bool, 256> kWordCharacters = WordCharacters();
 
 constexpr bool IsWordCharacter(char c) { return kWordCharacters[static_cast<unsigned char>(c)]; }
 
-inline std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) c = internal::ToUpper(c);
-  return upper;
-}
-
 /// A field's text; empty where it is unset.
 inline std::string TextOf(const char* text) { return text == nullptr ? "" : text; }
-
-inline bool AreEqualIgnoringCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (internal::ToUpper(a[i]) != internal::ToUpper(b[i])) return false;
-  }
-  return true;
-}
 
 }  // namespace plddb::bsdl

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "TextForms.h"
 #include "bsdl/Bsdl.h"
 #include "bsdl/characters.h"
 #include "bsdl/idcode.h"
@@ -77,7 +78,7 @@ std::vector<std::string> EntityNames(const DeviceInfo& device) {
   return names;
 }
 
-/// A device and what of the makers' files belongs to it.
+/// A device, and the makers' files that belong to it.
 struct Match {
   const Maker* maker;
   const Id* id;  // the one that matches, or else the first; null when the file has none

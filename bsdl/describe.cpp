@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Chain.h"
+#include "TextForms.h"
 #include "bsdl/Bsdl.h"
 #include "bsdl/characters.h"
 #include "bsdl/comment.h"

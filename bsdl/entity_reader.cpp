@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "TextForms.h"
 #include "bsdl/characters.h"
 #include "bsdl/lexer.h"
 
@@ -102,7 +103,7 @@ class EntityReader {
     return false;
   }
 
-  /// A mark that ends or separates something: it is missing where a word or string comes, and else something is there instead.
+  /// Reports a mark that ends or separates something: as missing before a word or string, else as replaced by what was found.
   bool Expect(char mark, std::string_view expected) {
     if (Skip(mark)) return true;
     return AtString() || AtEnd() || IsStatement() ? Missing(expected) : Unexpected(expected);

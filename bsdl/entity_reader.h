@@ -7,7 +7,7 @@
 
 namespace plddb::bsdl {
 
-/// Reads the entity that `text` describes: its statements, without what is in their strings.
+/// Reads the entity that `text` describes: its statements, but not the contents of their strings.
 ///
 ///   entity NAME is
 ///     generic ( NAME : string := "..." );
@@ -18,7 +18,7 @@ namespace plddb::bsdl {
 ///     attribute NAME : BSDL_EXTENSION;
 ///   end NAME;
 ///
-/// Before and after it there may be packages, which are passed over, and before it lines of an in-circuit tester ("!!!!").
+/// Before and after it there may be packages, which are skipped, and before it lines of an in-circuit tester ("!!!!").
 Entity ReadEntity(std::string_view text, FaultList& faults);
 
 }  // namespace plddb::bsdl

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "NearNames.h"
+#include "TextForms.h"
 #include "bsdl/characters.h"
 #include "bsdl/isc_flow.h"
 #include "bsdl/real_number.h"
@@ -76,7 +77,7 @@ struct Start {
   bool isNumber;
 
   bool IsAt(const TextCursor& cursor) const {
-    if (!cursor.AtWord() || (isNumber && !IsDigit(cursor.text().front()))) return false;
+    if (!cursor.AtWord() || (isNumber && !IsDigit(cursor.Current().front()))) return false;
     if (marks.empty()) return true;
     TextCursor ahead = cursor;
     ahead.Next();
@@ -128,22 +129,22 @@ class FactReader {
   void Fault(Place place, std::string text) { faults_.Add(place, severity_, std::move(text)); }
 
   bool Unexpected(const TextCursor& cursor, std::string_view expected) {
-    Fault(cursor.place(), "expected " + std::string(expected) + ", found " + cursor.Found());
+    Fault(cursor.Here(), "expected " + std::string(expected) + ", found " + cursor.Found());
     return false;
   }
 
-  /// A mark is missing where a word comes, and else something is there instead of it.
+  /// Reports a mark: as missing before a word, else as replaced by what was found.
   bool Expect(TextCursor& cursor, char mark, std::string_view expected) {
     if (cursor.Skip(mark)) return true;
     const bool isMissing = cursor.AtWord() && mark != '(';
-    Fault(isMissing ? cursor.EndOfPrevious() : cursor.place(),
+    Fault(isMissing ? cursor.EndOfPrevious() : cursor.Here(),
           "expected " + std::string(expected) + ", found " + cursor.Found());
     return false;
   }
 
   bool ExpectWord(TextCursor& cursor, std::string_view what, std::string& word) {
     if (!cursor.AtWord()) return Unexpected(cursor, what);
-    word = cursor.text();
+    word = cursor.Current();
     cursor.Next();
     return true;
   }
@@ -166,7 +167,7 @@ class FactReader {
   }
 
   void ReadComma(TextCursor& cursor, Start start) {
-    const Place comma = cursor.place();
+    const Place comma = cursor.Here();
     if (!Expect(cursor, ',', "\",\" or the end of the string")) {
       if (!cursor.AtWord()) Recover(cursor, start);
     } else if (cursor.AtEnd()) {
@@ -184,13 +185,13 @@ class FactReader {
   /// Bits at the cursor: a word of 0, 1 and X.
   bool ReadBits(TextCursor& cursor, std::string_view what, Text& bits) {
     if (!cursor.AtWord()) return Unexpected(cursor, what);
-    const std::string_view word = cursor.text();
+    const std::string_view word = cursor.Current();
     const auto wrong = static_cast<std::size_t>(std::find_if_not(word.begin(), word.end(), IsBit) - word.begin());
     if (wrong < word.size()) {
       Fault(cursor.PlaceOf(wrong), "expected " + std::string(what) + ", found " + Quoted(word.substr(wrong, 1)));
       return false;
     }
-    if (bits.text.empty()) bits.place = cursor.place();
+    if (bits.text.empty()) bits.place = cursor.Here();
     bits.text += UpperCase(word);
     cursor.Next();
     return true;
@@ -215,7 +216,7 @@ class FactReader {
   /// Not where a ',' is followed by the next item of the list around this one.
   bool IsClosedBeforeComma(const TextCursor& cursor, Start next) {
     if (!next.IsAfterComma(cursor)) return true;
-    Fault(cursor.place(), "expected \")\" before this \",\"");
+    Fault(cursor.Here(), "expected \")\" before this \",\"");
     return false;
   }
 
@@ -264,7 +265,7 @@ class FactReader {
     const Place first = std::exchange(seen_[row], attribute.name.place);
     if (first.line == 0 || !AreEqualIgnoringCase(attribute.of.text, entity_.name.text)) return false;
     Fault(attribute.name.place,
-          std::string(kRows[row].name) + " is there twice; the first is in line " + std::to_string(first.line));
+          std::string(kRows[row].name) + " is given twice; the first is in line " + std::to_string(first.line));
     return true;
   }
 
@@ -302,7 +303,7 @@ class FactReader {
     if (!IsString(attribute)) return;
     ReadList(attribute.text, kInstruction, [&](TextCursor& cursor) {
       Instruction instruction;
-      instruction.name.place = cursor.place();
+      instruction.name.place = cursor.Here();
       if (!ExpectWord(cursor, "the name of an instruction", instruction.name.text)) return false;
       instruction.name.text = UpperCase(instruction.name.text);
       if (!Expect(cursor, '(', "\"(\"") || !ReadCodes(cursor, instruction)) return false;
@@ -360,7 +361,7 @@ class FactReader {
     if (!IsString(attribute)) return;
     ReadList(attribute.text, kRegister, [&](TextCursor& cursor) {
       Register reg;
-      reg.name.place = cursor.place();
+      reg.name.place = cursor.Here();
       if (!ExpectWord(cursor, "the name of a register", reg.name.text)) return false;
       reg.name.text = UpperCase(reg.name.text);
       if (cursor.Skip('[') && !ReadRegisterLength(cursor, reg)) return false;
@@ -371,7 +372,7 @@ class FactReader {
   }
 
   bool ReadRegisterLength(TextCursor& cursor, Register& reg) {
-    const std::string_view text = cursor.text();
+    const std::string_view text = cursor.Current();
     const char* const end = text.data() + text.size();
     const auto read = std::from_chars(text.data(), end, reg.length);
     if (!cursor.AtWord() || read.ptr != end || read.ec != std::errc()) return Unexpected(cursor, "a number of bits");
@@ -400,9 +401,9 @@ class FactReader {
   }
 
   bool ReadCellNumber(TextCursor& cursor) {
-    const std::string_view text = cursor.text();
+    const std::string_view text = cursor.Current();
     const char* const end = text.data() + text.size();
-    Count cell = {0, cursor.place()};
+    Count cell = {0, cursor.Here()};
     const auto read = std::from_chars(text.data(), end, cell.value);
     if (!cursor.AtWord() || read.ptr != end || read.ec != std::errc()) return Unexpected(cursor, "the number of a cell");
     if (lastCell_.place.line == 0 || cell.value > lastCell_.value) lastCell_ = cell;
@@ -433,7 +434,7 @@ class FactReader {
   }
 
   bool ReadOneOf(TextCursor& cursor, std::string_view expected, std::initializer_list<std::string_view> words) {
-    if (!cursor.AtWord() || !IsOneOf(cursor.text(), words)) return Unexpected(cursor, expected);
+    if (!cursor.AtWord() || !IsOneOf(cursor.Current(), words)) return Unexpected(cursor, expected);
     cursor.Next();
     return true;
   }
@@ -489,9 +490,9 @@ class FactReader {
     std::vector<Place> open;
     TextCursor cursor(attribute.text);
     for (; !cursor.AtEnd(); cursor.Next()) {
-      if (cursor.At('(')) open.push_back(cursor.place());
+      if (cursor.At('(')) open.push_back(cursor.Here());
       if (!cursor.At(')')) continue;
-      if (open.empty()) return Fault(cursor.place(), "no \"(\" belongs to this \")\"");
+      if (open.empty()) return Fault(cursor.Here(), "no \"(\" belongs to this \")\"");
       open.pop_back();
     }
     if (!open.empty()) Fault(open.back(), "no \")\" belongs to this \"(\"");

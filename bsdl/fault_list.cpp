@@ -9,8 +9,6 @@ namespace {
 /// A file that is no BSDL may have millions.
 constexpr std::size_t kMostFaults = 10000;
 
-constexpr std::size_t kLongestQuote = 60;
-
 }  // namespace
 
 std::string ToString(const Fault& fault) {
@@ -40,21 +38,6 @@ std::vector<Fault> FaultList::Take() {
     faults_.push_back({file_, faults_.back().place, Severity::kError, "too many faults: the rest of them is not listed"});
   }
   return std::move(faults_);
-}
-
-std::string Quoted(std::string_view text) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (quoted.size() > kLongestQuote) return quoted + "...\"";
-    if (c >= ' ' && c <= '~') {
-      quoted += c;
-    } else {
-      const auto byte = static_cast<unsigned char>(c);
-      quoted += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
-    }
-  }
-  return quoted += '"';
 }
 
 }  // namespace plddb::bsdl

@@ -23,7 +23,7 @@ class FaultList {
   /// Whether there are so many that looking for more is pointless.
   bool Full() const { return full_; }
 
-  /// The faults in file order. What was gathered is used up.
+  /// The faults in file order. The list is empty afterwards.
   std::vector<Fault> Take();
 
  private:
@@ -31,8 +31,5 @@ class FaultList {
   std::vector<Fault> faults_;
   bool full_ = false;
 };
-
-/// `text` in double quotes, fit for a message of one line: shortened, and with \xNN for what cannot be printed.
-std::string Quoted(std::string_view text);
 
 }  // namespace plddb::bsdl

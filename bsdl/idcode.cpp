@@ -1,17 +1,11 @@
 #include "idcode.h"
 
-#include <cstdio>
+#include "foundation/bits.h"
 
 namespace plddb::bsdl {
 namespace {
 
 constexpr int kMostOpenPartBits = 4;
-
-int CountOnes(std::uint32_t bits) {
-  int count = 0;
-  for (; bits != 0; bits &= bits - 1) ++count;
-  return count;
-}
 
 }  // namespace
 
@@ -26,15 +20,9 @@ Idcode ToIdcode(std::string_view pattern) {
 
 std::uint32_t ToNumber(std::string_view bits) { return ToIdcode(bits).value; }
 
-std::string Hex(std::uint32_t number, int digits) {
-  char text[16];
-  static_cast<void>(std::snprintf(text, sizeof text, "0x%0*X", digits, number));  // 16 hold any 32 bits
-  return text;
-}
-
 std::string WhyTooOpen(std::string_view pattern) {
   const std::uint32_t open = ~ToIdcode(pattern).fixed;
-  const int parts = CountOnes(open & kPartBits);
+  const int parts = internal::BitCount(open & kPartBits);
   if ((open & kMakerBits) != 0) return "the IDCODE leaves the maker open, bits 11 to 1: other devices answer to it, too";
   if (parts <= kMostOpenPartBits) return "";
   return "the IDCODE leaves " + std::to_string(parts) + " bits of the part number open, bits 27 to 12: expected at most " +

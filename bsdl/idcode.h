@@ -23,10 +23,7 @@ Idcode ToIdcode(std::string_view pattern);
 /// The number that bits of at most 32 are; X is 0.
 std::uint32_t ToNumber(std::string_view bits);
 
-/// "0x0362D093", with `digits` at least.
-std::string Hex(std::uint32_t number, int digits);
-
-/// What is wrong with a pattern that fits devices of any maker, or too many parts; empty when nothing is.
+/// Why a pattern is refused: it fits devices of any maker, or too many parts. Empty for others.
 std::string WhyTooOpen(std::string_view pattern);
 
 }  // namespace plddb::bsdl

@@ -12,10 +12,6 @@ namespace {
 /// The number that all of `text` is; 0 when it is none.
 double Number(std::string_view text) { return RealNumber(text).value_or(0); }
 
-bool EndsIn(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 class FlowReader {
  public:
   explicit FlowReader(const Pieces& pieces) : cursor_(pieces) {}
@@ -39,14 +35,14 @@ class FlowReader {
 
  private:
   double TakeNumber() {
-    const double number = cursor_.AtWord() ? Number(cursor_.text()) : 0;
+    const double number = cursor_.AtWord() ? Number(cursor_.Current()) : 0;
     if (number > 0) cursor_.Next();
     return number;
   }
 
   /// The name of an instruction, what it shifts, and how long to wait; to the ')'.
   void ReadActivity() {
-    const std::string name = UpperCase(cursor_.text());
+    const std::string name = UpperCase(cursor_.Current());
     double wait = 0;
     double bits = 0;
     cursor_.Next();
@@ -77,7 +73,7 @@ class FlowReader {
     if (name == "ISC_PROGRAM") {
       result_.programTime = std::max(result_.programTime, wait);
       result_.bits += repeats_ * bits;
-    } else if (name == "ISC_ERASE" || EndsIn(name, "CLEAR")) {
+    } else if (name == "ISC_ERASE" || internal::EndsWith(name, "CLEAR")) {
       result_.eraseTime = std::max(result_.eraseTime, wait);
     } else if (name == "ISC_READ") {
       result_.verifyTime = std::max(result_.verifyTime, wait);

@@ -8,7 +8,7 @@
 
 namespace plddb::bsdl {
 
-/// What a file is made of, between blanks and comments.
+/// The parts of a file, without blanks and comments.
 ///
 ///   word         XC_1  10.0e6  STD_1149_1_2001.all  PQ-100     a '-' only where no other follows: "--" begins a comment
 ///   string       "0 (BC_1, *, internal, X),"                  within one line; "" in it is a quote
@@ -19,7 +19,7 @@ struct Token {
   enum class Kind { kWord, kString, kAssignment, kMark, kEnd };
 
   Kind kind = Kind::kEnd;
-  std::string_view text;  // of a string, what is between its quotes
+  std::string_view text;  // of a string, without its quotes
   Place place;            // of the first character, that is of the opening quote
   bool isClosed = true;   // a string with its second quote
 

@@ -6,7 +6,7 @@
 #include "bsdl/Bsdl.h"
 
 /// \file
-/// Where a description file says something.
+/// The places of values in a description file.
 
 namespace plddb::bsdl {
 

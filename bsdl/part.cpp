@@ -16,16 +16,14 @@ bool IsAllOnes(const Text& code) { return code.text.find('0') == code.text.npos;
 
 bool HasNoX(const Text& code) { return code.text.find('X') == code.text.npos; }
 
-bool EndsIn(const std::string& text, const std::string& end) {
-  return text.size() > end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
 /// The entity "XC9572XL_VQ64" with the pin map "VQ64" is of the device XC9572XL.
 std::string DeviceName(const Facts& facts) {
   const std::string& entity = facts.entity.text;
   std::string map = facts.defaultPinMap.text;
   if (map.empty() && facts.pinMaps.size() == 1) map = facts.pinMaps.front().text;
-  return !map.empty() && EndsIn(entity, '_' + map) ? entity.substr(0, entity.size() - map.size() - 1) : entity;
+  return !map.empty() && entity.size() > map.size() + 1 && internal::EndsWith(entity, '_' + map)
+             ? entity.substr(0, entity.size() - map.size() - 1)
+             : entity;
 }
 
 /// An ordering name whose entity name is `entity`: lookups write '_' for '-'.
@@ -69,7 +67,7 @@ class PartMaker {
   }
 
  private:
-  /// Of a file with errors, what is missing may be so because of them; an IDCODE that was read is what it is.
+  /// In a file with errors, a value may be missing because of them; an IDCODE that was read is right.
   std::nullopt_t RefuseOpenIdcode() {
     if (facts_.idcodes.empty() || facts_.idcodes.front().text.size() != 32) return std::nullopt;
     const std::string why = WhyTooOpen(facts_.idcodes.front().text);

@@ -23,7 +23,7 @@ struct PartPackage {
   bool operator==(const PartPackage& other) const { return type == other.type && pon == other.pon; }
 };
 
-/// What one file gives to the description of a device.
+/// The values that one file gives to the description of a device.
 struct Part {
   const File* file;
   std::string name;

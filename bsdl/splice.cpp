@@ -7,7 +7,7 @@
 namespace plddb::bsdl {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+using internal::kByteOrderMark;
 
 /// What begins with `open` goes on until `close`.
 constexpr struct {

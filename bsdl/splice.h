@@ -7,7 +7,7 @@
 
 namespace plddb::bsdl {
 
-/// Puts text into XML elements without touching what is there. The XML has been read by the loader: it is well-formed, and has
+/// Puts text into XML elements and leaves the rest as it is. The XML has been read by the loader: it is well-formed, and has
 /// no '<' within values.
 class Splice {
  public:

@@ -1,5 +1,6 @@
 #include "text_cursor.h"
 
+#include "TextForms.h"
 #include "bsdl/characters.h"
 #include "bsdl/fault_list.h"
 

@@ -18,17 +18,16 @@ class TextCursor {
   /// Borrows the pieces, at least one.
   explicit TextCursor(const Pieces& pieces) : pieces_(pieces) { Next(); }
 
-  Kind kind() const { return kind_; }
   bool AtEnd() const { return kind_ == Kind::kEnd; }
   bool AtWord() const { return kind_ == Kind::kWord; }
   bool At(char mark) const { return kind_ == Kind::kMark && text_.front() == mark; }
   bool At(std::string_view word) const;  ///< Ignoring case.
 
   /// The current word or mark; a view until Next().
-  std::string_view text() const { return text_; }
+  std::string_view Current() const { return text_; }
 
   /// Of the current word, mark or end.
-  Place place() const { return PlaceOf(0); }
+  Place Here() const { return PlaceOf(0); }
 
   /// Of the nth character of the current word.
   Place PlaceOf(std::size_t n) const;

@@ -1,9 +1,10 @@
-// Writes what was imported: as a file of its own, or into another.
+// Writes what was imported: as a new file, or into an existing one.
 
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "TextForms.h"
 #include "bsdl/Bsdl.h"
 #include "bsdl/characters.h"
 #include "bsdl/idcode.h"
@@ -25,9 +26,7 @@ std::vector<std::string> LinesOf(const std::string& text) {
   return lines;
 }
 
-bool BeginsWith(const std::string& text, std::string_view begin) { return text.compare(0, begin.size(), begin) == 0; }
-
-/// A description file in parts: what is before the first device, each device, and what is after the last.
+/// A description file in parts: the text before the first device, each device, and the text after the last.
 struct Written {
   std::string before;
   std::vector<std::string> devices;  // with their comments
@@ -37,11 +36,11 @@ struct Written {
 Written Cut(const DeviceList& database, const std::vector<std::string>& comments) {
   Written written;
   for (const std::string& line : LinesOf(WriteDescriptions(database))) {
-    if (BeginsWith(line, kDevice)) {
+    if (internal::StartsWith(line, kDevice)) {
       const std::size_t number = written.devices.size();
       const bool isCommented = number < comments.size() && !comments[number].empty();
       written.devices.push_back(isCommented ? "    <!-- " + comments[number] + " -->\n" + line : line);
-    } else if (BeginsWith(line, "  </Family") || !written.after.empty() || BeginsWith(line, "</")) {
+    } else if (internal::StartsWith(line, "  </Family") || !written.after.empty() || internal::StartsWith(line, "</")) {
       written.after += line;
     } else {
       (written.devices.empty() ? written.before : written.devices.back()) += line;
@@ -86,7 +85,7 @@ std::string NewPackages(const DeviceInfo& device, const DeviceInfo& known) {
   return element.erase(element.rfind("    </Device"));
 }
 
-// --- What is there already --------------------------------------------------------------------------------------------------
+// --- Existing descriptions --------------------------------------------------------------------------------------------------
 
 struct Field {
   const char* attribute;

@@ -27,6 +27,13 @@ struct Fault {
   std::string text;  ///< What is wrong, and what was expected; one line.
 };
 
+/// \name IR lengths that a user may give, in bits: by the standard every capture ends in 01, and descriptions hold no longer
+/// ones
+///@{
+inline constexpr unsigned long kShortestIrLength = 2;
+inline constexpr unsigned long kLongestIrLength = 0xFFFF;
+///@}
+
 /// The end of a chain: TDO, where bits come out, or TDI. kAsPrinted: it is not known which end the tool names first.
 enum class End { kTdo, kTdi, kAsPrinted };
 
@@ -173,6 +180,15 @@ std::vector<Candidate> MostExactFirst(const ChainPosition& position);
 /// Whether `name` is the name, code name, alias, an ordering number or the family of a candidate, ignoring letter case.
 bool IsNamed(const ChainPosition& position, const std::string& name);
 
+/// Whether a position of a chain is what was expected there.
+struct Expectation {
+  bool agrees;
+  std::string text;  ///< "XC9572XL, as expected", "expected XC9572XL, found XC7A35T (0x0362D093)"; printable.
+};
+
+/// Compares `chain` with `names`, each as IsNamed has it: an entry for each position of the longer one.
+std::vector<Expectation> Compare(const Chain& chain, const std::vector<std::string>& names);
+
 /// Why `candidate` answers: "all 32 bits", "masked 0x0FFFFFFF", "low byte only (DUAL)".
 std::string Reason(const Candidate& candidate);
 ///@}
@@ -228,6 +244,10 @@ std::string HintOn(const DeviceInfo& device);
 /// What the device is: "logic", or the kind of a neighbour, which is its family's name; for an unknown id the name of its
 /// IdKind.
 std::string KindText(const std::string& comm, const ChainPosition& position);
+
+/// What a reader of `chain`, which was read as `scan`, should know: oddities of the scan, IR lengths that do not agree or are
+/// missing, hints on devices that are no programmable logic. One line each; options are called as those of `plddb identify`.
+std::vector<std::string> Notes(const Scan& scan, const Chain& chain);
 
 /// A drawing of the chain, from TDI to TDO, in rows of `perRow` TAPs (at least 1); empty for an empty chain. `nearest` is the
 /// end at which `chain` starts.

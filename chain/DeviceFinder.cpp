@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <bitset>
 #include <tuple>
 #include <utility>
 
 #include "chain/Chain.h"
 #include "database/walk.h"
 #include "device/identifiers.h"
+#include "foundation/bits.h"
 #include "foundation/printed_forms.h"
 
 namespace plddb::chain {
@@ -13,14 +13,14 @@ namespace {
 
 using internal::AccessMode;
 using internal::Identifiers;
+using internal::kVersionBits;
 
 constexpr unsigned int kAllBits = 0xFFFFFFFF;
 constexpr unsigned int kLowByte = 0xFF;
-constexpr unsigned int kVersionBits = 0xF0000000;
 constexpr unsigned int kManufacturerBits = 0x00000FFF;  // and bit 0
 constexpr std::size_t kMostNear = 5;
 
-int BitCount(unsigned int bits) { return static_cast<int>(std::bitset<32>(bits).count()); }
+using internal::BitCount;
 
 AccessMode ModeOf(const std::string& comm) {
   return internal::WithAccessMode(comm.c_str(), [](auto mode) { return mode.value; });
@@ -160,8 +160,8 @@ ChainPosition DeviceFinder::Identify(std::optional<unsigned int> id) {
 
 ChainPosition DeviceFinder::Identify(const ScannedTap& tap, bool trustsGuessedIrLength) {
   ChainPosition position = Identify(tap.id);
-  constexpr unsigned long longest = 0xFFFF;  // as in descriptions
-  if (tap.irLength <= longest && (!tap.irLengthIsGuess || trustsGuessedIrLength)) position.scannedIrLength = tap.irLength;
+  if (tap.irLength <= kLongestIrLength && (!tap.irLengthIsGuess || trustsGuessedIrLength))
+    position.scannedIrLength = tap.irLength;
   return position;
 }
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "chain/Chain.h"
-#include "foundation/printed_forms.h"
+#include "family/printed_names.h"
 #include "foundation/text_match.h"
 
 namespace plddb::chain {
@@ -19,8 +19,6 @@ bool IsNamed(const DeviceInfo& device, const char* name) {
   return false;
 }
 
-std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? "-" : internal::Printable(text); }
-
 }  // namespace
 
 bool IsNamed(const ChainPosition& position, const std::string& name) {
@@ -28,15 +26,9 @@ bool IsNamed(const ChainPosition& position, const std::string& name) {
   return std::any_of(position.Candidates().begin(), position.Candidates().end(), isNamed);
 }
 
-std::string DeviceName(const DeviceInfo& device) {
-  const char* const name = device.GetName();
-  return TextOrDash(name == nullptr || *name == '\0' ? device.GetCodeName() : name);
-}
+std::string DeviceName(const DeviceInfo& device) { return internal::PrintedName(device); }
 
-std::string FamilyName(const DeviceInfo& device) {
-  const FamilyList* const family = device.GetFamilyObject();
-  return TextOrDash(family == nullptr ? nullptr : family->GetName());
-}
+std::string FamilyName(const DeviceInfo& device) { return internal::PrintedName(device.GetFamilyObject()); }
 
 bool IsNeighbour(const DeviceInfo& device) {
   const FamilyList* const family = device.GetFamilyObject();

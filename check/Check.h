@@ -10,7 +10,7 @@
 /// docs/check.md has a paragraph for each code.
 namespace plddb::check {
 
-/// An error can never work, or a value is lost; a warning may be meant so.
+/// An error can never work, or a value is lost; a warning may be intended.
 enum class Severity { kWarning, kError };
 
 /// A kind of finding.

@@ -9,9 +9,9 @@
 namespace plddb::check {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+using internal::kByteOrderMark;
 
-bool StartsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+using internal::StartsWith;
 
 /// Markup in which a '<' starts nothing.
 struct Opaque {

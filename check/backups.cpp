@@ -12,7 +12,7 @@ using descriptions::Kind;
 using descriptions::Need;
 
 /// The options of an algorithm are no backup of the access mode, though they default to it.
-bool IsBackup(const Field& field) { return field.need == Need::Backup && field.kind != Kind::Text; }
+bool IsBackup(const Field& field) { return field.need == Need::kBackup && field.kind != Kind::kText; }
 
 void CheckBackup(const DescribedDevice& device, const Field& working, const Field& backup, Findings& findings) {
   const Attribute* const written = Written(device, backup.name);

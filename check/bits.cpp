@@ -6,33 +6,13 @@
 #include "check/list_readings.h"
 #include "check/rules.h"
 #include "descriptions/TextForms.h"
+#include "descriptions/list_columns.h"
 
 namespace plddb::check {
 namespace {
 
-// --- The lists of bits ------------------------------------------------------------------------------------------------------
-
-/// A field of the bits of a list: the attribute of an element, and the text of a device that gives it to the first bits. Both
-/// are empty where bits have no such field.
-struct BitField {
-  const char* attribute = "";
-  const char* text = "";
-};
-
-struct BitList {
-  const char* element;
-  BitField name, address, column, index;
-};
-
-// clang-format off
-constexpr BitList kRegOne = {"ControlRegOne",
-    {"BitName", "ListControlReg1BitName"}, {"Address", "ListControlReg1Address"}, {"Column", "ListControlReg1Column"}, {}};
-constexpr BitList kFuses = {"Persistent_fuse",
-    {}, {"Address", "ListPersistent_fuseAddress"}, {"Column", "ListPersistent_fuseColumn"}, {}};
-constexpr BitList kStatus = {"ControlStatus",
-    {"BitName", "ListControlStatusBitName"}, {}, {}, {"Index", "ListControlStatusIndex"}};
-constexpr BitList kEntries = {"Entry", {"BitName"}, {"Address"}, {"Column"}, {}};
-// clang-format on
+using descriptions::FindColumn;
+using descriptions::ListColumn;
 
 struct Bit {
   std::string_view name;
@@ -58,26 +38,27 @@ std::vector<Bit> ToBits(const std::vector<Record>& records) {
 /// Where the bits of a list are written: first those of the texts in `around`, then those of the elements in it.
 class BitPlaces {
  public:
-  BitPlaces(const Described& around, const BitList& list, std::size_t count) : around_(around), list_(list) {
+  BitPlaces(const Described& around, std::string_view name, std::size_t count) : around_(around), name_(name) {
     for (const Element& child : around.element->children) {
-      if (child.name == list.element) elements_.push_back(&child);
+      if (child.name == name) elements_.push_back(&child);
     }
     byTexts_ = count - elements_.size();
   }
 
-  const BitList& List() const { return list_; }
+  /// The name of the elements.
+  const std::string& Name() const { return name_; }
 
-  /// The attribute that gives the field to the bit at `i`; null where it is left out.
-  const Attribute* Find(const BitField& field, std::size_t i) {
-    if (*field.attribute == '\0') return nullptr;
-    if (i >= byTexts_) return FindAttribute(*elements_[i - byTexts_], field.attribute);
-    return i < ItemCount(field.text) ? Written(around_, field.text) : nullptr;
+  /// The attribute that gives a field to the bit at `i`; null where it is left out, and if bits have no such field.
+  const Attribute* Find(const ListColumn* column, std::size_t i) {
+    if (column == nullptr) return nullptr;
+    if (i >= byTexts_) return FindAttribute(*elements_[i - byTexts_], column->field);
+    return i < ItemCount(column->text) ? Written(around_, column->text) : nullptr;
   }
 
   const Described& Around() const { return around_; }
 
  private:
-  std::size_t ItemCount(const char* text) {
+  std::size_t ItemCount(std::string_view text) {
     const auto [count, isNew] = itemCounts_.try_emplace(text, 0);
     const Attribute* const written = Written(around_, text);
     if (isNew && written != nullptr) count->second = ReadSemicolonList(std::string(written->value)).items.size();
@@ -85,7 +66,7 @@ class BitPlaces {
   }
 
   const Described& around_;
-  const BitList& list_;
+  const std::string name_;
   std::vector<const Element*> elements_;
   std::size_t byTexts_ = 0;
   std::unordered_map<std::string_view, std::size_t> itemCounts_;
@@ -104,8 +85,8 @@ class Values {
     const auto [first, isFirst] = firsts_.try_emplace(value, i);
     if (isFirst) return;
     findings_.Add(places_.Around(), *written, CodeId::kBitShared,
-                  "the " + kind + " of " + places_.List().element + " " + std::to_string(i + 1) + ", " + value +
-                      ", is that of " + places_.List().element + " " + std::to_string(first->second + 1) + ", too");
+                  "the " + kind + " of " + places_.Name() + " " + std::to_string(i + 1) + ", " + value + ", is that of " +
+                      places_.Name() + " " + std::to_string(first->second + 1) + ", too");
   }
 
  private:
@@ -114,31 +95,36 @@ class Values {
   std::unordered_map<std::string, std::size_t> firsts_;
 };
 
-void CheckBits(const Described& around, const BitList& list, const std::vector<Bit>& bits, Findings& findings) {
+void CheckBits(const Described& around, std::string_view element, const std::vector<Bit>& bits, Findings& findings) {
   if (bits.size() < 2) return;
-  BitPlaces places(around, list, bits.size());
+  const ListColumn* const nameColumn = FindColumn(element, "BitName");
+  const ListColumn* const addressColumn = FindColumn(element, "Address");
+  const ListColumn* const columnColumn = FindColumn(element, "Column");
+  const ListColumn* const indexColumn = FindColumn(element, "Index");
+  BitPlaces places(around, element, bits.size());
   Values names(places, findings);
   Values indexes(places, findings);
   Values spots(places, findings);
   for (std::size_t i = 0; i < bits.size(); ++i) {
     const Bit& bit = bits[i];
-    const Attribute* const address = places.Find(list.address, i);
-    const Attribute* const column = places.Find(list.column, i);
-    if (!bit.name.empty()) names.Check(Quoted(bit.name), i, places.Find(list.name, i), "name");
-    indexes.Check(std::to_string(bit.index), i, places.Find(list.index, i), "index");
+    const Attribute* const address = places.Find(addressColumn, i);
+    const Attribute* const column = places.Find(columnColumn, i);
+    if (!bit.name.empty()) names.Check(Quoted(bit.name), i, places.Find(nameColumn, i), "name");
+    indexes.Check(std::to_string(bit.index), i, places.Find(indexColumn, i), "index");
     spots.Check("address " + std::to_string(bit.address) + " and column " + std::to_string(bit.column), i,
                 address == nullptr ? column : address, "place");
   }
 }
 
-/// Only blocks that list their entries: numbered ones have what is derived.
+/// Only blocks that list their entries: those of numbered blocks are derived.
 void CheckBlocks(const DescribedDevice& device, Findings& findings) {
   const std::vector<CControlEBRList>& blocks = device.device->GetlistControlEBR();
   std::size_t position = 0;
   for (const Element& child : device.element->children) {
     if (child.name != "EBR") continue;
     const std::vector<CControlEBR>& entries = blocks[position++].Entries;
-    if (FindAttribute(child, "BitName") == nullptr) CheckBits({device.file, &child}, kEntries, ToBits(entries), findings);
+    if (FindAttribute(child, descriptions::CreatorOf("Entry")) != nullptr) continue;
+    CheckBits({device.file, &child}, "Entry", ToBits(entries), findings);
   }
 }
 
@@ -146,9 +132,9 @@ void CheckBlocks(const DescribedDevice& device, Findings& findings) {
 
 void CheckControlBits(const Records& records, Findings& findings) {
   for (const DescribedDevice& device : records.Devices()) {
-    CheckBits(device, kRegOne, ToBits(device.device->GetlistControlRegOne()), findings);
-    CheckBits(device, kFuses, ToBits(device.device->GetlistPersistent_fuse()), findings);
-    CheckBits(device, kStatus, ToBits(device.device->GetlistControlStatus()), findings);
+    CheckBits(device, "ControlRegOne", ToBits(device.device->GetlistControlRegOne()), findings);
+    CheckBits(device, "Persistent_fuse", ToBits(device.device->GetlistPersistent_fuse()), findings);
+    CheckBits(device, "ControlStatus", ToBits(device.device->GetlistControlStatus()), findings);
     CheckBlocks(device, findings);
   }
 }

@@ -41,7 +41,7 @@ void Findings::NameOther(const Described& other) {
   found_.back().finding.related = {{descriptions_[other.file].file, other.element->line, other.element->column}};
 }
 
-/// Every finding that a comment allows goes; a comment that allows none is one itself.
+/// Removes every finding that a comment allows; a comment that allows none is a finding itself.
 void Findings::DropAllowed() {
   std::vector<Allowances> allowances;
   for (const Description& description : descriptions_) allowances.emplace_back(description.text);

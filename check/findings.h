@@ -25,7 +25,7 @@ class Findings {
   /// At the value of the record's attribute, or at the element where that lacks it.
   void Add(const Described& record, std::string_view attribute, CodeId code, std::string text);
 
-  /// The same, of two records that get in each other's way: `other` is named in the text.
+  /// The same, about two records in conflict: the text names `other`.
   void Add(const Described& record, std::string_view attribute, CodeId code, std::string text, const Described& other);
   void Add(const Described& record, CodeId code, std::string text, const Described& other);
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "foundation/characters.h"
+#include "foundation/text_match.h"
 
 namespace plddb::check {
 
@@ -26,11 +26,7 @@ struct HashOfTextKey {
 
 struct EqualTextKeys {
   bool operator()(const TextKey& a, const TextKey& b) const {
-    if (a.number != b.number || a.text.size() != b.text.size()) return false;
-    for (std::size_t i = 0; i < a.text.size(); ++i) {
-      if (internal::ToUpper(a.text[i]) != internal::ToUpper(b.text[i])) return false;
-    }
-    return true;
+    return a.number == b.number && internal::AreEqualIgnoringCase(a.text, b.text);
   }
 };
 

@@ -92,7 +92,7 @@ void CheckFullNames(const Records& records, Findings& findings) {
 
 // --- Counts that are aliases ------------------------------------------------------------------------------------------------
 
-/// Files of `asked` fuses are also for devices of `stored` ones: a device of the other count is hard to tell from them.
+/// Files of `asked` fuses are also for devices of `stored` ones: a device with the other count is easily confused with them.
 void CheckAlias(const Records& records, const FuseAlias& alias, Findings& findings) {
   const DescribedDevice* firstAsked = nullptr;
   const DescribedDevice* firstStored = nullptr;

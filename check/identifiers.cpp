@@ -89,7 +89,7 @@ std::string MakerInvalid(const DescribedDevice& device) {
 }
 
 // clang-format off
-constexpr DeviceRule kRules[] = {
+constexpr DeviceRule kIdentifierRules[] = {
     {CodeId::kIdcodeBit0,    About::kWritten,     "jtagDeviceID",     IdcodeBit0},
     {CodeId::kMakerInvalid,  About::kWritten,     "jtagDeviceID",     MakerInvalid},
     {CodeId::kIdZero,        About::kWritten,     "jtagDeviceID",     ZeroIdcode},
@@ -147,7 +147,7 @@ unsigned int MostFrequent(const MaskCounts& counts) {
   return most == counts.end() ? 0 : most->first;
 }
 
-/// The bits of an IDCODE that its mask leaves out. Version bits may be written, as a board answers them.
+/// The bits of an IDCODE that its mask leaves out. Version bits may be written as a board answers them.
 unsigned int OutsideMask(unsigned int id, unsigned int mask) { return id & ~mask & ~kVersionBits; }
 
 /// Which of the two is odd decides where the finding is: a mask that leaves out a maker, or that no other device has although
@@ -221,7 +221,7 @@ void CheckIdentifiers(const Records& records, Findings& findings) {
   const MaskCounts masks = CountMasks(records);
   const unsigned int usual = MostFrequent(masks);
   for (const DescribedDevice& device : records.Devices()) {
-    Apply(kRules, device, findings);
+    Apply(kIdentifierRules, device, findings);
     CheckLeadingZeros(device, findings);
     CheckIdcodeOutsideMask(device, masks, usual, findings);
   }

@@ -100,7 +100,7 @@ std::string IrLength(const DescribedDevice& device) {
 }
 
 // clang-format off
-constexpr DeviceRule kRules[] = {
+constexpr DeviceRule kInstructionRules[] = {
     {CodeId::kIrLength,        About::kAlsoLeftOut, "IRLength",           IrLength},
     {CodeId::kInstructionWide, About::kWritten,     "IDInstruction",      Wide<kIdcode>},
     {CodeId::kInstructionWide, About::kWritten,     "USERCODEIntruction", Wide<kUsercode>},
@@ -136,7 +136,7 @@ bool CheckFamilyCode(const DescribedFamily& family, const Instruction& instructi
     const std::string notOnes = isBypass ? NotAllOnes(written, code, device->GetIRLength()) : "";
     if (wide.empty() && notOnes.empty()) continue;
     findings.Add(family, instruction.familyAttribute, wide.empty() ? CodeId::kBypassOnes : CodeId::kInstructionWide,
-                 (wide.empty() ? notOnes : wide) + " (as in " + NameOf(*device) + ")");
+                 (wide.empty() ? notOnes : wide) + " (as in " + PrintedName(*device) + ")");
     return false;
   }
   return true;
@@ -168,7 +168,7 @@ void CheckUnlike(const DescribedFamily& family, const Instruction& instruction, 
     const DescribedDevice& device = *codes.unlike.front();
     return findings.Add(family, attribute, CodeId::kInstructionUnlike,
                         attribute + " is " + Quoted(written) + ", but " + instruction.attribute + " of " +
-                            NameOf(*device.device) + " is " + AsWritten(device, instruction),
+                            PrintedName(*device.device) + " is " + AsWritten(device, instruction),
                         device);
   }
   std::set<unsigned int> lengths;
@@ -223,7 +223,7 @@ void CheckShared(const DescribedDevice& device, Findings& findings) {
 
 void CheckInstructions(const Records& records, Findings& findings) {
   for (const DescribedDevice& device : records.Devices()) {
-    Apply(kRules, device, findings);
+    Apply(kInstructionRules, device, findings);
     CheckShared(device, findings);
   }
   CheckFamilies(records, findings);

@@ -22,7 +22,7 @@ std::string_view FirstLost(std::string_view text, char closing) {
   return internal::Trim(text.substr(static_cast<std::size_t>(lost - text.begin())));
 }
 
-/// The first word of what is outside of quotes.
+/// The first word outside the quotes.
 std::string_view FirstWord(std::string_view outside) {
   const std::string_view lost = FirstLost(outside, ',');
   return internal::Trim(lost.substr(0, lost.find_first_of(",;")));

@@ -1,52 +1,26 @@
 #include <charconv>
-#include <cstdint>
 #include <system_error>
 #include <unordered_map>
 
 #include "check/list_readings.h"
 #include "check/rules.h"
 #include "descriptions/TextForms.h"
+#include "descriptions/list_columns.h"
 
 namespace plddb::check {
 namespace {
 
-// --- The lists --------------------------------------------------------------------------------------------------------------
+using descriptions::kListColumns;
+using descriptions::ListColumn;
+using descriptions::ListForm;
 
-enum class Items { kTexts, kNumbers };
+ListReading Read(const std::string& text, ListForm form) {
+  if (form == ListForm::kQuoted) return ReadQuotedList(text);
+  if (form == ListForm::kTokens) return ReadTokens(text);
+  return ReadSemicolonList(text);
+}
 
-constexpr std::size_t kAnyLength = SIZE_MAX;
-
-struct ListText {
-  std::string_view element;
-  std::string_view attribute;
-  ListReading (*read)(const std::string& text);
-  Items items = Items::kTexts;
-  const char* creator = nullptr;     // the attribute that makes the records which this one fills
-  std::size_t longest = kAnyLength;  // a longer text is ignored
-};
-
-// clang-format off
-constexpr ListText kListTexts[] = {
-    {"Family",       "OperationList",               ReadQuotedList},
-    {"Family",       "ListProgrammingModeControl",  ReadSemicolonList},
-    {"BScanControl", "Controls",                    ReadSemicolonList},
-    {"Device",       "SysIOList",                   ReadQuotedList},
-    {"Device",       "ListControlReg0Frequency",    ReadSemicolonList},
-    {"Device",       "ListControlReg0MasterClock",  ReadSemicolonList, Items::kTexts,   "ListControlReg0Frequency"},
-    {"Device",       "ListControlReg0ClockDivider", ReadSemicolonList, Items::kTexts,   "ListControlReg0Frequency"},
-    {"Device",       "ListControlReg1BitName",      ReadSemicolonList},
-    {"Device",       "ListControlReg1Address",      ReadSemicolonList, Items::kNumbers, "ListControlReg1BitName"},
-    {"Device",       "ListControlReg1Column",       ReadSemicolonList, Items::kNumbers, "ListControlReg1BitName"},
-    {"Device",       "ListPersistent_fuseAddress",  ReadSemicolonList, Items::kNumbers},
-    {"Device",       "ListPersistent_fuseColumn",   ReadSemicolonList, Items::kNumbers, "ListPersistent_fuseAddress"},
-    {"Device",       "ListControlStatusBitName",    ReadSemicolonList},
-    {"Device",       "ListControlStatusControl",    ReadSemicolonList, Items::kTexts,   "ListControlStatusBitName"},
-    {"Device",       "ListControlStatusIndex",      ReadSemicolonList, Items::kNumbers, "ListControlStatusBitName"},
-    {"Device",       "listAddressRange",            ReadSemicolonList},
-    {"Device",       "MultibootCfgAddr",            ReadTokens,        Items::kNumbers, nullptr, 1023},
-    {"Device",       "MultibootAutoAdd",            ReadTokens,        Items::kNumbers, nullptr, 63},
-};
-// clang-format on
+bool HoldsNumbers(const ListColumn& column) { return *column.whenLeftOut != '\0'; }
 
 /// Whether lists read all of `text` as a number, and as the one that is written.
 bool IsNumber(std::string_view text) {
@@ -56,18 +30,16 @@ bool IsNumber(std::string_view text) {
   return read.ec == std::errc() && read.ptr == text.data() + text.size();
 }
 
-// --- The rules --------------------------------------------------------------------------------------------------------------
-
 /// Finds mistakes in the text of one attribute.
 class ListCheck {
  public:
-  ListCheck(const Described& record, const Attribute& attribute, const ListText& row, Findings& findings)
+  ListCheck(const Described& record, const Attribute& attribute, const ListColumn& row, Findings& findings)
       : record_(record),
         attribute_(attribute),
         row_(row),
         findings_(findings),
         text_(attribute.value),
-        reading_(row.read(text_)) {}
+        reading_(Read(text_, row.form)) {}
 
   void Run() {
     if (text_.size() > row_.longest) {
@@ -75,8 +47,8 @@ class ListCheck {
                                         std::to_string(row_.longest) + " at most; elements take more");
     }
     CheckLosses();
-    if (row_.items == Items::kNumbers) CheckNumbers();
-    if (row_.creator != nullptr) CheckCount();
+    if (HoldsNumbers(row_)) CheckNumbers();
+    if (!row_.creator.empty()) CheckCount();
   }
 
  private:
@@ -100,7 +72,7 @@ class ListCheck {
     }
   }
 
-  /// Against the records that the creating text makes. If that loses items, the count does not matter: the mistake is there.
+  /// Compares with the number of records that the creating text makes. If that text loses items, the mistake is there.
   void CheckCount() {
     const Attribute* const creator = FindAttribute(*record_.element, row_.creator);
     const std::string creatorText(creator == nullptr ? "" : creator->value);
@@ -118,18 +90,18 @@ class ListCheck {
 
   const Described& record_;
   const Attribute& attribute_;
-  const ListText& row_;
+  const ListColumn& row_;
   Findings& findings_;
   const std::string text_;
   const ListReading reading_;
 };
 
-using RowsByAttribute = std::unordered_map<std::string_view, const ListText*>;
+using RowsByAttribute = std::unordered_map<std::string_view, const ListColumn*>;
 
-RowsByAttribute RowsOf(std::string_view element) {
+RowsByAttribute RowsOf(std::string_view owner) {
   RowsByAttribute rows;
-  for (const ListText& row : kListTexts) {
-    if (row.element == element) rows.emplace(row.attribute, &row);
+  for (const ListColumn& row : kListColumns) {
+    if (row.owner == owner && !row.text.empty()) rows.emplace(row.text, &row);
   }
   return rows;
 }

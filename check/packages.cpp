@@ -140,7 +140,7 @@ class NamePrefixes {
 
 std::size_t CommonLength(std::string_view a, std::string_view b) {
   std::size_t length = 0;
-  while (length < std::min(a.size(), b.size()) && internal::ToUpper(a[length]) == internal::ToUpper(b[length])) ++length;
+  while (length < std::min(a.size(), b.size()) && internal::IsSameLetter(a[length], b[length])) ++length;
   return length;
 }
 
@@ -171,8 +171,8 @@ void CheckUnlikeNumbers(const Records& records, const Firsts& firsts, Findings& 
         const std::size_t own = OwnLength(*device.device, number);
         if (own >= OwnLength(*other->device, number) || IsVariant(*device.device, name)) return;
         findings.Add(package, attribute, CodeId::kOrderingNumberUnlike,
-                     "the ordering number " + Quoted(number) + " of " + NameOf(*device.device) + " begins with the name of " +
-                         records.NameFor(device, *other),
+                     "the ordering number " + Quoted(number) + " of " + PrintedName(*device.device) +
+                         " begins with the name of " + records.NameFor(device, *other),
                      *other);
       });
     });

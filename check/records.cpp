@@ -3,12 +3,6 @@
 #include "descriptions/TextForms.h"
 
 namespace plddb::check {
-namespace {
-
-std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? "-" : Printable(text); }
-
-}  // namespace
-
 Records::Records(const std::vector<Description>& descriptions) : descriptions_(descriptions) {
   for (std::size_t file = 0; file < descriptions.size(); ++file) AddFamilies(file, descriptions[file]);
 }
@@ -29,21 +23,14 @@ void Records::AddFamilies(std::size_t file, const Description& description) {
 
 std::string Records::NameFor(const DescribedDevice& device, const DescribedDevice& other) const {
   const bool isSameFamily = other.device->GetFamilyObject() == device.device->GetFamilyObject();
-  return NameOf(*other.device) + " (" + PlaceFor(device.file, other) + ", " +
-         (isSameFamily ? "the same family" : "family " + NameOf(other.device->GetFamilyObject())) + ")";
+  return PrintedName(*other.device) + " (" + PlaceFor(device.file, other) + ", " +
+         (isSameFamily ? "the same family" : "family " + PrintedName(other.device->GetFamilyObject())) + ")";
 }
 
 std::string Records::PlaceFor(std::size_t file, const Described& other) const {
   const std::string line = std::to_string(other.element->line);
   return file == other.file ? "line " + line : Printable(descriptions_[other.file].file) + ":" + line;
 }
-
-std::string NameOf(const DeviceInfo& device) {
-  const char* const name = device.GetName();
-  return TextOrDash(name == nullptr || *name == '\0' ? device.GetCodeName() : name);
-}
-
-std::string NameOf(const FamilyList* family) { return TextOrDash(family == nullptr ? nullptr : family->GetName()); }
 
 std::string QuotedValue(const Described& record, std::string_view attribute) {
   const Attribute* const written = Written(record, attribute);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "check/Check.h"
+#include "family/printed_names.h"
 
 /// \file
 /// The records of all description files, with the elements that describe them.
@@ -68,8 +69,7 @@ inline const Attribute* Written(const Described& record, std::string_view attrib
 
 /// \name Texts of findings
 ///@{
-std::string NameOf(const DeviceInfo& device);  ///< The name, or else the code name, or else "-".
-std::string NameOf(const FamilyList* family);  ///< The name, or else "-".
+using internal::PrintedName;
 std::string QuotedValue(const Described& record, std::string_view attribute);  ///< As it is written.
 ///@}
 

@@ -13,14 +13,14 @@ namespace {
 using internal::AccessMode;
 
 /// An identifier of a device, by the access mode that compares it. DUAL compares these two, more loosely on purpose.
-struct Kind {
+struct IdKind {
   AccessMode mode;
   const char* attribute;
   const char* name;
   unsigned int (DeviceInfo::*id)() const;
 };
 
-constexpr Kind kKinds[] = {
+constexpr IdKind kIdKinds[] = {
     {AccessMode::kJtag, "jtagDeviceID", "IDCODE", &DeviceInfo::GetjtagDeviceID},
     {AccessMode::kIsp, "ispDeviceID", "ISP identifier", &DeviceInfo::GetispDeviceID},
 };
@@ -34,7 +34,7 @@ struct Answer {
 
 using Answers = std::vector<Answer>;  // in the order of the lookups
 
-Answers AnswersOf(const Records& records, const Kind& kind) {
+Answers AnswersOf(const Records& records, const IdKind& kind) {
   Answers answers;
   for (const DescribedDevice& device : records.Devices()) {
     const unsigned int id = (device.device->*kind.id)();
@@ -105,7 +105,7 @@ class AnswerSets {
   std::vector<Word> sets_;
 };
 
-std::string TextOf(const Records& records, const Answer& answer, const Answer& earlier, bool isShadowed, const Kind& kind) {
+std::string TextOf(const Records& records, const Answer& answer, const Answer& earlier, bool isShadowed, const IdKind& kind) {
   const std::string name = records.NameFor(*answer.device, *earlier.device) + ", which comes first";
   if (isShadowed) return std::string("the ") + kind.name + " finds " + name + " and answers to all ids of this device";
   return std::string("the ") + kind.name + " " + Hex(earlier.id | answer.id, 8) + " finds " + name;
@@ -127,7 +127,7 @@ std::vector<Answers> Groups(const Answers& answers) {
 }
 
 /// A device that takes all ids of a later one is named before one that takes some of them.
-void CheckGroup(const Records& records, const Kind& kind, const Answers& answers, Findings& findings) {
+void CheckGroup(const Records& records, const IdKind& kind, const Answers& answers, Findings& findings) {
   const AnswerSets sets(answers);
   for (std::size_t i = 0; i < answers.size(); ++i) {
     const std::size_t any = sets.First(answers[i], i, false);
@@ -143,7 +143,7 @@ void CheckGroup(const Records& records, const Kind& kind, const Answers& answers
 }  // namespace
 
 void CheckShadowedIds(const Records& records, Findings& findings) {
-  for (const Kind& kind : kKinds) {
+  for (const IdKind& kind : kIdKinds) {
     for (const Answers& group : Groups(AnswersOf(records, kind))) {
       if (group.size() > 1) CheckGroup(records, kind, group, findings);
     }

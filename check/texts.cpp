@@ -70,7 +70,7 @@ std::string LongText(const DescribedDevice& device) {
 }
 
 // clang-format off
-constexpr DeviceRule kRules[] = {
+constexpr DeviceRule kTextRules[] = {
     {CodeId::kAccessMode,        About::kWritten,     "Comm",      AccessMode},
     {CodeId::kAccessModeMissing, About::kAlsoLeftOut, "Comm",      AccessModeMissing},
     {CodeId::kNameMissing,       About::kAlsoLeftOut, "Name",      NameMissing},
@@ -144,7 +144,7 @@ void CheckNamesAndTexts(const Records& records, Findings& findings) {
     CheckFamilyName(family, findings);
   }
   for (const DescribedDevice& device : records.Devices()) {
-    Apply(kRules, device, findings);
+    Apply(kTextRules, device, findings);
     CheckBlanks(device, kComparedOfDevice, findings);
     ForEachPackage(device, [&](const DescribedPackage& package) { CheckPackageTexts(package, findings); });
   }

@@ -12,7 +12,7 @@
 
 namespace plddb::internal {
 
-/// Two fuse counts stand for devices that are stored with another one.
+/// Two fuse counts find devices that are stored with another one.
 struct FuseAlias {
   unsigned long asked;
   unsigned int stored;
@@ -28,7 +28,7 @@ inline constexpr FuseAlias kAlias4988064 = {4988064, 4982712};
 /// Package::GetEntityName.
 constexpr char ToEntityCharacter(char c) { return c == '-' || c == '/' ? '_' : ToLower(c); }
 
-/// On purpose: names of JEDEC device files are told apart by so many characters, and by their length.
+/// On purpose: of the names of JEDEC device files, so many characters and the length are compared.
 inline constexpr std::size_t kComparedJdfCharacters = 6;
 
 /// Whether the text ends in "/1" when its spaces are left out.

@@ -12,7 +12,7 @@ using namespace plddb::internal;
 
 namespace {
 
-/// Appends what `device` contributes to a list of candidates for a fuse count; `text` stands for it.
+/// Appends `text`, a name of `device`, to a list of candidates for a fuse count if the device is one.
 void AppendCandidates(const DeviceInfo& device, unsigned long fuseCount, const char* text,
                       std::vector<std::string>& candidates) {
   if (device.GetFuseNumber() != fuseCount) {

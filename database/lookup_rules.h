@@ -21,7 +21,7 @@ inline bool AgreesWithJDF(const char* stored, const char* jdfFile) {
 }
 
 /// Whether a stored ordering number is `pon`, letter case ignored. `stripSuffix` leaves out what follows its last '-', the '-'
-/// included, unless that stands at the start.
+/// included, unless that is at the start.
 inline bool AgreesWithPON(const char* stored, const char* pon, bool stripSuffix) {
   const char* const rest = stored == nullptr ? nullptr : AfterPrefix(stored, pon);
   if (rest == nullptr) return false;

@@ -1,13 +1,13 @@
 #include "DataFiles.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <system_error>
 #include <utility>
+
+#include "Files.h"
+#include "descriptions/platform.h"
 
 namespace plddb {
 namespace {
@@ -31,10 +31,10 @@ bool MayBeFile(const fs::directory_entry& entry) {
 /// Editors and file systems leave hidden files next to the original: .#x.xml, ._x.xml.
 bool IsDescription(const fs::directory_entry& entry) {
   const fs::path name = entry.path().filename();
-  return name.extension() == ".xml" && name.native().front() != '.' && MayBeFile(entry);
+  return name.extension() == ".xml" && ToName(name).front() != '.' && MayBeFile(entry);
 }
 
-/// Collects the files of folders, and what is wrong with these.
+/// Collects the files of folders, and faults of the folders.
 class Folders {
  public:
   explicit Folders(std::vector<Fault>& faults) : faults_(faults) {}
@@ -45,9 +45,9 @@ class Folders {
     std::error_code error;
     fs::directory_iterator entry(folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-      if (IsDescription(*entry)) files.push_back(entry->path().string());
+      if (IsDescription(*entry)) files.push_back(ToName(entry->path()));
     }
-    if (error) faults_.push_back({folder.string(), 1, 1, "cannot read the folder: " + error.message()});
+    if (error) faults_.push_back({ToName(folder), 1, 1, "cannot read the folder: " + error.message()});
     std::sort(files.begin(), files.end());
     return files;
   }
@@ -57,7 +57,7 @@ class Folders {
 
   /// A path of a file is taken as it is: the loader reports one that does not exist. "-" is never a folder: programs use it for
   /// standard input.
-  Paths Of(const std::string& path) { return path != "-" && IsFolder(path) ? In(path) : Paths{path}; }
+  Paths Of(const std::string& path) { return path != "-" && IsFolder(ToPath(path)) ? In(ToPath(path)) : Paths{path}; }
 
   /// The same for what somebody named: a folder without descriptions is a fault.
   Paths Named(const Paths& paths) {
@@ -75,34 +75,18 @@ class Folders {
   std::vector<Fault>& faults_;
 };
 
-std::string Environment(const char* name) {
-  const char* const value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
 /// Empty parts are ignored.
 Paths EnvironmentFiles(Folders& folders) {
   const std::string path = Environment("PLDDB_PATH");
   Paths files;
   for (std::size_t start = 0; start < path.size();) {
-    const std::size_t end = std::min(path.find(':', start), path.size());
+    const std::size_t end = std::min(path.find(descriptions::kPathSeparator, start), path.size());
     if (end > start) {
       for (std::string& file : folders.Of(path.substr(start, end - start))) files.push_back(std::move(file));
     }
     start = end + 1;
   }
   return files;
-}
-
-/// Empty where there is none. A relative XDG_CONFIG_HOME is ignored, as its standard requires.
-fs::path UserFolder() {
-  fs::path folder = Environment("XDG_CONFIG_HOME");
-  if (!folder.is_absolute()) {
-    const fs::path home = Environment("HOME");
-    if (home.empty()) return {};
-    folder = home / ".config";
-  }
-  return folder / "plddb";
 }
 
 /// The files of all origins. What was named is taken as it is; of the others those that came before are left out.
@@ -119,12 +103,12 @@ class Collected {
  private:
   /// Whether no other path leads to the same file. One that does not exist is reported when it is loaded.
   bool IsNew(const std::string& path) {
-    struct stat status = {};
-    return stat(path.c_str(), &status) != 0 || seen_.emplace(status.st_dev, status.st_ino).second;
+    const auto identity = descriptions::IdentityOf(path);
+    return !identity || seen_.insert(*identity).second;
   }
 
   std::vector<DataFile> files_;
-  std::set<std::pair<dev_t, ino_t>> seen_;
+  std::set<descriptions::FileIdentity> seen_;
 };
 
 /// Faults leave no files.
@@ -148,8 +132,8 @@ DataFileList DataFiles(const std::vector<std::string>& paths, const std::string&
   Collected files;
   files.Add(folders.Named(paths), Origin::kNamed);
   files.Add(EnvironmentFiles(folders), Origin::kEnvironment);
-  files.Add(folders.InAny(UserFolder()), Origin::kUser);
-  files.Add(folders.InAny(shipped), Origin::kShipped);
+  files.Add(folders.InAny(descriptions::UserFolder()), Origin::kUser);
+  files.Add(folders.InAny(ToPath(shipped)), Origin::kShipped);
   return Result(files, std::move(faults));
 }
 

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <system_error>
 #include <utility>
 
+#include "Files.h"
 #include "descriptions/TextForms.h"
 #include "descriptions/faults.h"
 #include "descriptions/load.h"
@@ -26,17 +26,13 @@ constexpr const char* kTooLarge = "larger than 64 MiB";
 /// The size of the file; 0 if it is unknown, as for a pipe.
 std::size_t SizeOf(const std::string& path) {
   std::error_code unknown;
-  const auto size = std::filesystem::file_size(path, unknown);
+  const auto size = std::filesystem::file_size(ToPath(path), unknown);
   return unknown ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, kLargestFile));
 }
 
-struct Close {
-  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-
 /// Appends the file's bytes to `text`; returns the reason of a failure, or nothing.
 std::string ReadFile(const std::string& path, std::string& text) {
-  const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
+  const OpenedFile file = OpenFile(path);
   char part[4096];  // small, for threads with little stack
   text.reserve(SizeOf(path) + sizeof part);
   while (file != nullptr && text.size() <= kLargestFile) {

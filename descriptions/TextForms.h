@@ -13,6 +13,9 @@ namespace plddb {
 /// that change the direction of writing or end a line, and of bytes that are not UTF-8: "\x1B", "\u202E".
 std::string Printable(std::string_view text);
 
+/// `text`, printable; "-" for an empty or missing one.
+std::string TextOrDash(const char* text);
+
 /// `text`, whose lines stay, with `escape(code)` for each character that Printable escapes: for formats with their own escapes.
 std::string EscapeUnseen(std::string_view text, std::string (*escape)(std::uint32_t code));
 

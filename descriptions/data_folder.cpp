@@ -3,6 +3,8 @@
 #include <system_error>
 
 #include "Descriptions.h"
+#include "Files.h"
+#include "descriptions/platform.h"
 
 namespace plddb {
 namespace {
@@ -20,10 +22,9 @@ bool HasDescriptions(const fs::path& folder) {
 }  // namespace
 
 std::string DataFolder() {
-  std::error_code unknown;
-  const fs::path program = fs::read_symlink("/proc/self/exe", unknown);
+  const fs::path program = descriptions::ProgramFile();
   const fs::path beside = program.parent_path().parent_path() / "share" / "plddb";
-  return !unknown && HasDescriptions(beside) ? beside.string() : PLDDB_INSTALLED_DATA;
+  return !program.empty() && HasDescriptions(beside) ? ToName(beside) : PLDDB_INSTALLED_DATA;
 }
 
 }  // namespace plddb

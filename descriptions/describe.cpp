@@ -1,14 +1,15 @@
 #include "describe.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "descriptions/TextForms.h"
 #include "descriptions/fields.h"
+#include "descriptions/list_columns.h"
 
 namespace plddb {
 namespace descriptions {
@@ -19,16 +20,10 @@ bool AreEqual(const Value& a, const Value& b) {
   return std::strcmp(a.text, b.text) == 0;
 }
 
-std::string Hex(long long number, int digits) {
-  char text[20];
-  static_cast<void>(std::snprintf(text, sizeof text, "0x%0*llX", digits, number));  // 20 characters hold any 64 bits
-  return text;
-}
-
 std::string ToText(const Field& field, const Value& value) {
-  if (field.kind == Kind::Flag) return value.number != 0 ? "true" : "false";
+  if (field.kind == Kind::kFlag) return value.number != 0 ? "true" : "false";
   if (value.text != nullptr) return value.text;
-  return field.hexDigits != 0 ? Hex(value.number, field.hexDigits) : std::to_string(value.number);
+  return field.hexDigits != 0 ? Hex(static_cast<unsigned int>(value.number), field.hexDigits) : std::to_string(value.number);
 }
 
 void AddAttribute(Element& element, std::string_view name, std::string value, Texts& texts) {
@@ -37,7 +32,7 @@ void AddAttribute(Element& element, std::string_view name, std::string value, Te
 
 /// The value that loading gives to an attribute that is left out.
 Value ValueWhenLeftOut(const FieldTable& fields, std::size_t i, const void* record, const void* untouched) {
-  return fields[i].need == Need::Backup ? fields[i - 1].get(record) : fields[i].get(untouched);
+  return fields[i].need == Need::kBackup ? fields[i - 1].get(record) : fields[i].get(untouched);
 }
 
 /// Adds the fields of `record` that differ from `untouched`, a record of defaults, and the required ones.
@@ -46,10 +41,10 @@ void AddFields(Element& element, const FieldTable& fields, const void* record, c
     const Field& field = fields[i];
     if (field.get == nullptr) continue;  // a column of a list, whose records are elements
     Value value = field.get(record);
-    const bool isNeeded = field.need == Need::Required || field.need == Need::NotEmpty;
-    if (isNeeded && field.kind == Kind::Text && value.text == nullptr) value.text = "";
+    const bool isNeeded = field.need == Need::kRequired || field.need == Need::kNotEmpty;
+    if (isNeeded && field.kind == Kind::kText && value.text == nullptr) value.text = "";
     if (!isNeeded && AreEqual(value, ValueWhenLeftOut(fields, i, record, untouched))) continue;
-    if (value.text == nullptr && field.kind == Kind::Text) continue;
+    if (value.text == nullptr && field.kind == Kind::kText) continue;
     AddAttribute(element, field.name, ToText(field, value), texts);
   }
 }
@@ -88,14 +83,14 @@ Element ToPackage(const Package& package, Texts& texts) {
 class QuotedEntries {
  public:
   template <class Record>
-  QuotedEntries(const Record& record, char* (Record::*entryAt)(int) const) {
+  QuotedEntries(std::string_view name, const Record& record, char* (Record::*entryAt)(int) const) : name_(name) {
     for (int i = 0; const char* const entry = (record.*entryAt)(i); ++i) {
       entries_.push_back(entry);
       if (*entry == '\0') quoted_ = entries_.size();
     }
   }
 
-  void AddText(Element& element, std::string_view attribute, Texts& texts) const {
+  void AddText(Element& element, Texts& texts) const {
     if (quoted_ == 0) return;
     std::string text;
     for (std::size_t i = 0; i < quoted_; ++i) {
@@ -103,16 +98,17 @@ class QuotedEntries {
       text += entries_[i].empty() ? " " : entries_[i];
       text += '"';
     }
-    AddAttribute(element, attribute, std::move(text), texts);
+    AddAttribute(element, CreatorOf(name_), std::move(text), texts);
   }
 
-  void AddElements(Element& element, std::string_view name, Texts& texts) const {
+  void AddElements(Element& element, Texts& texts) const {
     for (std::size_t i = quoted_; i < entries_.size(); ++i) {
-      element.children.push_back(ToElement(name, Entry{entries_[i].data()}, texts));
+      element.children.push_back(ToElement(name_, Entry{entries_[i].data()}, texts));
     }
   }
 
  private:
+  std::string_view name_;                  // of the elements
   std::vector<std::string_view> entries_;  // each ends with a NUL
   std::size_t quoted_ = 0;
 };
@@ -152,10 +148,10 @@ Element DescribeDatabase(const DeviceList& database, Texts& texts) {
 
 Element DescribeFamily(FamilyList& family, Texts& texts) {
   const FamilyList untouched;
-  const QuotedEntries operations(family, &FamilyList::GetOperation);
+  const QuotedEntries operations("Operation", family, &FamilyList::GetOperation);
   Element element = ToElement("Family", family, texts, untouched);
-  operations.AddText(element, "OperationList", texts);
-  operations.AddElements(element, "Operation", texts);
+  operations.AddText(element, texts);
+  operations.AddElements(element, texts);
   AddItems(element, "ProgrammingMode", family.GetListProgrammingModeControl(), texts);
   for (const CBScanControl& record : family.GetListBScanControl()) {
     Element& child = element.children.emplace_back(ToElement("BScanControl", BScanRecord{record.DefaultValue, ""}, texts));
@@ -171,14 +167,14 @@ Element DescribeDevice(FamilyList& family, DeviceInfo& device, Texts& texts) {
   // While the width is not set, the getter returns the data length: writing that would set it.
   if (device.GetBitstreamColWidth() == static_cast<int>(device.GetDataLength())) Remove(element, "BitstreamColWidth");
   if (!device.GetlistAddressRange().empty()) {
-    AddAttribute(element, "listAddressRange", SemicolonList(device.GetlistAddressRange()), texts);
+    AddAttribute(element, kAddressRange, SemicolonList(device.GetlistAddressRange()), texts);
   }
-  const QuotedEntries entries(device, &DeviceInfo::GetSysIO);
-  entries.AddText(element, "SysIOList", texts);
+  const QuotedEntries entries("SysIO", device, &DeviceInfo::GetSysIO);
+  entries.AddText(element, texts);
   for (int i = 0; const Package* const package = device.GetDevicePackage()->GetPackage(i); ++i) {
     element.children.push_back(ToPackage(*package, texts));
   }
-  entries.AddElements(element, "SysIO", texts);
+  entries.AddElements(element, texts);
   AddLists(element, device, texts);
   return element;
 }

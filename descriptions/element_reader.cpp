@@ -49,7 +49,7 @@ void ElementReader::AddFault(pugi::xml_node node, std::string text) {
 void ElementReader::ReadFields(const FieldTable& fields, void* record, pugi::xml_node node) {
   given_.reset();
   pugi::xml_attribute attribute = node.first_attribute();
-  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" behind the last
+  for (const char* name = attribute.name(); *name != '\0' && !faults_.Full(); name = attribute.name()) {  // "" after the last
     CheckReferences(text_, OffsetOf(attribute.value()), faults_);
     ReadField(fields, attribute, name, node);
     attribute = attribute.next_attribute();
@@ -65,7 +65,7 @@ void ElementReader::ReadField(const FieldTable& fields, pugi::xml_attribute attr
   given_.set(i);
   const Field& field = fields[i];
   const char* const value = attribute.value();
-  const bool isMissing = field.need == Need::NotEmpty && *value == '\0';
+  const bool isMissing = field.need == Need::kNotEmpty && *value == '\0';
   if (ReadValue(field.kind, value, values_[i]) && !isMissing) return;
   faults_.Add(OffsetOf(value), std::string(name) + " is " + Quoted(value) + ": expected " + Expectation(field.kind));
 }
@@ -75,9 +75,9 @@ void ElementReader::SetFields(const FieldTable& fields, void* record, pugi::xml_
     const Field& field = fields[i];
     if (given_[i]) {
       field.set(record, values_[i]);
-    } else if (field.need == Need::Backup) {
+    } else if (field.need == Need::kBackup) {
       if (given_[i - 1]) field.set(record, values_[i - 1]);
-    } else if (field.need != Need::Optional) {
+    } else if (field.need != Need::kOptional) {
       AddFault(node, std::string(node.name()) + " needs the attribute " + std::string(field.name));
     }
   }

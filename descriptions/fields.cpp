@@ -20,17 +20,17 @@ Access<Record, Type> AccessOf(Type Record::*member);
 
 template <class Type>
 constexpr Kind KindOf() {
-  if (std::is_same_v<Type, bool>) return Kind::Flag;
-  if (std::is_same_v<Type, unsigned char>) return Kind::Unsigned8;
-  if (std::is_same_v<Type, unsigned short>) return Kind::Unsigned16;
-  if (std::is_same_v<Type, unsigned int>) return Kind::Unsigned32;
-  if (std::is_same_v<Type, int>) return Kind::Signed32;
-  return Kind::Text;
+  if (std::is_same_v<Type, bool>) return Kind::kFlag;
+  if (std::is_same_v<Type, unsigned char>) return Kind::kUnsigned8;
+  if (std::is_same_v<Type, unsigned short>) return Kind::kUnsigned16;
+  if (std::is_same_v<Type, unsigned int>) return Kind::kUnsigned32;
+  if (std::is_same_v<Type, int>) return Kind::kSigned32;
+  return Kind::kText;
 }
 
 template <class Type>
 Type As(const Value& value) {
-  if constexpr (KindOf<Type>() == Kind::Text) {
+  if constexpr (KindOf<Type>() == Kind::kText) {
     return value.text;
   } else {
     return static_cast<Type>(value.number);
@@ -63,14 +63,15 @@ Value GetField(const void* record) {
 }
 
 template <auto target, auto source>
-constexpr Field MakeField(std::string_view name, Need need = Need::Optional) {
+constexpr Field MakeField(std::string_view name, Need need = Need::kOptional) {
   using Target = decltype(AccessOf(target));
   return {name, KindOf<typename Target::Type>(), need, &SetField<target>, &GetField<typename Target::Record, source>};
 }
 
-template <auto setter>
+/// The type of `setter` selects one of several setters of the same name.
+template <typename Record, void (Record::*setter)(const char*)>
 constexpr Field MakeColumn(std::string_view name) {
-  return {name, Kind::Text, Need::Optional, &SetField<setter>, nullptr};
+  return {name, Kind::kText, Need::kOptional, &SetField<setter>, nullptr};
 }
 
 constexpr Field InHex(int digits, Field field) {
@@ -90,9 +91,9 @@ constexpr Field With(Kind kind, Field field) {
 
 // The rows are macros, so that an attribute has the name of its setter and no name is written twice.
 #define FIELD(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem)
-#define BACKUP(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::Backup)
+#define BACKUP(record, stem) MakeField<&record::Set##stem, &record::Get##stem>(#stem, Need::kBackup)
 #define FLAG(record, stem) MakeField<&record::Set##stem, &record::Is##stem>(#stem)
-#define COLUMN(record, stem) MakeColumn<static_cast<void (record::*)(const char*)>(&record::Set##stem)>(#stem)
+#define COLUMN(record, stem) MakeColumn<record, &record::Set##stem>(#stem)
 #define MEMBER(record, name) MakeField<&record::name, &record::name>(#name)
 #define NEEDED(record, name, need) MakeField<&record::name, &record::name>(#name, need)
 
@@ -128,7 +129,7 @@ constexpr Field kFamilyRows[] = {
 };
 
 constexpr Field kDeviceRows[] = {
-    Starts(Group::Names, FIELD(DeviceInfo, Name)),
+    Starts(Group::kNames, FIELD(DeviceInfo, Name)),
     FIELD(DeviceInfo, CodeName),
     FIELD(DeviceInfo, AliasName),
     FIELD(DeviceInfo, Family),
@@ -144,14 +145,14 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, EBRFile),
     FIELD(DeviceInfo, Pin),
     FIELD(DeviceInfo, BitMapTransformation),
-    Starts(Group::Identification, InHex(8, FIELD(DeviceInfo, ispDeviceID))),
+    Starts(Group::kIdentification, InHex(8, FIELD(DeviceInfo, ispDeviceID))),
     InHex(8, FIELD(DeviceInfo, jtagDeviceID)),
     InHex(8, BACKUP(DeviceInfo, jtagDeviceIDBackup)),
     InHex(8, FIELD(DeviceInfo, DeviceIDMask)),
     InHex(8, BACKUP(DeviceInfo, DeviceIDMaskBackup)),
     InHex(8, FIELD(DeviceInfo, DeviceIDScanMask)),
     FIELD(DeviceInfo, IDLength),
-    Starts(Group::Fuses, FIELD(DeviceInfo, ARCHLength)),
+    Starts(Group::kFuses, FIELD(DeviceInfo, ARCHLength)),
     BACKUP(DeviceInfo, BackupARCHLength),
     FIELD(DeviceInfo, ARCHRow),
     BACKUP(DeviceInfo, BackupARCHRow),
@@ -160,8 +161,8 @@ constexpr Field kDeviceRows[] = {
     BACKUP(DeviceInfo, BackupELength),
     FIELD(DeviceInfo, ERow),
     BACKUP(DeviceInfo, BackupERow),
-    Starts(Group::Registers, FIELD(DeviceInfo, IRLength)),
-    Starts(Group::Fuses, FIELD(DeviceInfo, AddressLength)),
+    Starts(Group::kRegisters, FIELD(DeviceInfo, IRLength)),
+    Starts(Group::kFuses, FIELD(DeviceInfo, AddressLength)),
     BACKUP(DeviceInfo, BackupAddressLength),
     FIELD(DeviceInfo, DataLength),
     BACKUP(DeviceInfo, BackupDataLength),
@@ -176,18 +177,18 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, VerifyTime),
     FIELD(DeviceInfo, ispUESMask),
     FIELD(DeviceInfo, jtagUESMask),
-    Starts(Group::Registers, FIELD(DeviceInfo, BSCANLength)),
+    Starts(Group::kRegisters, FIELD(DeviceInfo, BSCANLength)),
     FIELD(DeviceInfo, InstructionBypassPattern),
     InHex(2, FIELD(DeviceInfo, IDInstruction)),
     InHex(2, MakeField<&DeviceInfo::SetUSERCODEIntruction, &DeviceInfo::GetUSERCODEInstruction>("USERCODEIntruction")),
     InHex(2, FIELD(DeviceInfo, InstructionBypass)),
     FIELD(DeviceInfo, BypassLength),
     InHex(2, FIELD(DeviceInfo, BypassValue)),
-    Starts(Group::Names, FIELD(DeviceInfo, BSDLFile)),
+    Starts(Group::kNames, FIELD(DeviceInfo, BSDLFile)),
     FIELD(DeviceInfo, BSDLFileTime),
     FIELD(DeviceInfo, TurboAlgTemplate),
     FIELD(DeviceInfo, TurboAlgIndex),
-    Starts(Group::Bitstream, FIELD(DeviceInfo, DataFrames)),
+    Starts(Group::kBitstream, FIELD(DeviceInfo, DataFrames)),
     FIELD(DeviceInfo, FrameBytes),
     FIELD(DeviceInfo, HeaderBytes),
     FIELD(DeviceInfo, DataFrameHeader),
@@ -201,7 +202,7 @@ constexpr Field kDeviceRows[] = {
     FIELD(DeviceInfo, NumberOfExternalASC),
     FIELD(DeviceInfo, MultibootChipSelColumn),
     FIELD(DeviceInfo, MultibootSourceSelColumn),
-    Starts(Group::Lists, COLUMN(DeviceInfo, MultibootCfgAddr)),
+    Starts(Group::kLists, COLUMN(DeviceInfo, MultibootCfgAddr)),
     COLUMN(DeviceInfo, MultibootAutoAdd),
     COLUMN(DeviceInfo, SysIOList),
     // In each of the following lists, the first column creates the records and the others fill them.
@@ -230,8 +231,8 @@ constexpr Field kPackageRows[] = {
 };
 
 constexpr Field kAdapterRows[] = {
-    NEEDED(AdapterNames, VendorName, Need::Required),
-    NEEDED(AdapterNames, AdapterName, Need::Required),
+    NEEDED(AdapterNames, VendorName, Need::kRequired),
+    NEEDED(AdapterNames, AdapterName, Need::kRequired),
 };
 
 constexpr Field kControlRegZeroRows[] = {
@@ -274,10 +275,10 @@ constexpr Field kControlEbrRows[] = {
 };
 
 constexpr Field kEbrBlockRows[] = {
-    NEEDED(EbrBlock, Name, Need::Required),
-    With(Kind::Count, MEMBER(EbrBlock, BitName)),
-    With(Kind::Range, MEMBER(EbrBlock, Column)),
-    With(Kind::Range, MEMBER(EbrBlock, Address)),
+    NEEDED(EbrBlock, Name, Need::kRequired),
+    With(Kind::kCount, MEMBER(EbrBlock, BitName)),
+    With(Kind::kRange, MEMBER(EbrBlock, Column)),
+    With(Kind::kRange, MEMBER(EbrBlock, Address)),
 };
 
 constexpr Field kBScanRecordRows[] = {
@@ -286,15 +287,15 @@ constexpr Field kBScanRecordRows[] = {
 };
 
 constexpr Field kMultibootNumberRows[] = {
-    NEEDED(MultibootNumber, Value, Need::Required),
+    NEEDED(MultibootNumber, Value, Need::kRequired),
 };
 
 constexpr Field kItemRows[] = {
-    NEEDED(Item, Name, Need::Required),
+    NEEDED(Item, Name, Need::kRequired),
 };
 
 constexpr Field kEntryRows[] = {
-    NEEDED(Entry, Name, Need::NotEmpty),
+    NEEDED(Entry, Name, Need::kNotEmpty),
 };
 
 #undef FIELD

@@ -12,17 +12,17 @@
 namespace plddb::descriptions {
 
 enum class Kind : unsigned char {
-  Text,
-  Range,  // a text: "0 to 31"
-  Flag,   // true, false
-  Count,  // 1 to 65535
-  Unsigned8,
-  Unsigned16,
-  Unsigned32,
-  Signed32,
+  kText,
+  kRange,  // a text: "0 to 31"
+  kFlag,   // true, false
+  kCount,  // 1 to 65535
+  kUnsigned8,
+  kUnsigned16,
+  kUnsigned32,
+  kSigned32,
 };
 
-/// The value of an attribute: the text of the kinds Text and Range, the number of the others (a flag is 0 or 1).
+/// The value of an attribute: the text of the kinds kText and kRange, the number of the others (a flag is 0 or 1).
 struct Value {
   const char* text = nullptr;
   long long number = 0;
@@ -30,14 +30,14 @@ struct Value {
 
 /// The meaning of a missing attribute.
 enum class Need : unsigned char {
-  Optional,
-  Backup,    // defaults to the value of the field in the row above
-  Required,  // a fault
-  NotEmpty,  // a fault, and so is an empty text
+  kOptional,
+  kBackup,    // defaults to the value of the field in the row above
+  kRequired,  // a fault
+  kNotEmpty,  // a fault, and so is an empty text
 };
 
 /// Attributes that share a line in written files if a start tag needs more than one line.
-enum class Group : unsigned char { None, Names, Identification, Registers, Fuses, Bitstream, Lists };
+enum class Group : unsigned char { kNone, kNames, kIdentification, kRegisters, kFuses, kBitstream, kLists };
 
 /// One attribute of an element, and the field that it sets.
 struct Field {
@@ -47,7 +47,7 @@ struct Field {
   void (*set)(void* record, const Value& value);
   Value (*get)(const void* record);  // lends texts; null if the value is one column of a list
   int hexDigits = 0;                 // at least this many; for raw bits, which people read in hexadecimal
-  Group group = Group::None;         // of this row and those below, up to the next row that has one
+  Group group = Group::kNone;        // of this row and those below, up to the next row that has one
 };
 
 /// The fields of one kind of record, in the order in which they must be set.

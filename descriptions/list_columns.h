@@ -10,6 +10,9 @@
 
 namespace plddb::descriptions {
 
+/// How a text lists its items.
+enum class ListForm : unsigned char { kSemicolons, kQuoted, kTokens, kNumbered };
+
 /// A field of the records of a list, and the text that may set it in all of them.
 struct ListColumn {
   std::string_view owner;    // the element that holds the records, and has the text as an attribute
@@ -17,15 +20,18 @@ struct ListColumn {
   std::string_view field;    // the record's attribute
   std::string_view text;     // the owner's attribute; empty without one
   std::string_view creator;  // the owner's attribute that creates the records this text fills; empty if it creates them itself
-  const char* whenLeftOut;   // the field's default, as it is written
-  std::size_t longest = SIZE_MAX;  // characters of the text; a longer one is ignored
+  const char* whenLeftOut;   // the field's default, as it is written; empty for texts, which have no other
+  ListForm form = ListForm::kSemicolons;  // of the text
+  std::size_t longest = SIZE_MAX;         // characters of the text; a longer one is ignored
 };
+
+inline constexpr std::string_view kAddressRange = "listAddressRange";  // the list that is only a text
 
 // clang-format off
 /// For each element, the field that creates the record comes first.
 inline constexpr ListColumn kListColumns[] = {
-    {"Device", "SysIO", "Name", "SysIOList", "", ""},
-    {"Family", "Operation", "Name", "OperationList", "", ""},
+    {"Device", "SysIO", "Name", "SysIOList", "", "", ListForm::kQuoted},
+    {"Family", "Operation", "Name", "OperationList", "", "", ListForm::kQuoted},
     {"Family", "ProgrammingMode", "Name", "ListProgrammingModeControl", "", ""},
     {"Family", "BScanControl", "DefaultValue", "", "", "1"},
     {"BScanControl", "Control", "Name", "Controls", "", ""},
@@ -46,14 +52,29 @@ inline constexpr ListColumn kListColumns[] = {
     {"Device", "ControlVoltage", "VCCCore", "", "", ""},
     {"Device", "ControlVoltage", "VCCJ", "", "", ""},
     {"Device", "ControlVoltage", "PinList", "", "", ""},
-    {"EBR", "Entry", "BitName", "BitName", "", ""},
+    {"EBR", "Entry", "BitName", "BitName", "", "", ListForm::kNumbered},
     {"EBR", "Entry", "Value", "", "", "false"},
-    {"EBR", "Entry", "Address", "Address", "BitName", "0"},
-    {"EBR", "Entry", "Column", "Column", "BitName", "0"},
-    {"Device", "MultibootCfgAddr", "Value", "MultibootCfgAddr", "", "0", 1023},
-    {"Device", "MultibootAutoAdd", "Value", "MultibootAutoAdd", "", "0", 63},
-    {"Device", "", "", "listAddressRange", "", ""},
+    {"EBR", "Entry", "Address", "Address", "BitName", "0", ListForm::kNumbered},
+    {"EBR", "Entry", "Column", "Column", "BitName", "0", ListForm::kNumbered},
+    {"Device", "MultibootCfgAddr", "Value", "MultibootCfgAddr", "", "0", ListForm::kTokens, 1023},
+    {"Device", "MultibootAutoAdd", "Value", "MultibootAutoAdd", "", "0", ListForm::kTokens, 63},
+    {"Device", "", "", kAddressRange, "", ""},
 };
 // clang-format on
+
+/// Null if the records of `element` have no such field.
+constexpr const ListColumn* FindColumn(std::string_view element, std::string_view field) {
+  for (const ListColumn& column : kListColumns) {
+    if (column.element == element && column.field == field) return &column;
+  }
+  return nullptr;
+}
+
+/// The attribute that creates all records of `element`, which has one.
+constexpr std::string_view CreatorOf(std::string_view element) {
+  const ListColumn* column = kListColumns;
+  while (column->element != element) ++column;
+  return column->text;
+}
 
 }  // namespace plddb::descriptions

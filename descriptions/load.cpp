@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "descriptions/element_reader.h"
+#include "descriptions/list_columns.h"
 #include "descriptions/xml_text.h"
 
 namespace plddb::descriptions {
@@ -251,7 +252,7 @@ void Loader::ReadEbr(DeviceElement& parent, pugi::xml_node node) {
   std::vector<CControlEBR> entries;
   reader_.ReadFields(block, node);
   ReadChildren(entries, node, kChildren);
-  const bool isNumbered = node.attribute("BitName");
+  const bool isNumbered = node.attribute(CreatorOf("Entry").data());
   ebrEntries_ += block.BitName;
   if (!IsSound(block, isNumbered, !entries.empty(), node)) return;
   DeviceInfo& device = parent.device;

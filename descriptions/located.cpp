@@ -1,7 +1,6 @@
 // The places in a file where the values of a record are written.
 
 #include <algorithm>
-#include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
@@ -37,10 +36,8 @@ void SetPlace(Place& target, const Attribute& place) {
 Element MadeByTexts(const Element& described, const Element& around) {
   Element record = {described.name, 0, 0, AllFields(described), {}};
   for (Attribute& field : record.attributes) {
-    const auto row = std::find_if(std::begin(kListColumns), std::end(kListColumns), [&](const ListColumn& candidate) {
-      return candidate.element == record.name && candidate.field == field.name;
-    });
-    const Attribute* const text = row == std::end(kListColumns) ? nullptr : FindAttribute(around, row->text);
+    const ListColumn* const column = descriptions::FindColumn(record.name, field.name);
+    const Attribute* const text = column == nullptr ? nullptr : FindAttribute(around, column->text);
     if (text == nullptr) continue;
     if (record.line == 0) SetPlace(record, *text);
     SetPlace(field, *text);

@@ -16,13 +16,13 @@ struct Limits {
 
 constexpr Limits LimitsOf(Kind kind) {
   switch (kind) {
-    case Kind::Count:
+    case Kind::kCount:
       return {1, USHRT_MAX};
-    case Kind::Unsigned8:
+    case Kind::kUnsigned8:
       return {0, UCHAR_MAX};
-    case Kind::Unsigned16:
+    case Kind::kUnsigned16:
       return {0, USHRT_MAX};
-    case Kind::Unsigned32:
+    case Kind::kUnsigned32:
       return {0, UINT_MAX};
     default:
       return {INT_MIN, INT_MAX};
@@ -70,11 +70,11 @@ bool IsRange(std::string_view text) {
 bool ReadValue(Kind kind, const char* text, Value& value) {
   value = {text, 0};
   switch (kind) {
-    case Kind::Text:
+    case Kind::kText:
       return true;
-    case Kind::Range:
+    case Kind::kRange:
       return IsRange(text);
-    case Kind::Flag:
+    case Kind::kFlag:
       return ReadFlag(text, value.number);
     default:
       return ReadNumber(text, LimitsOf(kind), value.number);
@@ -83,11 +83,11 @@ bool ReadValue(Kind kind, const char* text, Value& value) {
 
 std::string Expectation(Kind kind) {
   switch (kind) {
-    case Kind::Text:
+    case Kind::kText:
       return "a text that is not empty";
-    case Kind::Range:
+    case Kind::kRange:
       return "a range such as \"0 to 31\"";
-    case Kind::Flag:
+    case Kind::kFlag:
       return "true or false";
     default:
       break;

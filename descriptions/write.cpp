@@ -89,11 +89,11 @@ class Comments {
 /// The group of each attribute of `element`. They come in the order of the table, except for the lists at its end.
 std::vector<descriptions::Group> GroupsOf(const Element& element) {
   using descriptions::Group;
-  std::vector<Group> groups(element.attributes.size(), Group::None);
+  std::vector<Group> groups(element.attributes.size(), Group::kNone);
   if (element.name != "Device") return groups;
   const descriptions::FieldTable& fields = descriptions::FieldsOf<DeviceInfo>();
   for (std::size_t i = 0; i < groups.size(); ++i) {
-    for (std::size_t row = fields.Find(element.attributes[i].name); row < fields.size() && groups[i] == Group::None; --row) {
+    for (std::size_t row = fields.Find(element.attributes[i].name); row < fields.size() && groups[i] == Group::kNone; --row) {
       groups[i] = fields[row].group;
     }
   }

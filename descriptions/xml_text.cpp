@@ -8,7 +8,9 @@
 #include <system_error>
 #include <vector>
 
+#include "descriptions/TextForms.h"
 #include "descriptions/text_position.h"
+#include "foundation/characters.h"
 #include "foundation/utf8.h"
 
 namespace plddb::descriptions {
@@ -16,7 +18,7 @@ namespace {
 
 unsigned char ByteAt(std::string_view text, std::size_t i) { return static_cast<unsigned char>(text[i]); }
 
-bool StartsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+using internal::StartsWith;
 
 /// Whether a byte is ASCII that XML allows. It has no branches, since it runs for every byte of a file.
 bool IsPlain(char byte) {
@@ -36,11 +38,6 @@ bool IsPlainBlock(const char* bytes) {
 bool IsXmlCharacter(std::uint32_t code) {
   if (code < ' ') return code == '\t' || code == '\n' || code == '\r';
   return code < 0xD800 || (code > 0xDFFF && code < 0xFFFE) || (code > 0xFFFF && code <= 0x10FFFF);
-}
-
-std::string Hexadecimal(unsigned char byte) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
 }
 
 /// The length in bytes of the reference that starts `text`, including its ';'; 0 if it is unknown to XML.
@@ -161,7 +158,7 @@ std::size_t PlaceOf(pugi::xml_parse_status status, const char* opening, std::str
 }  // namespace
 
 std::size_t CharacterLength(std::string_view text) {
-  const auto character = plddb::internal::FirstUtf8Character(text);
+  const auto character = internal::FirstUtf8Character(text);
   return character.length != 0 && IsXmlCharacter(character.code) ? character.length : 0;
 }
 
@@ -180,8 +177,8 @@ bool CheckCharacters(std::string_view text, Faults& faults) {
         faults.Add(i, "NUL byte: this is not a text file in UTF-8");
         return false;
       }
-      faults.Add(i, byte < ' ' ? "control character " + Hexadecimal(byte) + ": XML does not allow it"
-                               : "byte " + Hexadecimal(byte) + " is not UTF-8: save the file as UTF-8");
+      faults.Add(i, byte < ' ' ? "control character " + Hex(byte, 2) + ": XML does not allow it"
+                               : "byte " + Hex(byte, 2) + " is not UTF-8: save the file as UTF-8");
     }
     i += std::max<std::size_t>(length, 1);
   }

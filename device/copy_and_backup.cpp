@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "DeviceInfo.h"
-#include "FamilyList.h"  // the one look upwards: the family says whether it has CDR variants
+#include "FamilyList.h"  // the one look upwards: the family knows whether it has CDR variants
 #include "foundation/owned_list.h"
 
 using namespace plddb::internal;

@@ -10,6 +10,8 @@
 
 namespace plddb::internal {
 
+constexpr unsigned int kVersionBits = 0xF0000000;  ///< Of an IDCODE: makers raise them without changing the name.
+
 /// Which of a device's identifiers an access mode compares.
 enum class AccessMode { kUnknown, kIsp, kJtag, kDual };
 

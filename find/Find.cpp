@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <system_error>
 
 #include "chain/Chain.h"
@@ -112,7 +113,7 @@ Matches FindCutPon(const Databases& databases, const std::string& family, const 
   return found.Take();
 }
 
-/// What a device is told by.
+/// The keys that identify one device.
 Matches FindWhole(const Databases& databases, const std::string& family, const Wanted& wanted) {
   Matches found = FindKeys(
       databases, family,
@@ -132,7 +133,7 @@ std::string WithoutSpeed(const std::string& fullName) {
   return isNumber ? fullName.substr(0, speed) + fullName.substr(last) : "";
 }
 
-/// The devices of one database: those that are called so, whole; failing that, by the normal form.
+/// The devices of one database: by the whole name; failing that, by its normal form.
 void CollectFullName(const Databases& databases, std::size_t only, const std::string& family, unsigned long fuses,
                      const std::string& fullName, Collector& found) {
   const std::string normal = internal::NormalForm(fullName);
@@ -143,6 +144,43 @@ void CollectFullName(const Databases& databases, std::size_t only, const std::st
     if (internal::TakesFuseMap(device, fuses) && internal::HasFullName(device, normal)) cut.Add(device, only, Key::kFullName);
   });
   for (const Match& match : whole.IsEmpty() ? cut.Take() : whole.Take()) found.Add(*match.device, only, Key::kFullName);
+}
+
+/// Whole names, patterns and parts of them.
+Matches FindNamed(const Databases& databases, std::string_view text, const std::string& family) {
+  const Wanted wanted(internal::Trim(text));
+  if (wanted.text.empty()) return {};
+  Matches found = FindWhole(databases, family, wanted);
+  if (found.empty()) found = FindKeys(databases, family, {Key::kFamily, Key::kPackage}, wanted);
+  for (const auto find : {FindPattern, FindBeginning, FindPart}) {
+    if (found.empty()) found = find(databases, wanted.text, family);
+  }
+  return found;
+}
+
+/// Signs of pages that a text may be copied from, and what is meant.
+constexpr struct {
+  std::string_view sign;
+  const char* plain;
+} kSigns[] = {
+    {"\xC2\xA0", " "},     {"\xE2\x80\x80", " "}, {"\xE2\x80\x82", " "}, {"\xE2\x80\x83", " "}, {"\xE2\x80\x87", " "},
+    {"\xE2\x80\x89", " "}, {"\xE2\x80\xAF", " "}, {"\xE3\x80\x80", " "}, {"\xE2\x80\x90", "-"}, {"\xE2\x80\x91", "-"},
+    {"\xE2\x80\x92", "-"}, {"\xE2\x80\x93", "-"}, {"\xE2\x80\x94", "-"}, {"\xE2\x80\x95", "-"}, {"\xE2\x88\x92", "-"},
+    {"\xEF\xB9\xA3", "-"}, {"\xEF\xBC\x8D", "-"}, {"\xC2\xAD", ""},      {"\xE2\x80\x8B", ""},  {"\xEF\xBB\xBF", ""},
+    {"\xC2\xAE", ""},      {"\xE2\x84\xA2", ""},
+};
+
+/// `text` with plain blanks and hyphens, and without trade marks and soft hyphens.
+std::string WithPlainSigns(std::string_view text) {
+  std::string plain;
+  while (!text.empty()) {
+    const auto begins = [&](const auto& row) { return text.compare(0, row.sign.size(), row.sign) == 0; };
+    const auto* const row = std::find_if(std::begin(kSigns), std::end(kSigns), begins);
+    const bool isSign = row != std::end(kSigns);
+    plain += isSign ? std::string_view(row->plain) : text.substr(0, 1);
+    text.remove_prefix(isSign ? row->sign.size() : 1);
+  }
+  return plain;
 }
 
 }  // namespace
@@ -168,15 +206,13 @@ unsigned long ParseFuses(std::string_view text) {
 }
 
 Matches Find(const Databases& databases, std::string_view text, std::string_view family) {
-  const Wanted wanted(internal::Trim(text));
   const std::string in(family);
-  if (wanted.text.empty()) return {};
-  Matches found = FindWhole(databases, in, wanted);
-  if (found.empty()) found = FindKeys(databases, in, {Key::kFamily, Key::kPackage}, wanted);
-  for (const auto find : {FindPattern, FindBeginning, FindPart, FindMark}) {
-    if (found.empty()) found = find(databases, wanted.text, in);
-  }
-  return found;
+  Matches found = FindNamed(databases, text, in);
+  if (!found.empty()) return found;
+  std::string plain = WithPlainSigns(text);
+  plain = internal::Trim(plain);
+  if (plain != text) found = FindNamed(databases, plain, in);
+  return !found.empty() || plain.find('\0') != plain.npos ? found : FindMark(databases, plain, in);
 }
 
 Matches FindByKey(const Databases& databases, Key key, std::string_view text, std::string_view family) {

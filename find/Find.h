@@ -12,14 +12,14 @@
 /// All devices that a text may mean, and why.
 ///
 /// Texts go in, values come out: nothing here prints, touches files, changes a database or throws anything but std::bad_alloc.
-/// Names are compared by the rules of the lookups (DeviceList): the case of letters does not count, unless a key says
-/// otherwise. Where a lookup gives the first device, here are all, those of earlier databases and families first.
+/// Names are compared by the rules of the lookups (DeviceList): the case of letters does not count, unless a key states
+/// otherwise. A lookup returns the first device; these functions return all, those of earlier databases and families first.
 namespace plddb::find {
 
 /// What is searched, in this order. Null pointers are skipped.
 using Databases = std::vector<const DeviceList*>;
 
-/// What of a device a text is compared with.
+/// The text of a device that a text is compared with.
 enum class Key {
   kName,
   kCodeName,
@@ -29,7 +29,7 @@ enum class Key {
   kPon,       ///< An ordering number of a package: backup or alias; failing that, without what follows its last '-'.
   kJdf,       ///< The JEDEC device file of a package, by its first six characters and its length; the case of letters counts.
   kEntity,    ///< The entity name of a package.
-  kFuses,     ///< The fuse count, in decimal digits; with the counts that stand for another one.
+  kFuses,     ///< The fuse count, in decimal digits; aliases of counts included.
   kFullName,  ///< A name from a fuse-map file (FindFullName).
   kFamily,    ///< The name or alias name of the family.
   kPackage,   ///< The type of a package.
@@ -75,11 +75,11 @@ struct Match {
 
 using Matches = std::vector<Match>;
 
-/// Whether `matches` answer a question for one device with several: exact matches by a key that a device is told by. Families,
+/// Whether `matches` answer a question for one device with several: exact matches by a key that identifies a device. Families,
 /// package types, fuse counts and parts of names are shared by devices.
 bool IsAmbiguous(const Matches& matches);
 
-/// All that `text` may mean: of these, the first that any device answers to. All matches are of one kind.
+/// The devices that `text` may mean, by the first of these rules that finds any. All matches are of one kind.
 ///
 ///   1. a name, code name, alias name, id, ordering number, JEDEC device file, entity name or fuse count
 ///   2. a family, a package type
@@ -87,9 +87,11 @@ bool IsAmbiguous(const Matches& matches);
 ///   4. the beginning of one of these
 ///   5. a part of one of these
 ///   6. a mark on a chip: the longest name that the text begins with, also one after a missing "XC"; the name has 4 characters
-///      or more, or all of the rest is understood. A number at its end is not cut.
+///      or more, or all of the rest is understood. A number at its end is not cut. A maker or family before it does not count;
+///      failing that, hyphens and blanks within the name do not, either.
 ///
-/// White space around the text does not count. `family`, unless empty, limits the search to families of this name or alias
+/// White space around the text does not count. Dashes and blanks of printed pages are taken as '-' and ' ', where the text as it
+/// is finds nothing. `family`, unless empty, limits the search to families of this name or alias
 /// name.
 Matches Find(const Databases& databases, std::string_view text, std::string_view family = {});
 
@@ -120,10 +122,10 @@ std::vector<std::string_view> TextsOf(const Databases& databases, Key key);
 std::vector<std::string> NearNames(const Databases& databases, std::string_view text);
 std::vector<std::string> NearNames(const Databases& databases, std::string_view text, Key key);
 
-/// Why FindPackage found nothing: "the case of letters counts in package types: TQ100"; empty when it cannot be told.
+/// Why FindPackage found nothing: "the case of letters counts in package types: TQ100"; empty when unknown.
 std::string WhyNoPackage(const Databases& databases, std::string_view type, std::string_view name);
 
-/// Why FindFullName found nothing: the name has another fuse count, or access mode; empty when it cannot be told.
+/// Why FindFullName found nothing: the name has another fuse count, or access mode; empty when unknown.
 std::string WhyNoFullName(const Databases& databases, unsigned long fuses, std::string_view fullName);
 ///@}
 

@@ -11,15 +11,11 @@ namespace {
 
 constexpr std::size_t kShortestName = 4;  // of a mark whose rest is not understood
 
-bool IsLetter(char c) { return internal::ToUpper(c) >= 'A' && internal::ToUpper(c) <= 'Z'; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsSeparator(char c) { return std::strchr("-_/., ()", c) != nullptr || internal::IsWhiteSpace(c); }
+using internal::IsDigit;
+using internal::IsLetter;
+using internal::UpperCase;
 
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), internal::ToUpper);
-  return upper;
-}
+bool IsSeparator(char c) { return std::strchr("-_/., ()", c) != nullptr || internal::IsWhiteSpace(c); }
 
 // --- The device -------------------------------------------------------------------------------------------------------------
 
@@ -35,15 +31,23 @@ bool MayEnd(std::string_view mark, std::size_t length) {
   return length == mark.size() || !IsDigit(mark[length]) || !IsDigit(mark[length - 1]);
 }
 
+/// Whether hyphens and blanks count in names: some write "XC9572 XL" and "GW1NR9".
+enum class Separators { kCount, kSkipped };
+
 /// The length of `name` at the beginning of `mark`; 0 when the mark does not begin with it.
-std::size_t LengthIn(const std::string& mark, const char* name) {
-  const char* const rest = internal::AfterPrefix(mark.c_str(), name);
-  const auto length = rest == nullptr ? 0 : static_cast<std::size_t>(rest - mark.c_str());
-  return length != 0 && MayEnd(mark, length) ? length : 0;
+std::size_t LengthIn(const std::string& mark, const char* name, Separators separators) {
+  std::size_t at = 0;
+  for (; *name != '\0'; ++name) {
+    if (separators == Separators::kSkipped && IsSeparator(*name)) continue;
+    while (separators == Separators::kSkipped && at != 0 && at < mark.size() && IsSeparator(mark[at])) ++at;
+    if (at == mark.size() || internal::ToUpper(mark[at]) != internal::ToUpper(*name)) return 0;
+    ++at;
+  }
+  return at != 0 && MayEnd(mark, at) ? at : 0;
 }
 
-/// What of an ordering number follows its family: "10M08SAE144" of "MAX_10_10M08SAE144". Null for one with a hyphen, which has
-/// a speed grade or is a name and a package, and is understood better piece by piece.
+/// The part of an ordering number after its family: "10M08SAE144" of "MAX_10_10M08SAE144". Null for one with a hyphen, which
+/// has a speed grade, or is a name and a package: those are read piece by piece.
 const char* OrderedPart(const Package& package) {
   const char* const number = package.GetBackupPON();
   if (number == nullptr || *number == '\0' || std::strchr(number, '-') != nullptr) return nullptr;
@@ -52,10 +56,10 @@ const char* OrderedPart(const Package& package) {
 }
 
 /// The longest that `mark` begins with.
-Beginning LongestBeginning(const std::string& mark, const FamilyList& family, const DeviceInfo& device) {
+Beginning LongestBeginning(const std::string& mark, const FamilyList& family, const DeviceInfo& device, Separators separators) {
   Beginning longest;
   const auto tryName = [&](const char* name, const char* package) {
-    const std::size_t length = LengthIn(mark, name);
+    const std::size_t length = LengthIn(mark, name, separators);
     if (length > longest.length) longest = {length, name, package};
   };
   for (const Key key : {Key::kName, Key::kCodeName, Key::kAlias}) {
@@ -82,7 +86,7 @@ bool IsCodeOf(std::string_view code, std::string_view type) {
   return UpperCase(code) == UpperCase(type) || withoutG(code) == UpperCase(type);
 }
 
-/// A code of a package: letters and digits. Three letters with a G at their end tell that it is free of lead.
+/// A code of a package: letters and digits. Three letters that end in G mean that it is free of lead.
 bool TellsLeadFree(std::string_view code, std::string_view type) {
   const std::size_t digits = code.find_first_of("0123456789");
   const bool endsInG = digits != code.npos && digits > 2 && internal::ToUpper(code[digits - 1]) == 'G';
@@ -134,17 +138,19 @@ class RestReader {
  private:
   bool EndsAt(std::size_t at) const { return at >= rest_.size() || IsSeparator(rest_[at]); }
   char At(std::size_t at) const { return at < rest_.size() ? internal::ToUpper(rest_[at]) : '\0'; }
-  std::size_t EndOf(bool (*isPart)(char c), std::size_t at) const {
+  std::size_t EndOf(bool (*isPart)(int c), std::size_t at) const {
     while (at < rest_.size() && isPart(rest_[at])) ++at;
     return at;
   }
 
-  /// "-10", "-1L", "-L1", "-3N": one or two digits after a hyphen, with a letter of low power or of a variant.
+  /// "-10", "-1L", "-L1", "-3N": one or two digits after a hyphen, with a letter of low power or of a variant. The hyphen may
+  /// be missing before a described package: "1CSG324".
   bool ReadSpeed() {
-    if (at_ == 0 || rest_[at_ - 1] != '-' || !mark_.speed.empty()) return false;
+    if (!mark_.speed.empty()) return false;
     const std::size_t start = At(at_) == 'L' ? at_ + 1 : at_;
     std::size_t end = EndOf(IsDigit, start);
     if (end == start || end > start + 2) return false;
+    if ((at_ == 0 || rest_[at_ - 1] != '-') && !StartsPackage(end)) return false;
     const bool hasVariant = std::strchr("LNQ", At(end)) != nullptr && At(end) != '\0';
     if (hasVariant && (EndsAt(end + 1) || StartsPackage(end + 1)) && !StartsPackage(end)) ++end;
     mark_.speed = "-" + UpperCase(rest_.substr(at_, end - at_));
@@ -191,13 +197,20 @@ class RestReader {
     return letters >= 1 && letters <= 4 && digits >= 2 && digits <= 4;
   }
 
+  /// What distributors and tests put after the temperature grade: "TR", "ES", or the digits of a special selection.
+  bool IsAddition(std::size_t at) const {
+    const std::string_view addition = rest_.substr(at, std::min(rest_.find_first_of("-_/., ()", at), rest_.size()) - at);
+    const bool isNumber = addition.size() > 2 && addition.find_first_not_of("0123456789") == addition.npos;
+    return isNumber || UpperCase(addition) == "TR" || UpperCase(addition) == "ES";
+  }
+
   /// "C", "I": a temperature grade, the last letter; "C8N", "I7": with the speed grade, and N or G for one free of lead.
   bool ReadGrade() {
     if (mark_.temperature != '\0' || *TemperatureName(At(at_)) == '\0') return false;
     std::size_t end = EndOf(IsDigit, at_ + 1);
     const bool hasSpeed = end > at_ + 1 && end <= at_ + 3 && mark_.speed.empty();
     const bool isLeadFree = hasSpeed && (At(end) == 'N' || At(end) == 'G') && EndsAt(end + 1);
-    if (hasSpeed ? !isLeadFree && !EndsAt(end) : !EndsAt(at_ + 1)) return false;
+    if (hasSpeed ? !isLeadFree && !EndsAt(end) : !EndsAt(at_ + 1) && !IsAddition(at_ + 1)) return false;
     mark_.temperature = At(at_);
     if (hasSpeed) mark_.speed = std::string(rest_.substr(at_ + 1, end - at_ - 1));
     mark_.isLeadFree = mark_.isLeadFree || isLeadFree;
@@ -209,6 +222,10 @@ class RestReader {
     const std::size_t start = at_;
     if (IsDigit(rest_[at_])) {
       at_ = EndOf(IsDigit, at_);  // a package may follow
+    } else if (*TemperatureName(At(at_ + 1)) != '\0' && IsDigit(At(at_ + 2)) && EndsAt(at_ + 3)) {
+      ++at_;  // one letter, and then a grade: "PC6"
+    } else if (const std::size_t run = RunAt(at_).size(); mark_.package.empty() && HasShapeOfPackage(RunAt(at_ + run))) {
+      at_ += run;  // what makers put before a package: "C6F27"
     } else {
       while (!EndsAt(at_)) ++at_;
     }
@@ -233,11 +250,11 @@ Mark ReadMark(const std::string& text, const Beginning& beginning, const DeviceI
 }
 
 /// The devices with the longest name that `text` begins with.
-Matches FindLongest(const Databases& databases, const std::string& text, const std::string& family) {
+Matches FindLongest(const Databases& databases, const std::string& text, const std::string& family, Separators separators) {
   Matches found;
   std::size_t longest = 0;
   ForEachDevice(databases, family, [&](const FamilyList& list, const DeviceInfo& device, std::size_t database) {
-    const Beginning beginning = LongestBeginning(text, list, device);
+    const Beginning beginning = LongestBeginning(text, list, device, separators);
     if (beginning.length == 0 || beginning.length < longest) return;
     Mark mark = ReadMark(text, beginning, device);
     if (beginning.length < kShortestName && !mark.unknown.empty()) return;
@@ -246,6 +263,85 @@ Matches FindLongest(const Databases& databases, const std::string& text, const s
     found.push_back({&device, database, Kind::kMark, {beginning.package == nullptr ? Key::kName : Key::kPon}, std::move(mark)});
   });
   return found;
+}
+
+// --- Other forms of a mark --------------------------------------------------------------------------------------------------
+
+/// A form in which the device's name begins the mark, and what of the mark it lacks.
+struct Form {
+  std::string text;
+  std::string leftOut = {};
+};
+
+/// Marks with a part within what is the device's name: '#' is a digit, '@' a letter. The part is left out of the name.
+constexpr struct {
+  const char* shape;  ///< Of the mark's beginning.
+  std::size_t at, length;
+} kInsertedParts[] = {
+    {"GW#@-@@#", 5, 2},   {"GW#@@-@@#", 6, 2},  // the core voltage: GW1NR-LV9 is a GW1NR-9
+    {"GW#@@@-@@#", 7, 2}, {"GW#@@@@-@@#", 8, 2}, {"5@@@@#", 3, 1}, {"5@@@@@#", 4, 1},  // the hard blocks: 5CGXFC5 is a 5CGXC5
+};
+
+bool HasShape(std::string_view text, std::string_view shape) {
+  const auto agrees = [](char wanted, char c) {
+    return wanted == '#' ? IsDigit(c) : wanted == '@' ? IsLetter(c) : internal::ToUpper(c) == wanted;
+  };
+  return text.size() >= shape.size() && std::equal(shape.begin(), shape.end(), text.begin(), agrees);
+}
+
+/// All forms of `text`, the likelier first.
+std::vector<Form> FormsOf(const std::string& text) {
+  std::vector<Form> forms = {{text}, {"XC" + text}};
+  const std::string upper = UpperCase(text);
+  for (const char* const grade : {"XA", "XQ"}) {  // automotive and defence grades of devices that are called XC...
+    if (upper.compare(0, 2, grade) == 0) forms.push_back({"XC" + text.substr(2), grade});
+  }
+  for (const auto& [shape, at, length] : kInsertedParts) {
+    if (HasShape(text, shape)) forms.push_back({std::string(text).erase(at, length), upper.substr(at, length)});
+  }
+  return forms;
+}
+
+Matches FindForms(const Databases& databases, const std::string& text, const std::string& family, Separators separators) {
+  for (const Form& form : FormsOf(text)) {
+    Matches found = FindLongest(databases, form.text, family, separators);
+    for (Match& match : found) {
+      if (!form.leftOut.empty()) match.mark->unknown.insert(match.mark->unknown.begin(), form.leftOut);
+    }
+    if (!found.empty()) return found;
+  }
+  return {};
+}
+
+/// `text` without its first words, where they are a maker or a family: "XC7A35T" of "Xilinx XC7A35T".
+std::string WithoutMaker(const Databases& databases, const std::string& text) {
+  std::size_t longest = 0;
+  const auto tryName = [&](const std::string& name) {
+    const bool isBeginning = !name.empty() && internal::AfterPrefix(text.c_str(), name.c_str()) != nullptr;
+    if (isBeginning && name.size() < text.size() && IsSeparator(text[name.size()])) longest = std::max(longest, name.size());
+  };
+  tryName("AMD");  // today's maker of those that are described as Xilinx
+  ForEachDevice(databases, "", [&](const FamilyList& family, const DeviceInfo& device, std::size_t) {
+    ForEachText(family, device, Key::kFamily, tryName);
+    const std::string makers = device.GetVendor() == nullptr ? "" : device.GetVendor();
+    for (std::size_t start = 0; start < makers.size();) {
+      const std::size_t end = std::min(makers.find('/', start), makers.size());
+      tryName(makers.substr(start, end - start));
+      start = end + 1;
+    }
+  });
+  const std::size_t rest = longest == 0 ? text.npos : text.find_first_not_of("-_/., ", longest);
+  return rest == text.npos ? "" : text.substr(rest);
+}
+
+/// Also after a maker, a family, or both.
+Matches FindWithMaker(const Databases& databases, std::string text, const std::string& family, Separators separators) {
+  for (int words = 0; words < 3 && !text.empty(); ++words) {
+    Matches found = FindForms(databases, text, family, separators);
+    if (!found.empty()) return found;
+    text = WithoutMaker(databases, text);
+  }
+  return {};
 }
 
 }  // namespace
@@ -270,8 +366,11 @@ const char* TemperatureName(char letter) {
 
 Matches FindMark(const Databases& databases, const std::string& text, const std::string& family) {
   if (text.size() > kLongestPart) return {};
-  Matches found = FindLongest(databases, text, family);
-  return found.empty() ? FindLongest(databases, "XC" + text, family) : found;
+  Matches found = FindWithMaker(databases, text, family, Separators::kCount);
+  const std::size_t unknown = found.empty() ? text.npos : found.front().mark->unknown.size();
+  if (unknown == 0) return found;
+  Matches other = FindWithMaker(databases, text, family, Separators::kSkipped);
+  return other.empty() || other.front().mark->unknown.size() >= unknown ? found : other;
 }
 
 }  // namespace plddb::find

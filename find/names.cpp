@@ -3,15 +3,15 @@
 #include <algorithm>
 
 #include "find/search.h"
-#include "foundation/characters.h"
+#include "foundation/text_match.h"
 
 namespace plddb::find {
 namespace {
 
-bool IsSameLetter(char a, char b) { return internal::ToUpper(a) == internal::ToUpper(b); }
+using internal::IsSameLetter;
 
-/// Whether `text` is one that `pattern` describes: '*' is any characters, '?' is one. In case of doubt the last '*' takes one
-/// character more; it never needs less than it took.
+/// Whether `text` is one that `pattern` describes: '*' is any characters, '?' is one. If the rest does not match, the last '*'
+/// takes one character more; it never has to give one back.
 bool Describes(std::string_view pattern, std::string_view text) {
   std::size_t p = 0;
   std::size_t t = 0;

@@ -25,11 +25,9 @@ bool BeginsWith(std::string_view text, const std::string& beginning) {
   return internal::AfterPrefix(std::string(text).c_str(), beginning.c_str()) != nullptr;
 }
 
-bool IsSame(std::string_view a, std::string_view b) { return a.size() == b.size() && BeginsWith(a, std::string(b)); }
-
-/// The case of letters does not count in names: `text` in another one is no other name.
+/// The case of letters does not count in names: `text` in another case is the same name.
 std::vector<std::string> WithoutItself(std::vector<std::string> near, std::string_view text) {
-  const auto isItself = [text](const std::string& name) { return IsSame(name, text); };
+  const auto isItself = [text](const std::string& name) { return internal::AreEqualIgnoringCase(name, text); };
   near.erase(std::remove_if(near.begin(), near.end(), isItself), near.end());
   return near;
 }

@@ -43,19 +43,24 @@ inline bool IsSeen(std::uint32_t code) {
   return true;
 }
 
-/// Appends the first character of `text`, or an escape for it; returns the number of bytes read.
-inline std::size_t AppendPrintable(std::string_view text, std::string& printable) {
+/// Appends the first character of `text` if it can be seen; else `escape(code, isByte)`, where a byte that is not UTF-8 is its
+/// own code. Returns the number of bytes read.
+template <typename Escape>
+std::size_t AppendCharacter(std::string_view text, std::string& seen, Escape escape) {
   const Utf8Character character = FirstUtf8Character(text);
-  if (character.length == 0 || (character.code < 0x80 && !IsSeen(character.code))) {
-    printable += "\\x" + HexDigits(static_cast<unsigned char>(text.front()), 2);
-    return 1;
-  }
-  if (IsSeen(character.code)) {
-    printable += text.substr(0, character.length);
+  const bool isByte = character.length == 0;
+  const std::size_t length = isByte ? 1 : character.length;
+  const std::uint32_t code = isByte ? static_cast<unsigned char>(text.front()) : character.code;
+  if (!isByte && IsSeen(code)) {
+    seen += text.substr(0, length);
   } else {
-    printable += "\\u" + HexDigits(character.code, 4);
+    seen += escape(code, isByte);
   }
-  return character.length;
+  return length;
+}
+
+inline std::string PrintedEscape(std::uint32_t code, bool isByte) {
+  return isByte || code < 0x80 ? "\\x" + HexDigits(code, 2) : "\\u" + HexDigits(code, 4);
 }
 
 /// `text` in a form that is safe to print on a terminal. Escapes such as "\x1B" and "\u202E" replace control characters,
@@ -63,15 +68,17 @@ inline std::size_t AppendPrintable(std::string_view text, std::string& printable
 inline std::string Printable(std::string_view text) {
   std::string printable;
   printable.reserve(text.size());
-  while (!text.empty()) text.remove_prefix(AppendPrintable(text, printable));
+  while (!text.empty()) text.remove_prefix(AppendCharacter(text, printable, PrintedEscape));
   return printable;
 }
+
+inline std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? "-" : Printable(text); }
 
 /// `text`, printable and in double quotes; a long text is shortened.
 inline std::string Quoted(std::string_view text) {
   constexpr std::size_t kLongestQuote = 60;
   std::string quoted = "\"";
-  while (!text.empty() && quoted.size() <= kLongestQuote) text.remove_prefix(AppendPrintable(text, quoted));
+  while (!text.empty() && quoted.size() <= kLongestQuote) text.remove_prefix(AppendCharacter(text, quoted, PrintedEscape));
   return quoted + (text.empty() ? "\"" : "...\"");
 }
 

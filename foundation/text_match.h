@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 
 #include "characters.h"
 
@@ -16,6 +18,13 @@ inline bool EqualIgnoringCase(const char* a, const char* b) {
     if (*a == '\0') return true;
   }
   return false;
+}
+
+inline bool IsSameLetter(char a, char b) { return ToUpper(a) == ToUpper(b); }
+
+/// The same for texts that are never null.
+inline bool AreEqualIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), IsSameLetter);
 }
 
 /// The rest of `text` after `prefix`, ignoring letter case; null if the text does not begin with it.

@@ -13,7 +13,7 @@
 #include "DeviceInfo.h"
 #include "DeviceList.h"
 
-/// Programming files: what a file states about its device, and whether it fits a chain. Nothing is played and nothing written.
+/// Programming files: what a file states about its device, and whether it fits a chain. No file is executed or written.
 ///
 /// Bytes go in, values come out: nothing here prints, touches files, changes a database or throws anything but std::bad_alloc
 /// (and what a Source throws). Any bytes are read in linear time and bounded memory.
@@ -22,7 +22,7 @@ namespace plddb::programming_files {
 /// \name What a file states
 ///@{
 
-/// What kind of file it is.
+/// The kind of a file.
 enum class Format {
   kUnknown,  ///< No programming file that is known here; File::remark tells what it is instead, where that is seen.
   kJedec,
@@ -49,7 +49,7 @@ const char* ToText(Format format);
 /// For people: "JEDEC fuse map".
 const char* Description(Format format);
 
-/// What a statement is about, the most trustworthy first.
+/// The subject of a statement, the most trustworthy first.
 enum class Kind {
   kId,           ///< An IDCODE, with the bits that count.
   kName,         ///< A device name in a field for it.
@@ -70,8 +70,8 @@ enum class Proof {
   kPlayer,  ///< The program that plays the file.
 };
 
-/// Where in the file: a line and a column of a text, both counted from 1; a byte, counted from 0, of anything else. Those of a
-/// compressed file are places in what it unpacks to, those of an Intel HEX file in the image.
+/// Where in the file: a line and a column of a text, both counted from 1; a byte, counted from 0, of anything else. In a
+/// compressed file they are places in the unpacked data, in an Intel HEX file places in the image.
 struct Place {
   std::uint64_t offset = 0;
   std::uint64_t line = 0;  ///< 0: not a text.
@@ -89,7 +89,7 @@ struct Padding {
   bool operator==(const Padding& other) const;
 };
 
-/// Something that a file tells of its device.
+/// A fact that a file states about its device.
 struct Statement {
   Kind kind = Kind::kId;
   std::string text = {};    ///< As the file has it; of an id what it is, such as "IDCODE write".
@@ -103,7 +103,7 @@ struct Statement {
       {};  ///< Those that the statement alone fits, most likely first. Lent by the databases.
 };
 
-/// What is wrong in a file, and where.
+/// A mistake in a file, and its place.
 struct Fault {
   Place place;
   std::string text;  ///< What is wrong, and what was expected; one line.
@@ -139,10 +139,10 @@ const char* ToText(Fit fit);
 /// Which devices a file can be for, and where it fits.
 struct Verdict {
   std::vector<const DeviceInfo*> devices = {};  ///< Those that the file can be for, most likely first. Lent by the databases.
-  bool isKnown = false;                     ///< The devices are one device, or cannot be told apart by anything that counts.
-  Fit fit = Fit::kUnknown;                  ///< kUnknown where no chain was given.
-  std::vector<std::size_t> positions = {};  ///< Of the chain that it fits; empty unless `fit` is one of the first two.
-  std::vector<std::string> reasons = {};    ///< In words, the strongest first.
+  bool isKnown = false;                         ///< The devices are one device, or differ in nothing that matters.
+  Fit fit = Fit::kUnknown;                      ///< kUnknown where no chain was given.
+  std::vector<std::size_t> positions = {};      ///< Of the chain that it fits; empty unless `fit` is one of the first two.
+  std::vector<std::string> reasons = {};        ///< In words, the strongest first.
 };
 ///@}
 

@@ -2,7 +2,7 @@
 //
 //   "POF" NUL, u32, u32 count | u16 type, u32 length, data | ...       little endian
 //
-// An .rbf starts with bytes FF, then 6A. Nothing in it tells the device, and its length tells only where it is not compressed.
+// An .rbf starts with bytes FF, then 6A. It does not name its device, and its length shows it only without compression.
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@
 namespace plddb::programming_files {
 namespace {
 
-constexpr std::size_t kHeaderBytes = 12;
+constexpr std::size_t kPofHeaderBytes = 12;
 constexpr std::uint32_t kDeviceRecord = 2;
 
 std::uint32_t LittleEndian(std::string_view bytes) {
@@ -71,7 +71,7 @@ bool LooksLikePof(std::string_view head) { return StartsWith(head, std::string_v
 bool LooksLikeSof(std::string_view head) { return StartsWith(head, std::string_view("SOF\0", 4)); }
 
 void ReadPof(Input& input, const KnownDevices& known, File& file) {
-  if (!input.Skip(kHeaderBytes)) return AddFault(file, input.BytePlace(), "the file ends in its header");
+  if (!input.Skip(kPofHeaderBytes)) return AddFault(file, input.BytePlace(), "the file ends in its header");
   Records(input, known, file).Read();
 }
 

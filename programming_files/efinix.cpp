@@ -21,16 +21,16 @@ constexpr struct {
 
 /// The byte of the next line that has two digits; -1 at the end or at another line.
 int ReadByte(Input& input) {
-  while (IsBlank(input.Peek())) input.Get();
+  while (IsWhiteSpace(input.Peek())) input.Get();
   const int high = HexDigit(input.Get());
   const int low = HexDigit(input.Get());
-  return high < 0 || low < 0 || !(input.Peek() < 0 || IsBlank(input.Peek())) ? -1 : high * 16 + low;
+  return high < 0 || low < 0 || !(input.Peek() < 0 || IsWhiteSpace(input.Peek())) ? -1 : high * 16 + low;
 }
 
 void AddDevice(std::string_view text, const Place& place, const KnownDevices& known, File& file) {
   AddNameWithPackage(file, known, Kind::kName, text, place);
   for (const auto& row : kOtherDies) {
-    if (!StartsWith(Upper(text), row.start)) continue;
+    if (!StartsWith(UpperCase(text), row.start)) continue;
     for (Statement& statement : file.statements) {
       if (statement.kind != Kind::kName) continue;
       statement.value = row.id;

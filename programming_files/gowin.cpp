@@ -84,7 +84,7 @@ class GowinReader {
     return true;
   }
 
-  /// A device of version C is another one than the device without: GW1NR-9C.
+  /// Version C is a device with another name: GW1NR-9C.
   void AddName() {
     if (name_.empty()) return;
     const bool hasVersion = version_.size() == 1 && IsLetter(version_[0]);

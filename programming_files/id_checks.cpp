@@ -1,9 +1,9 @@
 #include "id_checks.h"
 
 #include <algorithm>
-#include <bitset>
 #include <iterator>
 
+#include "foundation/bits.h"
 #include "text.h"
 
 namespace plddb::programming_files {
@@ -17,7 +17,7 @@ void Bits::AddNibble(int nibble) {
 Bits Bits::FromHex(std::string_view digits) {
   Bits bits;
   digits.remove_prefix(digits.size() - std::min(digits.size(), kMost / 4));
-  for (auto c = digits.rbegin(); c != digits.rend(); ++c) bits.AddNibble(HexDigit(static_cast<unsigned char>(*c)));
+  for (auto c = digits.rbegin(); c != digits.rend(); ++c) bits.AddNibble(HexDigit(*c));
   return bits;
 }
 
@@ -66,7 +66,7 @@ bool SelectsId(const Instruction& instruction, const DeviceInfo& device, std::si
          instruction.bits.AreOnes(first + length, instruction.length);
 }
 
-/// Where in the instruction register the IDCODE instruction of `device` is.
+/// The place of `device`'s IDCODE instruction in the instruction register.
 std::optional<std::size_t> PlaceOfIdInstruction(const Instruction& instruction, const DeviceInfo& device) {
   if (instruction.length > Bits::kMost) return std::nullopt;
   const std::size_t length = device.GetIRLength();
@@ -131,7 +131,7 @@ void AddIdAmongBypassBits(const ComparedScan& scan, const KnownDevices& known, F
   for (std::size_t first = 0; first + kIdBits <= scan.length; ++first) {
     const std::uint32_t value = scan.expected.Get(first, kIdBits);
     const std::uint32_t mask = scan.mask.Get(first, kIdBits);
-    if (std::bitset<32>(mask).count() < 12 || !IsBypassAround(scan, first)) continue;
+    if (internal::BitCount(mask) < 12 || !IsBypassAround(scan, first)) continue;
     for (const DeviceInfo* const device : known.WithId(value, mask)) {
       const auto at = PlaceOfIdInstruction(*scan.instruction, *device);
       if (!at || (*at == 0) != (first == 0)) continue;

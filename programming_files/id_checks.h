@@ -7,7 +7,7 @@
 #include "readers.h"
 
 /// \file
-/// Which scans that a file compares are those of an IDCODE.
+/// Finds the scans in a file that compare an IDCODE.
 
 namespace plddb::programming_files {
 

@@ -30,7 +30,7 @@ class Input {
   /// The next byte without taking it, or -1 at the end.
   int Peek() { return next_ == end_ && Window(1).empty() ? -1 : static_cast<unsigned char>(buffer_[next_]); }
 
-  /// Passes over `count` bytes. Returns false when the file has fewer: all of them are passed over then.
+  /// Skips `count` bytes. If the file has fewer, skips them all and returns false.
   bool Skip(std::uint64_t count);
 
   std::uint64_t Offset() const { return base_ + next_; }
@@ -54,7 +54,7 @@ class Input {
   std::uint64_t lineStart_ = 0;
 };
 
-/// What `packed` (which must outlive the result) unpacks to. `fault` is set when it is damaged or cut; the bytes end there.
+/// The unpacked bytes of `packed`, which must outlive the result. They end where it is damaged or cut; then `isDamaged` is set.
 Source Unpacked(Input& packed, bool& isDamaged);
 
 }  // namespace plddb::programming_files

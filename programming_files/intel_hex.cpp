@@ -1,4 +1,4 @@
-// Intel HEX (.mcs): the image of a flash memory, in which a configuration stream may lie.
+// Intel HEX (.mcs): the image of a flash memory, which may hold a configuration stream.
 //
 //   :ll aaaa tt data cc     a record: length, address, type (00: data), sum
 
@@ -10,10 +10,10 @@
 namespace plddb::programming_files {
 namespace {
 
-/// Reads records up to the end, and gives the data of those that have some.
-class Records {
+/// Reads the records, and returns the data of data records.
+class HexRecords {
  public:
-  Records(Input& input, File& file) : input_(input), file_(file) {}
+  HexRecords(Input& input, File& file) : input_(input), file_(file) {}
 
   /// The data of the next data record: at most 255 bytes.
   std::size_t Read(char* buffer) {
@@ -69,13 +69,13 @@ bool LooksLikeIntelHex(std::string_view head) {
   if (head.empty() || head[0] != ':') return false;
   const std::string_view digits = FirstWord(head.substr(1));
   for (const char c : digits) {
-    if (HexDigit(static_cast<unsigned char>(c)) < 0) return false;
+    if (HexDigit(c) < 0) return false;
   }
   return digits.size() >= 8;
 }
 
 void ReadIntelHex(Input& input, const KnownDevices& known, File& file) {
-  Records records(input, file);
+  HexRecords records(input, file);
   const auto image = std::make_unique<Input>([&records](char* buffer, std::size_t) { return records.Read(buffer); });
   ReadXilinxBin(*image, known, file);
   file.format = Format::kIntelHex;

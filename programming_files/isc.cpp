@@ -15,19 +15,19 @@ struct Entity {
 
 /// `word` without quotes and marks around it.
 std::string_view WithoutMarks(std::string_view word) {
-  while (!word.empty() && !IsWord(static_cast<unsigned char>(word.front()))) word.remove_prefix(1);
-  while (!word.empty() && !IsWord(static_cast<unsigned char>(word.back()))) word.remove_suffix(1);
+  while (!word.empty() && !IsWord(word.front())) word.remove_prefix(1);
+  while (!word.empty() && !IsWord(word.back())) word.remove_suffix(1);
   return word;
 }
 
 /// What `words` name after the word "Entity": "Entity X;", "Entity: X", "entity name = "X"". Not in a BSDL file: "entity X is".
 std::string_view NameIn(const std::vector<std::string_view>& words) {
   std::size_t i = 0;
-  while (i < words.size() && Upper(WithoutMarks(words[i])) != "ENTITY") ++i;
+  while (i < words.size() && UpperCase(WithoutMarks(words[i])) != "ENTITY") ++i;
   for (++i; i < words.size(); ++i) {
     const std::string_view name = WithoutMarks(words[i]);
-    if (name.empty() || Upper(name) == "NAME") continue;
-    return i + 1 < words.size() && Upper(words[i + 1]) == "IS" ? "" : name;
+    if (name.empty() || UpperCase(name) == "NAME") continue;
+    return i + 1 < words.size() && UpperCase(words[i + 1]) == "IS" ? "" : name;
   }
   return {};
 }
@@ -49,15 +49,16 @@ Entity FindEntity(std::string_view text) {
 bool LooksLikeIsc(std::string_view head) {
   const std::string_view name = FindEntity(head).name;
   if (name.empty() || !IsText(head)) return false;
-  const std::string upper = Upper(head.substr(0, 8192));
-  return Upper(name).find("_1532") != std::string::npos || upper.find("1532") != upper.npos || upper.find("ISC") != upper.npos;
+  const std::string upper = UpperCase(head.substr(0, 8192));
+  return UpperCase(name).find("_1532") != std::string::npos || upper.find("1532") != upper.npos ||
+         upper.find("ISC") != upper.npos;
 }
 
 void ReadIsc(Input& input, const KnownDevices& known, File& file) {
   const Entity entity = FindEntity(input.Window());
   std::string_view name = entity.name;
   Statement statement{Kind::kEntity, std::string(name)};
-  const std::string upper = Upper(name);
+  const std::string upper = UpperCase(name);
   constexpr std::string_view suffix = "_1532";
   if (upper.size() > suffix.size() && upper.substr(upper.size() - suffix.size()) == suffix) name.remove_suffix(suffix.size());
   statement.text = name;

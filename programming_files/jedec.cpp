@@ -15,7 +15,7 @@ namespace {
 constexpr char kStx = '\x02';
 constexpr char kEtx = '\x03';
 
-/// "QF123", "QP44", "QV0": a field that no design specification is taken for.
+/// "QF123", "QP44", "QV0": a field that is never mistaken for a design specification.
 bool IsQuantity(std::string_view field) {
   return field.size() > 2 && field[0] == 'Q' && (field[1] == 'F' || field[1] == 'P' || field[1] == 'V') && IsDigit(field[2]);
 }
@@ -52,7 +52,7 @@ void AddFitterName(std::string_view line, const Place& place, const KnownDevices
   if (words.size() > 1) AddPackage(words[1], place, file);
 }
 
-/// "Device          g22v10  Library DLIB-h-40-1": a mnemonic that stands for many parts.
+/// "Device          g22v10  Library DLIB-h-40-1": a mnemonic that many parts share.
 void AddMnemonic(std::string_view text, const Place& place, File& file) {
   Statement statement{Kind::kCommentName, std::string(text.substr(0, kLongestText))};
   statement.place = place;
@@ -100,7 +100,7 @@ void ReadField(std::string_view field, const Place& place, const KnownDevices& k
 /// Whether QF or QP is a field of `text`.
 bool HasQuantityField(std::string_view text) {
   for (std::size_t q = text.find('Q'); q != text.npos; q = text.find('Q', q + 1)) {
-    const bool isFirst = q == 0 || text[q - 1] == '*' || IsBlank(static_cast<unsigned char>(text[q - 1]));
+    const bool isFirst = q == 0 || text[q - 1] == '*' || IsWhiteSpace(text[q - 1]);
     const std::string_view field = text.substr(q, 16);
     if (isFirst && IsQuantity(field) && field.find('*') != field.npos) return true;
   }
@@ -138,7 +138,7 @@ void ReadJedec(Input& input, const KnownDevices& known, File& file) {
       isFirst = false;
       field.clear();
     } else if (field.size() < longest) {
-      if (field.empty() && IsBlank(c)) continue;
+      if (field.empty() && IsWhiteSpace(c)) continue;
       if (field.empty()) place = {input.Offset() - 1, input.TextPlace().line, input.TextPlace().column - 1};
       field += static_cast<char>(c);
     }

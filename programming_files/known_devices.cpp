@@ -1,21 +1,21 @@
 #include "known_devices.h"
 
 #include <algorithm>
-#include <bitset>
 
 #include "FamilyList.h"
+#include "foundation/bits.h"
 #include "text.h"
 
 namespace plddb::programming_files {
 namespace {
 
-int BitCount(std::uint32_t bits) { return static_cast<int>(std::bitset<32>(bits).count()); }
+using internal::BitCount;
 
 /// "XCKU11P_CIV" and "EP4CGX30_2" are second IDCODEs of a part; other names that have a '_' keep it.
 std::string PartName(std::string_view name) {
   const auto underscore = name.rfind('_');
   const std::string_view suffix = underscore == name.npos ? "" : name.substr(underscore + 1);
-  return Upper(suffix == "CIV" || suffix == "2" ? name.substr(0, underscore) : name);
+  return UpperCase(suffix == "CIV" || suffix == "2" ? name.substr(0, underscore) : name);
 }
 
 /// Packages whose device has the second IDCODE, although the part's name is the same.
@@ -32,7 +32,7 @@ constexpr struct {
 
 /// Keeps, of devices with two IDCODEs, those of the die that the package `text` has.
 void KeepDieOf(std::string_view text, Devices& devices) {
-  const std::string upper = Upper(text);
+  const std::string upper = UpperCase(text);
   std::string_view second;
   for (const auto& row : kSecondDies) {
     if (StartsWith(upper, row.start)) second = row.device;
@@ -112,7 +112,7 @@ Devices KnownDevices::WithId(std::uint32_t value, std::uint32_t mask, unsigned i
 }
 
 Devices KnownDevices::WithName(std::string_view name) const {
-  const std::string wanted = Upper(name);
+  const std::string wanted = UpperCase(name);
   Devices devices;
   const auto isBefore = [](const Known& known, const std::string& text) { return known.name < text; };
   auto known = std::lower_bound(devices_.begin(), devices_.end(), wanted, isBefore);
@@ -130,7 +130,7 @@ KnownDevices::Named KnownDevices::Longest(std::string_view text) const {
 }
 
 KnownDevices::Named KnownDevices::WithNameIn(std::string_view text) const {
-  for (const std::string& spelling : Spellings(Upper(text))) {
+  for (const std::string& spelling : Spellings(UpperCase(text))) {
     Named named = Longest(spelling);
     if (named.devices.empty()) continue;
     KeepDieOf(text, named.devices);
@@ -140,7 +140,7 @@ KnownDevices::Named KnownDevices::WithNameIn(std::string_view text) const {
 }
 
 Devices KnownDevices::WithStem(std::string_view stem) const {
-  const std::string wanted = Upper(stem);
+  const std::string wanted = UpperCase(stem);
   Devices devices;
   for (const Known& known : inOrder_) {
     if (StartsWith(known.name, wanted) && known.name.size() > wanted.size() && IsLetter(known.name[wanted.size()])) {

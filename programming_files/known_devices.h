@@ -21,7 +21,7 @@ class KnownDevices {
   explicit KnownDevices(const std::vector<const DeviceList*>& databases);
 
   /// Those that an id fits: the bits that count for both are equal. Of several, those whose own mask counts more bits come
-  /// first, and TAPs that are no programmable logic are left out where others answer. `irLength` 0: not known.
+  /// first, and TAPs that are not programmable logic are left out if others answer. `irLength` 0: not known.
   Devices WithId(std::uint32_t value, std::uint32_t mask, unsigned int irLength = 0) const;
 
   /// Those of this name, letter case ignored; a second IDCODE of the same part ("XCKU11P_CIV") has its name, too.
@@ -33,7 +33,7 @@ class KnownDevices {
     std::string_view rest = {};
   };
 
-  /// Those whose name the text starts with, the longest name there is:
+  /// Those whose name the text starts with, by the longest such name:
   ///
   ///   "XC6SLX25Tcsg324"  XC6SLX25T, "csg324"
   ///   "EPM7128SLC84-15"  EPM7128S, "LC84-15"

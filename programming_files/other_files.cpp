@@ -1,4 +1,4 @@
-// What has the name of a programming file and is none.
+// Files that are named like programming files but are none.
 
 #include <algorithm>
 
@@ -49,7 +49,7 @@ bool IsText(std::string_view text) {
   std::size_t notAscii = 0;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    if (byte == 0x7F || (byte < ' ' && !IsBlank(byte))) return false;
+    if (byte == 0x7F || (byte < ' ' && !IsWhiteSpace(byte))) return false;
     if (byte > 0x7F) ++notAscii;
   }
   return 2 * notAscii <= text.size();

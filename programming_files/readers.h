@@ -49,16 +49,16 @@ void ReadEfinix(Input& input, const KnownDevices& known, File& file);
 bool LooksLikeIsc(std::string_view head);
 void ReadIsc(Input& input, const KnownDevices& known, File& file);
 
-/// What a file is that is no programming file, or not one that is known here; sets format and remark.
+/// Recognises files that are no programming files, or of an unknown format; sets format and remark.
 void RecogniseOther(std::string_view head, bool isWhole, File& file);
 
 /// \name For all readers
 ///@{
 
-/// Of a fault list, or of statements, no reader keeps more.
+/// The most faults, or statements, that a reader keeps.
 constexpr std::size_t kMostFaults = 100;
 constexpr std::size_t kMostStatements = 100;
-/// Of a text in a file, no reader keeps more.
+/// The most characters that a reader keeps of a text in a file.
 constexpr std::size_t kLongestText = 256;
 
 void AddFault(File& file, const Place& place, std::string text);

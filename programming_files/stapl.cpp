@@ -27,11 +27,8 @@ std::vector<std::string> Tokens(std::string_view statement) {
     if (statement[0] == '"') {
       size = std::min(statement.find('"', 1), statement.size());
     } else {
-      while (size < statement.size() && IsWord(static_cast<unsigned char>(statement[0])) &&
-             IsWord(static_cast<unsigned char>(statement[size])))
-        ++size;
-      while (statement[0] == '$' && size < statement.size() && HexDigit(static_cast<unsigned char>(statement[size])) >= 0)
-        ++size;
+      while (size < statement.size() && IsWord(statement[0]) && IsWord(statement[size])) ++size;
+      while (statement[0] == '$' && size < statement.size() && HexDigit(statement[size]) >= 0) ++size;
     }
     tokens.emplace_back(statement.substr(0, size));
     statement.remove_prefix(std::min(size + (statement[0] == '"' ? 1 : 0), statement.size()));
@@ -46,7 +43,7 @@ std::optional<std::uint32_t> Hex(std::string_view text) {
 }
 
 bool IsAction(std::string_view statement) {
-  return StartsWith(statement, "ACTION") && statement.size() > 6 && IsBlank(static_cast<unsigned char>(statement[6])) &&
+  return StartsWith(statement, "ACTION") && statement.size() > 6 && IsWhiteSpace(statement[6]) &&
          statement.find('=') != statement.npos;
 }
 
@@ -63,7 +60,7 @@ class StaplReader {
         ReadText();
       } else if (c == '`' || c == '\'') {
         while ((c = input_.Peek()) >= 0 && c != '\n') input_.Get();
-      } else if (!statement_.empty() || !IsBlank(c)) {
+      } else if (!statement_.empty() || !IsWhiteSpace(c)) {
         Add(static_cast<char>(c));
       }
     }
@@ -106,7 +103,7 @@ class StaplReader {
 
   void Note(std::string_view key, std::string_view value) {
     if (key.substr(0, 1) != "\"" || value.substr(0, 1) != "\"") return;
-    const std::string name = Upper(Trim(key.substr(1)));
+    const std::string name = UpperCase(Trim(key.substr(1)));
     value = Trim(value.substr(1));
     if (name == "DEVICE" && !value.empty()) AddNameWithPackage(file_, known_, Kind::kName, value, place_);
     if (name == "IDMASK") notedMask_ = Hex(value);
@@ -158,7 +155,8 @@ class StaplReader {
                 known_, file_);
   }
 
-  /// The pair of notes. On purpose: an id without a maker is left out, as it is that of an example and of real parts by chance.
+  /// The pair of notes. On purpose: an id without a maker is left out, since examples use such ids, and real parts have them
+  /// only by chance.
   void AddNotedId() {
     constexpr std::uint32_t maker = 0xFFE;
     if (!notedId_ || (*notedId_ & maker) == 0 || (*notedId_ & 1) == 0) return;
@@ -188,7 +186,7 @@ bool LooksLikeStapl(std::string_view head) {
   bool isAtStart = true;
   for (std::size_t i = 0; i < head.size(); ++i) {
     if (isAtStart && head[i] == 'A' && IsAction(head.substr(i, head.substr(i, kLongestStatement).find(';')))) return true;
-    if (!IsBlank(static_cast<unsigned char>(head[i]))) isAtStart = head[i] == ';';
+    if (!IsWhiteSpace(head[i])) isAtStart = head[i] == ';';
     if (head[i] == '\n') isAtStart = true;
   }
   return false;

@@ -20,7 +20,9 @@ namespace {
 constexpr std::array<std::string_view, 14> kCommands = {"SIR",   "SDR",   "HIR",  "HDR", "TIR",       "TDR",    "ENDIR",
                                                         "ENDDR", "STATE", "TRST", "PIO", "FREQUENCY", "PIOMAP", "RUNTEST"};
 
-bool IsCommand(std::string_view word) { return std::find(kCommands.begin(), kCommands.end(), Upper(word)) != kCommands.end(); }
+bool IsCommand(std::string_view word) {
+  return std::find(kCommands.begin(), kCommands.end(), UpperCase(word)) != kCommands.end();
+}
 
 /// Digits in parentheses, of which the last ones are kept: they are shifted first.
 class HexDigits {
@@ -56,7 +58,7 @@ class SvfReader {
         Execute();
       } else if (c == '(') {
         ReadDigits();
-      } else if (!IsBlank(c)) {
+      } else if (!IsWhiteSpace(c)) {
         ReadWord(static_cast<char>(c));
       }
     }
@@ -85,7 +87,7 @@ class SvfReader {
   void ReadName(std::string_view comment, const Place& place) {
     const std::vector<std::string_view> words = Words(comment);
     if (words.size() < 3 || words[1].back() != ':') return;
-    const std::string key = Upper(words[0]);
+    const std::string key = UpperCase(words[0]);
     if (key != "POSITION" && key != "DEVICE") return;
     const std::string_view number = words[1].substr(words[1][0] == '#' ? 1 : 0);
     if (Number(number.substr(0, number.size() - 1))) AddNameWithPackage(file_, known_, Kind::kCommentName, words[2], place);
@@ -94,11 +96,11 @@ class SvfReader {
   void ReadWord(char first) {
     if (statement_.words.empty()) statement_.place = PlaceBefore();
     std::string word(1, first);
-    for (int c = input_.Peek(); c >= 0 && !IsBlank(c) && c != ';' && c != '(' && c != '!'; c = input_.Peek()) {
+    for (int c = input_.Peek(); c >= 0 && !IsWhiteSpace(c) && c != ';' && c != '(' && c != '!'; c = input_.Peek()) {
       if (word.size() < kLongestText) word += static_cast<char>(c);
       input_.Get();
     }
-    lastWord_ = Upper(word);
+    lastWord_ = UpperCase(word);
     constexpr std::size_t enough = 16;
     if (statement_.words.size() < enough) statement_.words.push_back(lastWord_);
   }
@@ -113,7 +115,7 @@ class SvfReader {
         ReadComment();
       } else if (HexDigit(c) >= 0) {
         digits.Add(static_cast<char>(c));
-      } else if (!IsBlank(c)) {
+      } else if (!IsWhiteSpace(c)) {
         isHex = false;
       }
     }
@@ -172,7 +174,7 @@ class SvfReader {
                 file_);
   }
 
-  /// MAX II and MAX V answer two private instructions with five words that tell the family.
+  /// MAX II and MAX V answer two private instructions with five words that identify the family.
   void AddSiliconWord(std::uint32_t word, const Place& place) {
     if (!instruction_ || instruction_->length != 10) return;
     const std::uint32_t code = instruction_->bits.Get(0, 10);
@@ -193,8 +195,8 @@ class SvfReader {
     const std::string& digits = statement.tdi->Digits();
     std::string bytes;
     for (std::size_t end = digits.size(); end >= 2; end -= 2) {
-      const int high = HexDigit(static_cast<unsigned char>(digits[end - 2]));
-      bytes += static_cast<char>(high * 16 + HexDigit(static_cast<unsigned char>(digits[end - 1])));
+      const int high = HexDigit(digits[end - 2]);
+      bytes += static_cast<char>(high * 16 + HexDigit(digits[end - 1]));
     }
     std::string_view rest = bytes;
     const auto stream = std::make_unique<Input>([&rest](char* buffer, std::size_t size) {
@@ -226,7 +228,7 @@ class SvfReader {
   int searched_ = 0;
 };
 
-/// Passes over white space and comments.
+/// Skips white space and comments.
 std::string_view SkipComments(std::string_view text) {
   for (text = Trim(text); StartsWith(text, "!") || StartsWith(text, "//"); text = Trim(text)) {
     text.remove_prefix(std::min(text.find('\n'), text.size()));
@@ -239,11 +241,11 @@ std::string_view SkipComments(std::string_view text) {
 bool LooksLikeSvf(std::string_view head) {
   const std::string_view text = SkipComments(head);
   std::size_t size = 0;
-  while (size < text.size() && IsLetter(static_cast<unsigned char>(text[size]))) ++size;
+  while (size < text.size() && IsLetter(text[size])) ++size;
   const std::string_view rest = text.substr(size, 512);
-  const bool isSession = text.empty() && head.find("//") != head.npos && Upper(head).find("IMPACT") != std::string::npos;
-  return isSession ||
-         (size > 0 && IsCommand(text.substr(0, size)) && IsText(rest) && (rest.empty() || rest[0] == ';' || IsBlank(rest[0])));
+  const bool isSession = text.empty() && head.find("//") != head.npos && UpperCase(head).find("IMPACT") != std::string::npos;
+  return isSession || (size > 0 && IsCommand(text.substr(0, size)) && IsText(rest) &&
+                       (rest.empty() || rest[0] == ';' || IsWhiteSpace(rest[0])));
 }
 
 void ReadSvf(Input& input, const KnownDevices& known, File& file) { SvfReader(input, known, file).Read(); }

@@ -83,8 +83,8 @@ struct Packets {
 constexpr Packets kWide = {4, 29, 0x7FF, {0x3001C001, 0x30018001}};
 constexpr Packets kNarrow = {2, 13, 0x1F, {0x31C2, 0x31C2}};
 
-/// Walks the packets up to the frame data. On purpose: the number of the register does not decide, as the IDCODE register of
-/// some families is another one in others. The value does: it ends in the maker's number.
+/// Walks the packets up to the frame data. On purpose: the number of the register does not decide, since the IDCODE register of
+/// some families is a different register in others. The value does: it ends in the maker's number.
 std::optional<Write> FindWrite(const std::vector<std::uint8_t>& stream, const Packets& packets) {
   constexpr std::uint32_t maker = 0x093;
   std::size_t at = 0;

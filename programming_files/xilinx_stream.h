@@ -7,7 +7,7 @@
 
 namespace plddb::programming_files {
 
-/// What FindIdWrite found.
+/// The result of FindIdWrite.
 struct StreamId {
   std::optional<std::uint32_t> id = {};
   std::uint64_t offset = 0;  ///< Of the packet that writes it.

@@ -100,6 +100,13 @@ void AddDescribing(py::class_<File>& cls) {
          py::arg("family"), py::arg("name") = py::none(), py::arg("vendor") = py::none(), py::arg("package") = py::none(),
          "A database of one family with the device. What is not given is taken from the file. Raises Error.")
       .def(
+          "to_xml",
+          [](const File& self, const Text& family, const Text& name, const Text& vendor, const Text& package) {
+            return ToPython(bsdl::Write(Describe(self, family, name, vendor, package)));
+          },
+          py::arg("family"), py::arg("name") = py::none(), py::arg("vendor") = py::none(), py::arg("package") = py::none(),
+          "The text of a description file with the device; what the file states besides is in comments. Raises Error.")
+      .def(
           "add_to",
           [](const File& self, const Path& description, const Text& family, const Text& name, const Text& vendor,
              const Text& package) {

@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "foundation/printed_forms.h"
-
 namespace plddb::python {
 namespace {
 
@@ -47,10 +45,42 @@ chain::Scan ScanOf(const py::object& asked) {
   chain::Scan scan;
   if (PyIndex_Check(asked.ptr()) != 0) {
     scan.taps.push_back({"", IdFrom(asked)});
+  } else if (py::isinstance<py::iterable>(asked)) {
+    for (const py::handle id : asked) scan.taps.push_back({"", IdFrom(id)});
   } else {
-    for (const py::handle id : asked.cast<py::iterable>()) scan.taps.push_back({"", IdFrom(id)});
+    throw py::type_error(std::string("ids or the text of a scan are expected, not ") + Py_TYPE(asked.ptr())->tp_name);
   }
   return scan;
+}
+
+void CheckComm(const std::string& comm) {
+  if (comm == "JTAG" || comm == "ISP" || comm == "DUAL") return;
+  throw py::value_error("comm is \"JTAG\", \"ISP\" or \"DUAL\"");
+}
+
+/// Which end of the chain comes first; null: as the scan has it.
+void SetOrder(chain::Scan& scan, const Text& order) {
+  if (order.isNull) return;
+  const bool isTdo = order.bytes == "tdo";
+  if (!isTdo && order.bytes != "tdi") throw py::value_error("order is \"tdo\" or \"tdi\"");
+  scan.nearest = isTdo ? chain::End::kTdo : chain::End::kTdi;
+}
+
+/// Takes {position: length} over into the chain.
+void GiveIrLengths(chain::Chain& chain, const py::object& lengths) {
+  if (lengths.is_none()) return;
+  for (const auto& [key, value] : py::dict(lengths)) {
+    const int position = IntFrom(key, "a position");
+    const int length = IntFrom(value, "an IR length");
+    if (position < 0 || static_cast<std::size_t>(position) >= chain.size()) {
+      throw py::value_error("ir: the chain has no position " + std::to_string(position));
+    }
+    if (length < static_cast<int>(chain::kShortestIrLength) || length > static_cast<int>(chain::kLongestIrLength)) {
+      throw py::value_error("ir: a length is " + std::to_string(chain::kShortestIrLength) + " to " +
+                            std::to_string(chain::kLongestIrLength));
+    }
+    chain[static_cast<std::size_t>(position)].givenIrLength = static_cast<unsigned long>(length);
+  }
 }
 
 // --- The answer -------------------------------------------------------------------------------------------------------------
@@ -79,11 +109,14 @@ class HeldCandidates {
   std::unordered_map<const void*, std::shared_ptr<const std::vector<Candidate>>> held_;
 };
 
-std::shared_ptr<Chain> Identify(Tree& tree, const py::object& asked, const Text& comm, bool trustsGuessedIrLengths) {
+std::shared_ptr<Chain> Identify(Tree& tree, const py::object& asked, const Text& comm, bool trustsGuessedIrLengths,
+                                const Text& order, const py::object& irLengths) {
+  CheckComm(comm.bytes);
   const auto answer = std::make_shared<Chain>();
   answer->tree = tree.shared_from_this();
   answer->comm = comm.bytes;
   answer->scan = ScanOf(asked);
+  SetOrder(answer->scan, order);
   const auto ask = [&](DeviceFinder& finder) {
     answer->chain.clear();
     for (const ScannedTap& tap : answer->scan.taps) answer->chain.push_back(finder.Identify(tap, trustsGuessedIrLengths));
@@ -93,200 +126,11 @@ std::shared_ptr<Chain> Identify(Tree& tree, const py::object& asked, const Text&
     for (const chain::ChainPosition& position : answer->chain) answer->candidates.push_back(candidates.Of(position));
   };
   AskFinder(tree, answer->comm, answer->scan.taps.size(), ask, hold);
+  GiveIrLengths(answer->chain, irLengths);
   return answer;
 }
 
-// --- Positions --------------------------------------------------------------------------------------------------------------
-
-/// A position of an answer.
-struct Position {
-  std::shared_ptr<const Chain> answer;
-  std::size_t index;
-
-  const chain::ChainPosition& Found() const { return answer->chain[index]; }
-  const std::vector<Candidate>& Candidates() const { return *answer->candidates[index]; }
-};
-
-void CheckMatch(const std::vector<Candidate>& candidates) {
-  if (!candidates.empty()) static_cast<void>(**candidates.front().device);
-}
-
-py::object NumberOrNone(unsigned long number) { return number == 0 ? py::object(py::none()) : py::int_(number); }
-
-py::list Ranked(const Position& self) {
-  py::list list;
-  for (const chain::Candidate& one : chain::MostExactFirst(self.Found())) {
-    const auto held = std::find_if(self.Candidates().begin(), self.Candidates().end(),
-                                   [&](const Candidate& candidate) { return candidate.found.searchOrder == one.searchOrder; });
-    list.append(*held);
-  }
-  return list;
-}
-
-py::object ShowPosition(const Position& self) {
-  const std::optional<unsigned int> id = self.Found().id;
-  std::string text = "<plddb.Position " + std::to_string(self.index) + ", " + (id ? internal::Hex(*id, 8) : "no IDCODE");
-  const bool isKnown = !self.Candidates().empty();
-  if (isKnown && self.Candidates().front().device->IsDeleted()) return ToPython(text + ", of a deleted device>");
-  text += isKnown ? ", " + chain::DeviceName(**self.Candidates().front().device) : ", unknown";
-  return ToPython(text + (self.Found().IsAmbiguous() ? ", ambiguous>" : ">"));
-}
-
-// --- Ids that nobody answers to ---------------------------------------------------------------------------------------------
-
-/// What is known about an id that nobody answers to.
-struct Unknown {
-  const chain::IdKind* kind = nullptr;
-  unsigned int id = 0;
-  unsigned long irLength = 0;
-  bool hasVendor = false;
-  std::string vendor;
-  std::vector<std::pair<Held<DeviceInfo>, std::string>> nearest;
-  std::optional<chain::Misread> misread;
-  Held<DeviceInfo> misreadDevice;
-};
-
-/// All about the unknown id at a position; nothing for a known one.
-std::optional<Unknown> UnknownOf(const Position& self) {
-  if (!self.Candidates().empty()) return std::nullopt;
-  Tree& tree = *self.answer->tree;
-  const std::optional<unsigned int> id = self.Found().id;
-  Unknown unknown;
-  unknown.kind = &chain::KindOf(self.answer->comm, id);
-  if (!id) return unknown;
-  unknown.id = *id;
-  unknown.irLength = self.Found().IrLength();
-  std::vector<chain::NearDevice> nearest;
-  const auto ask = [&](const DeviceFinder& finder) {
-    unknown.misread = finder.MisreadOf(*id);
-    nearest.clear();
-    if (!unknown.kind->isIdcode) return;
-    nearest = finder.NearestDevices(*id);
-    const char* const vendor = finder.VendorOf(chain::SplitIdcode(*id).manufacturer);
-    unknown.hasVendor = vendor != nullptr;
-    unknown.vendor = vendor == nullptr ? "" : vendor;
-  };
-  const auto hold = [&] {
-    for (const chain::NearDevice& near : nearest) unknown.nearest.emplace_back(HoldLent(tree, near.device), near.difference);
-    if (unknown.misread) unknown.misreadDevice = HoldLent(tree, unknown.misread->device);
-  };
-  AskFinder(tree, self.answer->comm, 1, ask, hold);
-  return unknown;
-}
-
-const char* VendorOrNull(const Unknown& self) { return self.hasVendor ? self.vendor.c_str() : nullptr; }
-
-/// A field of the IDCODE; None for an id that has no fields.
-template <class Get>
-py::object FieldOrNone(const Unknown& self, Get get) {
-  return self.kind->isIdcode ? py::object(py::cast(get(chain::SplitIdcode(self.id)))) : py::object(py::none());
-}
-
-py::object StubOf(const Unknown& self) {
-  if (!self.kind->isIdcode) return py::none();
-  return ToPython(chain::DescriptionStub(self.id, VendorOrNull(self), self.irLength, ""));
-}
-
-py::object MisreadOf(const Unknown& self) {
-  if (!self.misread) return py::none();
-  return py::make_tuple(self.misread->id, self.misreadDevice, self.misread->how);
-}
-
-py::list NearestTo(const Unknown& self) {
-  py::list list;
-  for (const auto& [device, difference] : self.nearest) list.append(py::make_tuple(device, ToPython(difference)));
-  return list;
-}
-
-// --- Classes ----------------------------------------------------------------------------------------------------------------
-
-void AddCandidates(py::module_& module) {
-  py::class_<Candidate>(module, "Candidate", "A device that answers to an id, and how surely it is the one.")
-      .def_readonly("device", &Candidate::device, "The device.")
-      .def_property_readonly(
-          "bits", [](const Candidate& self) { return self.found.bits; }, "The bits that were compared.")
-      .def_property_readonly(
-          "only_low_byte", [](const Candidate& self) { return self.found.onlyLowByte; },
-          "Found by the low byte of its ISP identifier, as the access mode DUAL allows.")
-      .def_property_readonly(
-          "search_order", [](const Candidate& self) { return self.found.searchOrder; }, "From 1: the lookups find the first.")
-      .def_property_readonly(
-          "reason", [](const Candidate& self) { return chain::Reason(self.found); },
-          "Why it answers: \"all 32 bits\", \"masked 0x0FFFFFFF\", \"low byte only (DUAL)\".")
-      .def("__repr__", [](const Candidate& self) {
-        return py::str("<plddb.Candidate {}, {}>").format(py::repr(py::cast(self.device)), chain::Reason(self.found));
-      });
-}
-
-void AddUnknown(py::module_& module) {
-  using Fields = chain::IdcodeFields;
-  const auto field = [](unsigned int Fields::*member) {
-    return [member](const Unknown& self) { return FieldOrNone(self, [&](const Fields& fields) { return fields.*member; }); };
-  };
-  py::class_<Unknown>(module, "Unknown",
-                      "What is known about an id to which no device answers. Fields of an IDCODE are None "
-                      "for what is none.")
-      .def_property_readonly(
-          "kind", [](const Unknown& self) { return self.kind->name; }, "What the id is, for scripts.")
-      .def_property_readonly(
-          "meaning", [](const Unknown& self) { return self.kind->meaning; }, "The same for people, or \"\".")
-      .def_property_readonly("version", field(&Fields::version), "Bits 31 to 28.")
-      .def_property_readonly("part", field(&Fields::part), "Bits 27 to 12.")
-      .def_property_readonly("manufacturer", field(&Fields::manufacturer), "Bits 11 to 1.")
-      .def_property_readonly("bank", field(&Fields::bank), "The manufacturer's bank, counted from 0.")
-      .def_property_readonly("code", field(&Fields::code), "The manufacturer's code in its bank, without parity.")
-      .def_property_readonly(
-          "maker",
-          [](const Unknown& self) {
-            return FieldOrNone(self, [](const Fields& fields) { return chain::MakerText(fields.manufacturer); });
-          },
-          "Who makes the device.")
-      .def_property_readonly(
-          "vendor", [](const Unknown& self) { return ToPython(VendorOrNull(self)); },
-          "The vendor of described devices with this manufacturer, or None.")
-      .def_property_readonly("nearest", &NearestTo, "(device, difference) of the nearest devices, at most 5.")
-      .def_property_readonly("misread", &MisreadOf, "(id, device, how) when a known id was read wrongly, or None.")
-      .def_property_readonly("stub", &StubOf, "A Device element to complete, for a description file.");
-}
-
-void AddPositions(py::module_& module) {
-  py::class_<Position>(module, "Position", "A position of a chain: the id that was read there, and who answers to it.")
-      .def_readonly("index", &Position::index, "The position, counted from 0 in the order of the scan.")
-      .def_property_readonly(
-          "id", [](const Position& self) { return py::cast(self.Found().id); }, "The id; None where a TAP gave none.")
-      .def_property_readonly(
-          "name", [](const Position& self) { return ToPython(self.answer->scan.taps[self.index].name); },
-          "As the scanning tool calls the TAP, or \"\".")
-      .def_property_readonly(
-          "match",
-          [](const Position& self) {
-            return self.Candidates().empty() ? Held<DeviceInfo>() : self.Candidates().front().device;
-          },
-          "The device that the lookups find; None for an unknown id.")
-      .def_property_readonly(
-          "candidates", [](const Position& self) { return py::cast(self.Candidates()); },
-          "All that answer, in search order: Candidate.")
-      .def_property_readonly("ranked", &Ranked, "The candidates, those of more compared bits first.")
-      .def_property_readonly(
-          "is_ambiguous", [](const Position& self) { return self.Found().IsAmbiguous(); }, "Whether several devices answer.")
-      .def_property_readonly(
-          "ir_length",
-          [](const Position& self) {
-            CheckMatch(self.Candidates());
-            return NumberOrNone(self.Found().IrLength());
-          },
-          "Bits of the instruction register; None when not known.")
-      .def_property_readonly(
-          "kind",
-          [](const Position& self) {
-            CheckMatch(self.Candidates());
-            return ToPython(chain::KindText(self.answer->comm, self.Found()));
-          },
-          "\"logic\", or the kind of a neighbour; of an unknown id the kind of the id.")
-      .def_property_readonly("unknown", &UnknownOf,
-                             "All that is known about an id to which nobody answers; None for a known one.")
-      .def("__repr__", &ShowPosition);
-}
+// --- What a chain tells -----------------------------------------------------------------------------------------------------
 
 py::object NearestEnd(const Chain& self) {
   if (self.scan.nearest == chain::End::kAsPrinted) return py::none();
@@ -298,6 +142,36 @@ py::object Draw(const Chain& self) {
   return self.chain.empty() ? py::object(py::none()) : ToPython(chain::Svg(self.chain, self.comm, self.scan.nearest));
 }
 
+py::list Notes(const Chain& self) {
+  CheckCandidates(self);
+  return ToPython(chain::Notes(self.scan, self.chain));
+}
+
+std::vector<std::string> Differences(const Chain& self, const std::vector<std::string>& names) {
+  CheckCandidates(self);
+  std::vector<std::string> differences;
+  std::size_t position = 0;
+  for (const chain::Expectation& one : chain::Compare(self.chain, names)) {
+    if (!one.agrees) differences.push_back("position " + std::to_string(position) + ": " + one.text);
+    ++position;
+  }
+  return differences;
+}
+
+/// On purpose: one text is refused, as its letters would be taken for names.
+py::list Expect(const Chain& self, const py::iterable& names) {
+  if (PyUnicode_Check(names.ptr())) throw py::type_error("a list of names is expected, not a str");
+  return ToPython(Differences(self, TextsOf(names)));
+}
+
+// --- A chain as a sequence --------------------------------------------------------------------------------------------------
+
+py::list Positions(const std::shared_ptr<Chain>& self) {
+  py::list positions(self->chain.size());
+  for (std::size_t i = 0; i < self->chain.size(); ++i) positions[i] = py::cast(Position{self, i});
+  return positions;
+}
+
 Position PositionAt(const std::shared_ptr<Chain>& self, long long index) {
   const auto count = static_cast<long long>(self->chain.size());
   if (index < 0) index += count;
@@ -305,32 +179,52 @@ Position PositionAt(const std::shared_ptr<Chain>& self, long long index) {
   return {self, static_cast<std::size_t>(index)};
 }
 
-std::vector<Position> Positions(const std::shared_ptr<Chain>& self) {
-  std::vector<Position> positions;
-  for (std::size_t i = 0; i < self->chain.size(); ++i) positions.push_back({self, i});
-  return positions;
+using ChainClass = py::class_<Chain, std::shared_ptr<Chain>>;
+
+void AddSequence(ChainClass& cls) {
+  using Self = std::shared_ptr<Chain>;
+  cls.def_property_readonly("positions", &Positions, "The positions, in the order of the scan: a new list of them.")
+      .def("__len__", [](const Chain& self) { return self.chain.size(); })
+      .def("__getitem__", &PositionAt, py::arg("index"))
+      .def(
+          "__getitem__", [](const Self& self, const py::slice& slice) { return py::object(Positions(self)[slice]); },
+          py::arg("slice"))
+      .def("__iter__", [](const Self& self) { return py::iter(Positions(self)); })
+      .def("__reversed__", [](const Self& self) { return Positions(self).attr("__reversed__")(); })
+      .def(
+          "__contains__", [](const Self& self, const py::object& one) { return Positions(self).contains(one); },
+          py::arg("position"))
+      .def(
+          "index", [](const Self& self, const py::object& one) { return Positions(self).attr("index")(one); },
+          py::arg("position"), "The index of a position of this chain. Raises ValueError for another object.")
+      .def(
+          "count", [](const Self& self, const py::object& one) { return Positions(self).attr("count")(one); },
+          py::arg("position"), "1 for a position of this chain, else 0.");
+  py::module_::import("collections.abc").attr("Sequence").attr("register")(cls);
 }
 
 void AddChainClass(py::module_& module) {
-  py::class_<Chain, std::shared_ptr<Chain>>(module, "Chain",
-                                            "An identified chain: a sequence of Position. A notebook shows its drawing.")
-      .def_property_readonly("positions", &Positions, "The positions, in the order of the scan.")
-      .def("__len__", [](const Chain& self) { return self.chain.size(); })
-      .def("__getitem__", &PositionAt, py::arg("index"))
-      .def_property_readonly(
-          "format", [](const Chain& self) { return self.scan.format; },
-          "Which text was recognised: \"OpenOCD log\"; \"\" for ids.")
+  ChainClass cls(module, "Chain", "An identified chain: a sequence of Position. A notebook shows its drawing.");
+  AddSequence(cls);
+  cls.def_property_readonly(
+         "format", [](const Chain& self) { return self.scan.format; },
+         "Which text was recognised: \"OpenOCD log\"; \"\" for ids.")
       .def_property_readonly(
           "tool", [](const Chain& self) { return self.scan.tool; }, "Whose text it is; \"\" for ids.")
       .def_property_readonly("nearest", &NearestEnd, "The end that the first position is nearest to: \"TDO\", \"TDI\" or None.")
       .def_property_readonly(
-          "notes", [](const Chain& self) { return ToPython(self.scan.notes); }, "What is odd in the scan.")
+          "notes", &Notes,
+          "What to know about the chain: oddities of the scan, IR lengths that do not agree or are missing,\n"
+          "hints on neighbours of programmable logic. Texts call arguments as the command's options.")
       .def_property_readonly(
           "comm", [](const Chain& self) { return ToPython(self.comm); }, "The access mode that was asked.")
-      .def("_repr_svg_", &Draw, "A drawing from TDI to TDO, as SVG; None for an empty chain.")
-      .def("__repr__", [](const std::shared_ptr<Chain>& self) {
-        return py::str("<plddb.Chain {}>").format(py::repr(py::cast(Positions(self))));
-      });
+      .def("expect", &Expect, py::arg("names"),
+           "Compares the chain with names, in its order: each the name, code name, alias, ordering number or family of a\n"
+           "candidate, ignoring case. Returns what differs, one text a position; [] when the chain is the expected one.")
+      .def("to_svg", &Draw, "A drawing from TDI to TDO, as SVG; None for an empty chain.")
+      .def("_repr_svg_", &Draw, "The drawing, for notebooks.")
+      .def("__repr__",
+           [](const std::shared_ptr<Chain>& self) { return py::str("<plddb.Chain {}>").format(py::repr(Positions(self))); });
 }
 
 }  // namespace
@@ -342,16 +236,19 @@ void CheckCandidates(const Chain& chain) {
 }
 
 void AddChains(py::module_& module, Classes& classes) {
-  AddCandidates(module);
-  AddUnknown(module);
+  AddUnknownIds(module);
   AddPositions(module);
   AddChainClass(module);
   classes.tree.def(
-      "identify", &Identify, py::arg("ids_or_scan"), py::arg("comm") = "JTAG", py::arg("trust_ir") = false,
+      "identify", &Identify, py::arg("ids_or_scan"), py::arg("comm") = "JTAG", py::arg("trust_ir") = false, py::kw_only(),
+      py::arg("order") = py::none(), py::arg("ir") = py::none(),
       "Identifies the devices of a chain.\n\n"
       "`ids_or_scan` is an id (a number), an iterable of ids (numbers, texts such as \"0x0362D093\", None for a TAP\n"
-      "without one), or a text: what a scanning tool printed, or ids, one a line. `comm` is the access mode:\n"
-      "\"JTAG\", \"ISP\" or \"DUAL\". `trust_ir` takes IR lengths over that the tool guessed.\n\n"
+      "without one), or a text: what a scanning tool printed, or ids, one a line.\n\n"
+      "comm      the access mode: \"JTAG\", \"ISP\" or \"DUAL\"\n"
+      "trust_ir  also uses IR lengths of the scan that its tool may have guessed\n"
+      "order     which end of the chain comes first, whatever the tool's order is: \"tdo\" or \"tdi\"\n"
+      "ir        IR lengths by position, for example of an unknown TAP: {1: 6}; 2 to 65,535 bits\n\n"
       "Raises Error for a text without ids, ValueError for what is no id. Lets other threads run while it looks\n"
       "for many ids.");
   module.def(

@@ -83,19 +83,19 @@ std::string_view TextOn(std::string_view name) {
 
 const char* TypeOf(Kind kind) {
   switch (kind) {
-    case Kind::Text:
-    case Kind::Range:
+    case Kind::kText:
+    case Kind::kRange:
       return "A text; None while unset.";
-    case Kind::Flag:
+    case Kind::kFlag:
       return "A flag.";
-    case Kind::Unsigned8:
+    case Kind::kUnsigned8:
       return "A number from 0 to 255; others raise OverflowError.";
-    case Kind::Count:
-    case Kind::Unsigned16:
+    case Kind::kCount:
+    case Kind::kUnsigned16:
       return "A number from 0 to 65,535; others raise OverflowError.";
-    case Kind::Unsigned32:
+    case Kind::kUnsigned32:
       return "A number of 32 bits, from 0; others raise OverflowError.";
-    case Kind::Signed32:
+    case Kind::kSigned32:
       break;
   }
   return "A signed number of 32 bits; others raise OverflowError.";

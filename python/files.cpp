@@ -80,7 +80,7 @@ py::object Write(Tree& tree) {
   {
     const Reading reading(tree);
     std::vector<Source> sources;
-    for (const Part& part : tree.parts()) sources.push_back({part.database.get(), nullptr});
+    for (const Part& part : tree.Parts()) sources.push_back({part.database.get(), nullptr});
     const DeviceList none;
     if (sources.empty()) sources.push_back({&none, nullptr});
     text = WriteDescriptions(sources);

@@ -30,29 +30,29 @@ struct CloseFile {
   void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
-/// The bytes of a file, or why it cannot be read.
-FileText ReadBytes(const std::string& path) {
-  const py::gil_scoped_release release;
-  FileText read;
-  const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
-  char buffer[65536];
-  std::size_t size = 0;
-  while (file != nullptr && (size = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) read.text.append(buffer, size);
-  if (file == nullptr || std::ferror(file.get()) != 0) {
-    read.failure = std::string("cannot read the file: ") + std::strerror(errno);
+/// What a file states, read block by block. Raises Error for one that cannot be read.
+pf::File ReadFile(Tree& tree, const std::string& path) {
+  pf::File read;
+  int failure = 0;
+  {
+    const Reading reading(tree);
+    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    if (file != nullptr) {
+      const pf::Reader reader(tree.Databases());
+      read = reader.Read([&](char* buffer, std::size_t size) { return std::fread(buffer, 1, size, file.get()); });
+    }
+    if (file == nullptr || std::ferror(file.get()) != 0) failure = errno == 0 ? EIO : errno;
   }
+  if (failure != 0) RaiseFaults({{path, 1, 1, std::string("cannot read the file: ") + std::strerror(failure)}});
   return read;
 }
 
 /// `chain` is null where there is none.
 Verdict Judge(Tree& tree, const Path& path, const Chain* chain) {
-  const FileText bytes = ReadBytes(path.bytes);
-  if (!bytes.failure.empty()) RaiseFaults({{path.bytes, 1, 1, bytes.failure}});
-  Verdict judged{path.bytes, {}, {}, {}};
+  Verdict judged{path.bytes, ReadFile(tree, path.bytes), {}, {}};
   ReadUndisturbed(tree, [&] {
     if (chain != nullptr) CheckCandidates(*chain);
     const pf::Reader reader(tree.Databases());
-    judged.file = reader.Read(bytes.text);
     judged.verdict =
         chain == nullptr ? reader.Judge(judged.file) : reader.Judge(judged.file, chain->chain, chain->scan.nearest);
   });
@@ -109,7 +109,7 @@ void AddVerdict(py::module_& module) {
       .def_readonly("devices", &Verdict::devices, "The devices that the file can be for, most likely first.")
       .def_property_readonly(
           "is_known", [](const Verdict& self) { return self.verdict.isKnown; },
-          "Whether these are one device, or cannot be told apart by anything that counts.")
+          "Whether these are one device, or differ in nothing that matters.")
       .def_property_readonly(
           "reasons", [](const Verdict& self) { return ToPython(self.verdict.reasons); }, "In words, the strongest first.")
       .def_property_readonly(

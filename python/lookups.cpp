@@ -17,7 +17,7 @@ struct Argument {
 template <>
 struct Argument<const char*> {
   using Type = Text;
-  static const char* Get(const Text& text) { return text.get(); }
+  static const char* Get(const Text& text) { return text.Get(); }
 };
 
 template <>
@@ -38,7 +38,7 @@ void AddLookup(TreeClass& cls, const char* name, DeviceInfo* (DeviceList::*find)
   cls.def(
       name,
       [find](Tree& self, const ArgumentType<Args>&... arguments) -> Held<DeviceInfo> {
-        for (const Part& part : self.parts()) {
+        for (const Part& part : self.Parts()) {
           if (DeviceInfo* const device = ((*part.database).*find)(Argument<Args>::Get(arguments)...)) return self.Hold(device);
         }
         return nullptr;
@@ -63,8 +63,8 @@ void AddAttribute(TreeClass& cls, const char* name, T (DeviceList::*get)(const c
   cls.def(
       name,
       [get](const Tree& self, const Text& family) {
-        for (const Part& part : self.parts()) {
-          if (HasFamily(*part.database, family)) return AttributeToPython(((*part.database).*get)(family.get()));
+        for (const Part& part : self.Parts()) {
+          if (HasFamily(*part.database, family)) return AttributeToPython(((*part.database).*get)(family.Get()));
         }
         return AttributeToPython(T());
       },
@@ -124,7 +124,7 @@ void AddTreeLookups(TreeClass& cls) {
 
 std::vector<std::string> NamesOfLastSearch(const Tree& self) {
   std::vector<std::string> names;
-  for (const Part& part : self.parts()) {
+  for (const Part& part : self.Parts()) {
     const std::vector<std::string>& found = part.database->GetlistDevicenames();
     names.insert(names.end(), found.begin(), found.end());
   }
@@ -135,8 +135,8 @@ std::vector<std::string> NamesOfLastSearch(const Tree& self) {
 py::list DeviceNamesWithId(Tree& self, const Text& comm, Unsigned id) {
   std::vector<std::string> names;
   {
-    const Writing writing(self);
-    for (const Part& part : self.parts()) part.database->GetDeviceListWithCommAndID(comm.get(), id.value);
+    const Writing writing = Writing::OfNameList(self);
+    for (const Part& part : self.Parts()) part.database->GetDeviceListWithCommAndID(comm.Get(), id.value);
     if (id.value != 0) names = NamesOfLastSearch(self);
   }
   return ToPython(names);
@@ -146,7 +146,7 @@ py::list DeviceNamesWithId(Tree& self, const Text& comm, Unsigned id) {
 py::list Candidates(const Tree& self, unsigned long fuseCount,
                     int (DeviceList::*find)(unsigned long, std::vector<std::string>&) const) {
   std::vector<std::string> all;
-  for (const Part& part : self.parts()) {
+  for (const Part& part : self.Parts()) {
     std::vector<std::string> found;
     ((*part.database).*find)(fuseCount, found);
     all.insert(all.end(), found.begin(), found.end());
@@ -155,7 +155,7 @@ py::list Candidates(const Tree& self, unsigned long fuseCount,
 }
 
 int IsIspWithFuseMap(const Tree& self, unsigned long fuseCount) {
-  for (const Part& part : self.parts()) {
+  for (const Part& part : self.Parts()) {
     if (part.database->GetDeviceCommISPWithFuseMap(fuseCount) != 0) return 1;
   }
   return 0;
@@ -187,14 +187,14 @@ void AddCandidates(TreeClass& cls) {
 // --- Families of a database -------------------------------------------------------------------------------------------------
 
 Held<FamilyList> FamilyNamed(Tree& self, const Text& name) {
-  for (const Part& part : self.parts()) {
-    if (FamilyList* const family = part.database->GetFamily(name.get())) return self.Hold(family);
+  for (const Part& part : self.Parts()) {
+    if (FamilyList* const family = part.database->GetFamily(name.Get())) return self.Hold(family);
   }
   return nullptr;
 }
 
 Held<FamilyList> FamilyAt(Tree& self, long long position) {
-  for (const Part& part : self.parts()) {
+  for (const Part& part : self.Parts()) {
     for (int i = 0; FamilyList* const family = part.database->GetFamily(i); ++i) {
       if (position-- == 0) return self.Hold(family);
     }
@@ -208,7 +208,7 @@ void AddFamilies(TreeClass& cls) {
       .def(
           "get_last_family",
           [](Tree& self) -> Held<FamilyList> {
-            for (auto part = self.parts().rbegin(); part != self.parts().rend(); ++part) {
+            for (auto part = self.Parts().rbegin(); part != self.Parts().rend(); ++part) {
               if (FamilyList* const family = part->database->GetLastFamily()) return self.Hold(family);
             }
             return nullptr;
@@ -218,7 +218,7 @@ void AddFamilies(TreeClass& cls) {
           "family_count",
           [](const Tree& self) {
             std::size_t count = 0;
-            for (const Part& part : self.parts()) count += part.database->GetFamilyCount();
+            for (const Part& part : self.Parts()) count += part.database->GetFamilyCount();
             return count;
           },
           "The number of families.")
@@ -226,7 +226,7 @@ void AddFamilies(TreeClass& cls) {
           "device_count",
           [](const Tree& self) {
             std::size_t count = 0;
-            for (const Part& part : self.parts()) count += part.database->GetDeviceCount();
+            for (const Part& part : self.Parts()) count += part.database->GetDeviceCount();
             return count;
           },
           "The number of devices of all families.");
@@ -240,7 +240,7 @@ void AddLookup(FamilyClass& cls, const char* name, DeviceInfo* (FamilyList::*fin
   cls.def(
       name,
       [find](const Family& self, const ArgumentType<Args>&... arguments) {
-        return self.tree()->Hold(((*self).*find)(Argument<Args>::Get(arguments)...));
+        return self.GetTree()->Hold(((*self).*find)(Argument<Args>::Get(arguments)...));
       },
       py::arg(names)..., documentation);
 }
@@ -270,21 +270,23 @@ void AddFamilyLookups(FamilyClass& cls) {
             "By package type, exactly, and name, ignoring case.", "package_type", "name");
   AddLookup(cls, "get_last_device", &FamilyList::GetLastDevice, "The last device, or None.");
   cls.def(
-      "get_device_pos", [](const Family& self, const Text& name) { return self->GetDevicePos(name.get()); }, py::arg("name"),
+      "get_device_pos", [](const Family& self, const Text& name) { return self->GetDevicePos(name.Get()); }, py::arg("name"),
       "The position, from 0, of the first device of this name, ignoring case; -1 when there is none.");
 }
 
 void AddPackageText(DeviceClass& cls, const char* name, char* (PackageList::*get)(const char*) const,
                     const char* documentation) {
   cls.def(
-      name, [get](const Device& self, const Text& jdf) { return ToPython((self->GetDevicePackage()->*get)(jdf.get())); },
+      name, [get](const Device& self, const Text& jdf) { return ToPython((self->GetDevicePackage()->*get)(jdf.Get())); },
       py::arg("jdf"), documentation);
 }
 
 void AddPackageLookups(DeviceClass& cls) {
   cls.def(
       "get_package",
-      [](const Device& self, const Text& type) { return self.tree()->Hold(self->GetDevicePackage()->GetPackage(type.get())); },
+      [](const Device& self, const Text& type) {
+        return self.GetTree()->Hold(self->GetDevicePackage()->GetPackage(type.Get()));
+      },
       py::arg("package_type"), "The first package of exactly this type, or None.");
   AddPackageText(cls, "get_package_type_with_jdf_file", &PackageList::GetPackageTypeWithJDFFile,
                  "The type of the first package with this JEDEC device file, or None.");

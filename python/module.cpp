@@ -15,7 +15,7 @@ Classes DeclareClasses(py::module_& module) {
                                               "A record of a database, which it keeps alive. Once it was deleted, using it "
                                               "raises DeletedError.")
       .def_property_readonly("is_deleted", &Record::IsDeleted, "Whether the record was deleted from its database.")
-      .def_property_readonly("database", &Record::tree, "The database that holds the record.");
+      .def_property_readonly("database", &Record::GetTree, "The database that holds the record.");
   return {
       Declare<TreeClass>(module, "Database",
                          "Device families, of one or more description files, which lookups search in turn."),
@@ -27,6 +27,38 @@ Classes DeclareClasses(py::module_& module) {
       Declare<PackageClass>(module, "Package", "A package in which a device is sold."),
       Declare<AdapterClass>(module, "Adapter", "A socket adapter that fits a package."),
   };
+}
+
+PyObject* RefuseNew(PyTypeObject* type, PyObject*, PyObject*) {
+  PyErr_Format(PyExc_TypeError, "%s objects come from a database or a function, and are not made", type->tp_name);
+  return nullptr;
+}
+
+/// Classes without a constructor make no objects: pybind11 would not initialise them.
+void RefuseObjects(py::handle cls) {
+  const bool hasConstructor = Py_TYPE(cls.attr("__dict__")["__init__"].cast<py::object>().ptr()) != &PyWrapperDescr_Type;
+  if (hasConstructor) return;
+  auto* const type = reinterpret_cast<PyTypeObject*>(cls.ptr());
+  type->tp_new = &RefuseNew;
+  PyType_Modified(type);
+}
+
+/// Python's own way to pickle and copy ends in an object that is not initialised, or in the end of the process.
+void RefusePickling(py::handle cls) {
+  if (cls.attr("__dict__").contains("__reduce__")) return;
+  const auto refuse = [](const py::object& self) {
+    throw py::type_error("cannot pickle or copy a " + py::type::of(self).attr("__name__").cast<std::string>() +
+                         "; plddb.write() and Database.copy() write and copy a database");
+  };
+  py::setattr(cls, "__reduce__", py::cpp_function(refuse, py::name("__reduce__"), py::is_method(cls)));
+}
+
+void RefuseWhatPythonCannotDo(const py::module_& module) {
+  for (const auto& [name, member] : module.attr("__dict__").cast<py::dict>()) {
+    if (!PyType_Check(member.ptr()) || PyExceptionClass_Check(member.ptr())) continue;
+    RefuseObjects(member);
+    RefusePickling(member);
+  }
 }
 
 }  // namespace
@@ -45,5 +77,6 @@ PYBIND11_MODULE(_plddb, module) {
   AddFind(module, classes);
   AddFits(module);
   AddBsdlFiles(module);
+  RefuseWhatPythonCannotDo(module);
   module.attr("__name__") = "plddb._plddb";
 }

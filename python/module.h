@@ -36,6 +36,14 @@ void AddBsdlFiles(py::module_& module);                      // bsdl_files.cpp
 /// Throws plddb.Error for `faults`, if there are any.
 void RaiseFaults(const std::vector<Fault>& faults);
 
+/// Adds == and hash() to a class of values.
+template <class T, class Class, class AreEqual, class Hash>
+void AddEquality(Class& cls, AreEqual areEqual, Hash hash) {
+  cls.def(
+      "__eq__", [areEqual](const T& a, const T& b) { return areEqual(a, b); }, py::is_operator(), py::arg("other"));
+  cls.def("__hash__", hash);
+}
+
 /// Adds a property to `cls`.
 inline void AddProperty(py::handle cls, const std::string& name, const py::object& getter, const py::object& setter,
                         const std::string& documentation) {

@@ -99,12 +99,14 @@ class Entry {
   using List = ListOf<T>;
   using Owner = Held<typename List::Owner>;
 
+  static void* operator new(std::size_t) { RaiseNotInitialised("record"); }
+
   explicit Entry(T value = T()) : value_(std::move(value)) {}
   Entry(Owner owner, Place place)
       : owner_(std::move(owner)), replacements_(owner_->replacements[List::kListKind]), place_(place) {}
 
-  const Owner& owner() const { return owner_; }
-  Place place() const { return place_; }
+  const Owner& OwnerRecord() const { return owner_; }
+  Place GetPlace() const { return place_; }
 
   const T& Get() const {
     if (owner_ == nullptr) return value_;
@@ -119,7 +121,7 @@ class Entry {
   template <class Change>
   void Set(Change change) {
     if (owner_ == nullptr) return change(value_);
-    const Writing writing(*owner_->tree());
+    const Writing writing(*owner_->GetTree());
     T value = Get();
     change(value);
     List::Put(**owner_, place_, value);
@@ -136,7 +138,7 @@ template <class T>
 py::list EntriesOf(const Held<typename ListOf<T>::Owner>& owner, std::size_t outer = 0) {
   const std::size_t count = ListOf<T>::All(**owner, {outer, 0}).size();
   py::list list(count);
-  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(Entry<T>(owner, {outer, i}));
+  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(std::make_shared<Entry<T>>(owner, Place{outer, i}));
   return list;
 }
 
@@ -154,16 +156,10 @@ std::vector<T> ValuesOf(const py::iterable& entries) {
 template <class T>
 void ReplaceList(const Held<typename ListOf<T>::Owner>& owner, const py::iterable& entries) {
   std::vector<T> values = ValuesOf<T>(entries);
-  const Writing writing(*owner->tree());
+  const Writing writing(*owner->GetTree());
   auto& record = **owner;
   if (!values.empty()) ++owner->replacements[ListOf<T>::kListKind];
   ListOf<T>::Replace(record, std::move(values));
-}
-
-std::vector<std::string> TextsOf(const py::iterable& texts) {
-  std::vector<std::string> values;
-  for (const py::handle text : texts) values.push_back(ToBytes(text));
-  return values;
 }
 
 // --- Classes of entries -----------------------------------------------------------------------------------------------------
@@ -199,14 +195,14 @@ Properties<T> PropertiesOf() {
 }
 
 template <class T>
-Entry<T> MakeEntry(const Properties<T>& properties, const py::kwargs& values) {
-  Entry<T> entry;
+std::shared_ptr<Entry<T>> MakeEntry(const Properties<T>& properties, const py::dict& values) {
+  auto entry = std::make_shared<Entry<T>>();
   for (const auto& [key, value] : values) {
     const std::string name = ToBytes(key);
     const auto property =
         std::find_if(properties.begin(), properties.end(), [&](const Property<T>& one) { return one.name == name; });
     if (property == properties.end()) throw py::type_error("there is no field " + name);
-    property->set(entry, py::reinterpret_borrow<py::object>(value));
+    property->set(*entry, py::reinterpret_borrow<py::object>(value));
   }
   return entry;
 }
@@ -223,6 +219,14 @@ py::object ShowEntry(const Properties<T>& properties, const py::object& self) {
   return text + py::str(")");
 }
 
+/// The fields by name.
+template <class T>
+py::dict ValuesIn(const Properties<T>& properties, const Entry<T>& entry) {
+  py::dict values;
+  for (const Property<T>& property : properties) values[py::str(property.name)] = property.get(entry);
+  return values;
+}
+
 template <class T>
 bool AreEqual(const Properties<T>& properties, const Entry<T>& a, const Entry<T>& b) {
   return std::all_of(properties.begin(), properties.end(),
@@ -231,7 +235,7 @@ bool AreEqual(const Properties<T>& properties, const Entry<T>& a, const Entry<T>
 
 template <class T>
 void AddEntryClass(py::module_& module, const char* name, const Properties<T>& properties, const char* documentation) {
-  py::class_<Entry<T>> cls(module, name, documentation);
+  py::class_<Entry<T>, std::shared_ptr<Entry<T>>> cls(module, name, documentation);
   for (const Property<T>& property : properties) {
     AddProperty(cls, property.name, py::cpp_function(property.get, py::is_method(cls)),
                 py::cpp_function(property.set, py::is_method(cls)), property.documentation);
@@ -243,6 +247,14 @@ void AddEntryClass(py::module_& module, const char* name, const Properties<T>& p
       "__eq__", [properties](const Entry<T>& a, const Entry<T>& b) { return AreEqual(properties, a, b); }, py::is_operator(),
       py::arg("other"));
   cls.attr("__hash__") = py::none();  // it may change
+  cls.def(
+      "__reduce__",
+      [properties](const py::object& self) {
+        const py::dict values = ValuesIn(properties, self.cast<const Entry<T>&>());
+        const py::object make = py::module_::import("functools").attr("partial")(py::type::of(self), **values);
+        return py::make_tuple(make, py::tuple());
+      },
+      "For pickle and copy.");
 }
 
 // --- Properties -------------------------------------------------------------------------------------------------------------
@@ -267,7 +279,7 @@ void AddNumberList(DeviceClass& cls, const char* name, std::vector<int>& (Device
       [set](const Device& self, const py::iterable& numbers) {
         std::vector<int> values;
         for (const py::handle number : numbers) values.push_back(IntFrom(number, "an address"));
-        const Writing writing(*self.tree());
+        const Writing writing(*self.GetTree());
         ((*self).*set)(std::move(values));
       },
       documentation);
@@ -279,8 +291,8 @@ void AddTextSetter(Class& cls, const char* name, void (T::*set)(const char*), co
   cls.def(
       name,
       [set](const RecordOf<T>& self, const Text& text) {
-        const Writing writing(*self.tree());
-        ((*self).*set)(text.get());
+        const Writing writing(*self.GetTree());
+        ((*self).*set)(text.Get());
       },
       py::arg("text"), documentation);
 }
@@ -328,7 +340,7 @@ void AddFamilyLists(FamilyClass& cls) {
       "list_programming_mode_control", [](const Family& self) { return ToPython(self->GetListProgrammingModeControl()); },
       [](const Family& self, const py::iterable& modes) {
         std::vector<std::string> values = TextsOf(modes);
-        const Writing writing(*self.tree());
+        const Writing writing(*self.GetTree());
         self->SetListProgrammingModeControl(std::move(values));
       },
       "Programming modes. On purpose, as in the library: an empty list keeps the old one.");
@@ -347,7 +359,7 @@ void AddFamilyLists(FamilyClass& cls) {
   cls.def(
       "set_b_scan_default_value",
       [](const Family& self, int value) {
-        const Writing writing(*self.tree());
+        const Writing writing(*self.GetTree());
         self->SetBScanDefaultValue(value);
       },
       py::arg("value"), "Sets default_value of the first boundary-scan control.");
@@ -357,9 +369,9 @@ void AddFamilyLists(FamilyClass& cls) {
 
 py::object BlockEntries(const Entry<CControlEBRList>& self) {
   const std::size_t count = self.Get().Entries.size();
-  if (self.owner() != nullptr) return EntriesOf<CControlEBR>(self.owner(), self.place().inner);
+  if (self.OwnerRecord() != nullptr) return EntriesOf<CControlEBR>(self.OwnerRecord(), self.GetPlace().inner);
   py::list list(count);
-  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(Entry<CControlEBR>(self.Get().Entries[i]));
+  for (std::size_t i = 0; i < count; ++i) list[i] = py::cast(std::make_shared<Entry<CControlEBR>>(self.Get().Entries[i]));
   return list;
 }
 

@@ -23,7 +23,7 @@ void AddFields(Class& cls, const FieldTable& fields) {
     const auto set = [field](const RecordOf<T>& self, const py::object& object) {
       Text storage;
       const Value value = FromPython(*field, object, storage);
-      const Writing writing(*self.tree());
+      const Writing writing(*self.GetTree());
       field->set(&*self, value);
     };
     if (row.get == nullptr) {
@@ -45,7 +45,7 @@ void AddTreeFields(TreeClass& cls) {
     const Field* const field = &row;
     const std::string name = PythonName(row.name);
     const auto get = [field](Tree& self) {
-      return self.parts().empty() ? py::object(py::none()) : ToPython(*field, &self.First());
+      return self.Parts().empty() ? py::object(py::none()) : ToPython(*field, &self.First());
     };
     const auto set = [field](Tree& self, const py::object& object) {
       Text storage;
@@ -77,7 +77,7 @@ py::list ToList(std::vector<Held<T>> records) {
 
 std::vector<Held<FamilyList>> Families(Tree& tree) {
   std::vector<Held<FamilyList>> all;
-  for (const Part& part : tree.parts()) {
+  for (const Part& part : tree.Parts()) {
     for (int i = 0; FamilyList* const family = part.database->GetFamily(i); ++i) all.push_back(tree.Hold(family));
   }
   return all;
@@ -85,21 +85,14 @@ std::vector<Held<FamilyList>> Families(Tree& tree) {
 
 // --- Deleting ---------------------------------------------------------------------------------------------------------------
 
-void DeleteFamily(Tree& tree, DeviceList& database, int position) {
-  FamilyList& family = *database.GetFamily(position);
-  tree.MarkDeleted(family);
-  ReleaseDevices(family);
-  database.DeleteFamily(position);
-}
-
 /// Deletes the first family for which `rule(family)` holds.
 template <class Rule>
 bool DeleteFamilyWhere(Tree& tree, Rule rule) {
   const Writing writing(tree);
-  for (const Part& part : tree.parts()) {
+  for (const Part& part : tree.Parts()) {
     for (int i = 0; const FamilyList* family = part.database->GetFamily(i); ++i) {
       if (!rule(*family)) continue;
-      DeleteFamily(tree, *part.database, i);
+      tree.DeleteFamily(*part.database, i);
       return true;
     }
   }
@@ -119,22 +112,22 @@ bool DeleteFamilyAt(Tree& tree, long long position) {
 /// Destroys what the library hands over.
 template <class Which>
 bool DeleteDevice(const Family& self, Which which) {
-  const Writing writing(*self.tree());
+  const Writing writing(*self.GetTree());
   const std::unique_ptr<DeviceInfo> device(self->DeleteDevice(which));
   if (device == nullptr) return false;
-  self.tree()->MarkDeleted(*device);
+  self.GetTree()->MarkDeleted(*device);
   return true;
 }
 
 void DeleteAdapter(const PackageRecord& self, int position) {
-  const Writing writing(*self.tree());
-  if (const Adapter* const adapter = self->GetAdapter(position)) self.tree()->MarkDeleted(*adapter);
+  const Writing writing(*self.GetTree());
+  if (const Adapter* const adapter = self->GetAdapter(position)) self.GetTree()->MarkDeleted(*adapter);
   self->RemoveAdapter(position);
 }
 
 void DeleteAdapters(const PackageRecord& self) {
-  const Writing writing(*self.tree());
-  for (int i = 0; const Adapter* adapter = self->GetAdapter(i); ++i) self.tree()->MarkDeleted(*adapter);
+  const Writing writing(*self.GetTree());
+  for (int i = 0; const Adapter* adapter = self->GetAdapter(i); ++i) self.GetTree()->MarkDeleted(*adapter);
   self->ClearAdapterList();
 }
 
@@ -184,7 +177,7 @@ py::object ShowAdapter(const AdapterRecord& self) {
 py::object ShowTree(const Tree& self) {
   std::size_t families = 0;
   std::size_t devices = 0;
-  for (const Part& part : self.parts()) {
+  for (const Part& part : self.Parts()) {
     families += part.database->GetFamilyCount();
     for (int i = 0; const FamilyList* family = part.database->GetFamily(i); ++i) devices += family->GetDeviceCount();
   }
@@ -198,7 +191,7 @@ std::shared_ptr<Tree> Copy(Tree& self) {
   std::vector<Part> parts;
   {
     const Reading reading(self);
-    for (const Part& part : self.parts()) parts.push_back({part.file, CopyDeviceList(*part.database)});
+    for (const Part& part : self.Parts()) parts.push_back({part.file, CopyDeviceList(*part.database)});
   }
   return std::make_shared<Tree>(std::move(parts));
 }
@@ -208,7 +201,40 @@ void Merge(Tree& self, Tree& other) {
   if (&self == &other) return;
   const std::shared_ptr<Tree> copy = Copy(other);
   const Writing writing(self);
-  for (const Part& part : copy->parts()) self.Last().AddNewDeviceList(part.database.get());
+  for (const Part& part : copy->Parts()) self.Last().AddNewDeviceList(part.database.get());
+}
+
+/// A null text of the other database keeps the old one, as in the library.
+void Assign(Tree& self, Tree& other) {
+  if (&self == &other) return;
+  const std::shared_ptr<Tree> copy = Copy(other);
+  const Writing writing(self);
+  DeviceList& taken = copy->First();
+  if (taken.GetVersion() == nullptr) taken.SetVersion(self.First().GetVersion());
+  if (taken.GetComment() == nullptr) taken.SetComment(self.First().GetComment());
+  self.TakeOver(*copy);
+}
+
+// --- Packages ---------------------------------------------------------------------------------------------------------------
+
+/// The library counts packages in 16 bits, and loses sight of those beyond.
+void CheckRoom(const PackageList& packages, int more) {
+  constexpr int kMost = 65535;
+  if (packages.GetPackageCount() + more <= kMost) return;
+  PyErr_SetString(PyExc_OverflowError, "a device has at most 65,535 packages");
+  throw py::error_already_set();
+}
+
+Held<Package> NewPackage(const Device& self) {
+  const Writing writing(*self.GetTree());
+  CheckRoom(*self->GetDevicePackage(), 1);
+  return self.GetTree()->Hold(self->GetDevicePackage()->NewPackage());
+}
+
+void CopyPackages(const Device& self, const Device& other) {
+  const Writing writing(*self.GetTree());
+  CheckRoom(*self->GetDevicePackage(), other->GetDevicePackage()->GetPackageCount());
+  self->GetDevicePackage()->CopyPackageList(other->GetDevicePackage());
 }
 
 // --- Classes ----------------------------------------------------------------------------------------------------------------
@@ -222,7 +248,7 @@ void AddTree(TreeClass& cls) {
           "files",
           [](const Tree& self) {
             std::vector<std::string> files;
-            for (const Part& part : self.parts()) files.push_back(part.file);
+            for (const Part& part : self.Parts()) files.push_back(part.file);
             return ToPython(files);
           },
           "The files that the database was loaded from, in search order.")
@@ -238,6 +264,9 @@ void AddTree(TreeClass& cls) {
            "raises DeletedError.")
       .def("delete_family", &DeleteFamilyAt, py::arg("position"), "The same for the family at this position, from 0.")
       .def("copy", &Copy, "A database that shares nothing with this one.")
+      .def("assign_device_list", &Assign, py::arg("other"),
+           "Deletes all families and puts copies of those of the other database in their place. Nothing happens with this\n"
+           "database itself.")
       .def("add_new_device_list", &Merge, py::arg("other"),
            "Appends copies of all families of the other database; names are not compared. Nothing happens with this database\n"
            "itself.")
@@ -248,23 +277,26 @@ void AddFamily(FamilyClass& cls) {
   AddFields<FamilyList>(cls, FieldsOf<FamilyList>());
   const auto insert = [](DeviceInfo* (FamilyList::*add)(int)) {
     return [add](const Family& self, int position) {
-      const Writing writing(*self.tree());
-      return self.tree()->Hold(((*self).*add)(position));
+      const Writing writing(*self.GetTree());
+      return self.GetTree()->Hold(((*self).*add)(position));
     };
   };
   cls.def_property_readonly(
          "devices",
          [](const Family& self) {
-           return ToList(HoldAll<DeviceInfo>(*self.tree(), [&](int i) { return self->GetDevice(i); }));
+           return ToList(HoldAll<DeviceInfo>(*self.GetTree(), [&](int i) { return self->GetDevice(i); }));
          },
          "The devices in load order: a new list of them.")
+      .def_property_readonly(
+          "file", [](const Family& self) { return ToPython(self.GetTree()->FileOf(*self)); },
+          "The file that the family was loaded from, or \"\".")
       .def_property_readonly(
           "device_count", [](const Family& self) { return self->GetDeviceCount(); }, "The number of devices, modulo 65,536.")
       .def(
           "new_device",
           [](const Family& self) {
-            const Writing writing(*self.tree());
-            return self.tree()->Hold(self->NewDevice());
+            const Writing writing(*self.GetTree());
+            return self.GetTree()->Hold(self->NewDevice());
           },
           "Appends a device of this family and returns it.")
       .def("insert_new_device", insert(&FamilyList::InsertNewDevice), py::arg("position"),
@@ -274,7 +306,7 @@ void AddFamily(FamilyClass& cls) {
       .def("delete_device", &DeleteDevice<int>, py::arg("position"),
            "Deletes the device at this position, counted from 1; False outside the list. Using it raises DeletedError.")
       .def(
-          "delete_device", [](const Family& self, const Text& codeName) { return DeleteDevice(self, codeName.get()); },
+          "delete_device", [](const Family& self, const Text& codeName) { return DeleteDevice(self, codeName.Get()); },
           py::arg("code_name"), "Deletes the first device of this code name, ignoring case; False when there is none.")
       .def("__repr__", &ShowFamily);
 }
@@ -282,33 +314,32 @@ void AddFamily(FamilyClass& cls) {
 void AddDevice(DeviceClass& cls) {
   AddFields<DeviceInfo>(cls, FieldsOf<DeviceInfo>());
   cls.def_property_readonly(
-         "family_object", [](const Device& self) { return self.tree()->Hold(self->GetFamilyObject()); },
+         "family_object", [](const Device& self) { return self.GetTree()->Hold(self->GetFamilyObject()); },
          "The family that holds the device; `family` is a text.")
+      .def_property_readonly(
+          "file", [](const Device& self) { return ToPython(self.GetTree()->FileOf(*self->GetFamilyObject())); },
+          "The file that the device was loaded from, or \"\".")
       .def_property_readonly(
           "packages",
           [](const Device& self) {
-            return ToList(HoldAll<Package>(*self.tree(), [&](int i) { return self->GetDevicePackage()->GetPackage(i); }));
+            return ToList(HoldAll<Package>(*self.GetTree(), [&](int i) { return self->GetDevicePackage()->GetPackage(i); }));
           },
           "The packages in load order: a new list of them.")
-      .def(
-          "new_package",
-          [](const Device& self) {
-            const Writing writing(*self.tree());
-            return self.tree()->Hold(self->GetDevicePackage()->NewPackage());
-          },
-          "Appends an empty package and returns it.")
+      .def("new_package", &NewPackage, "Appends an empty package and returns it. OverflowError: there are 65,535.")
+      .def("copy_package_list", &CopyPackages, py::arg("other"),
+           "Appends copies of the packages of another device, or of this one. OverflowError: there would be over 65,535.")
       .def(
           "restore_device_backup_value",
           [](const Device& self) {
-            const Writing writing(*self.tree());
+            const Writing writing(*self.GetTree());
             self->RestoreDeviceBackupValue();
           },
           "Puts the working values back from their backups, those that were never set included.")
       .def(
           "change_device_cdr_value",
           [](const Device& self, const Text& pon) {
-            const Writing writing(*self.tree());
-            self->ChangeDeviceCDRValue(pon.get());
+            const Writing writing(*self.GetTree());
+            self->ChangeDeviceCDRValue(pon.Get());
           },
           py::arg("pon"),
           "Switches the device to the CDR variant `pon`, when its family is cdr_fixed and `pon` holds \"H-\" or ends in \"H\".")
@@ -320,7 +351,7 @@ void AddPackage(PackageClass& cls) {
   cls.def_property_readonly(
          "adapters",
          [](const PackageRecord& self) {
-           return ToList(HoldAll<Adapter>(*self.tree(), [&](int i) { return self->GetAdapter(i); }));
+           return ToList(HoldAll<Adapter>(*self.GetTree(), [&](int i) { return self->GetAdapter(i); }));
          },
          "The socket adapters that fit: a new list of them.")
       .def_property_readonly(
@@ -329,10 +360,25 @@ void AddPackage(PackageClass& cls) {
       .def(
           "add_adapter",
           [](const PackageRecord& self, const Text& vendor, const Text& adapter) {
-            const Writing writing(*self.tree());
-            return self.tree()->Hold(self->AddAdapter(vendor.get(), adapter.get()));
+            const Writing writing(*self.GetTree());
+            return self.GetTree()->Hold(self->AddAdapter(vendor.Get(), adapter.Get()));
           },
           py::arg("vendor_name"), py::arg("adapter_name"), "Appends an adapter and returns it; None when either text is None.")
+      .def(
+          "add_adapter",
+          [](const PackageRecord& self, const AdapterRecord& adapter) {
+            const Writing writing(*self.GetTree());
+            return self.GetTree()->Hold(self->AddAdapter(&*adapter));
+          },
+          py::arg("adapter"), "Appends a copy of an adapter and returns it.")
+      .def(
+          "set_adapter",
+          [](const PackageRecord& self, int position, const Text& vendor, const Text& adapter) {
+            const Writing writing(*self.GetTree());
+            return self.GetTree()->Hold(self->SetAdapter(position, vendor.Get(), adapter.Get()));
+          },
+          py::arg("position"), py::arg("vendor_name"), py::arg("adapter_name"),
+          "Sets both texts of the adapter at this position, from 0, and returns it; None keeps a text. None outside the list.")
       .def("remove_adapter", &DeleteAdapter, py::arg("position"),
            "Deletes the adapter at this position, from 0; nothing outside the list.")
       .def("clear_adapter_list", &DeleteAdapters, "Deletes all adapters.")
@@ -345,8 +391,8 @@ void AddAdapter(AdapterClass& cls) {
     cls.def_property(
         name, [get](const AdapterRecord& self) { return ToPython(((*self).*get)()); },
         [set](const AdapterRecord& self, const Text& text) {
-          const Writing writing(*self.tree());
-          ((*self).*set)(text.get());
+          const Writing writing(*self.GetTree());
+          ((*self).*set)(text.Get());
         },
         documentation);
   };

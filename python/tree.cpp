@@ -27,10 +27,34 @@ DeviceList& Tree::Last() {
   return *parts_.back().database;
 }
 
+const std::string& Tree::FileOf(const FamilyList& family) const {
+  static const std::string none;
+  for (const Part& part : parts_) {
+    for (int i = 0; const FamilyList* own = part.database->GetFamily(i); ++i) {
+      if (own == &family) return part.file;
+    }
+  }
+  return none;
+}
+
+void Tree::DeleteFamily(DeviceList& database, int position) {
+  FamilyList& family = *database.GetFamily(position);
+  MarkDeleted(family);
+  ReleaseDevices(family);
+  database.DeleteFamily(position);
+}
+
+void Tree::TakeOver(Tree& other) {
+  for (const Part& part : parts_) {
+    for (int i = 0; const FamilyList* family = part.database->GetFamily(i); ++i) MarkDeleted(*family);
+  }
+  parts_ = std::move(other.parts_);
+}
+
 void Tree::MarkOne(const void* record) {
   const auto held = held_.find(record);
   if (held == held_.end()) return;
-  if (const std::shared_ptr<Record> record_held = held->second.lock()) record_held->MarkDeleted();
+  if (const std::shared_ptr<Record> known = held->second.lock()) known->MarkDeleted();
   held_.erase(held);
 }
 
@@ -60,12 +84,14 @@ chain::DeviceFinder& Tree::FinderFor(const std::string& comm, std::size_t count)
   return *found.finder;
 }
 
-Writing::Writing(Tree& tree) : lock_(tree.mutex_, std::try_to_lock) {
+Writing::Writing(Tree& tree) : Writing(tree, 1) {}
+
+Writing::Writing(Tree& tree, unsigned long changes) : lock_(tree.mutex_, std::try_to_lock) {
   if (!lock_.owns_lock()) {
     const py::gil_scoped_release release;
     lock_.lock();
   }
-  ++tree.version_;
+  tree.version_ += changes;
 }
 
 }  // namespace plddb::python

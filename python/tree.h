@@ -27,6 +27,13 @@ namespace py = pybind11;
 
 class Tree;
 
+/// Pybind11 makes an object of a class by `new` when nobody initialised it: after `Database.__new__(Database)`. The classes
+/// with a constructor refuse that; their objects come from std::make_shared. The others cannot be made in Python at all
+/// (module.cpp).
+[[noreturn]] inline void RaiseNotInitialised(const char* name) {
+  throw py::type_error(std::string("this ") + name + " was made without __init__");
+}
+
 /// A record was deleted, or an entry's list replaced: the exception plddb.DeletedError.
 class Deleted : public std::runtime_error {
  public:
@@ -41,7 +48,7 @@ class Record {
   Record(const Record&) = delete;
   Record& operator=(const Record&) = delete;
 
-  const std::shared_ptr<Tree>& tree() const { return tree_; }
+  const std::shared_ptr<Tree>& GetTree() const { return tree_; }
   bool IsDeleted() const { return record_ == nullptr; }
   void MarkDeleted() { record_ = nullptr; }
 
@@ -82,12 +89,15 @@ struct Part {
 class Tree : public std::enable_shared_from_this<Tree> {
  public:
   explicit Tree(std::vector<Part> parts) : parts_(std::move(parts)) {}
+  static void* operator new(std::size_t) { RaiseNotInitialised("Database"); }
 
-  const std::vector<Part>& parts() const { return parts_; }
+  const std::vector<Part>& Parts() const { return parts_; }
   std::vector<const DeviceList*> Databases() const;
-  DeviceList& First();  ///< Made when there is none.
-  DeviceList& Last();   ///< Likewise: where new families go.
-  void Add(Part part) { parts_.push_back(std::move(part)); }
+  const std::string& FileOf(const FamilyList& family) const;  ///< From which the family was loaded; empty without one.
+  DeviceList& First();                                        ///< Made when there is none.
+  DeviceList& Last();                                         ///< Likewise: where new families go.
+  void DeleteFamily(DeviceList& database, int position);
+  void TakeOver(Tree& other);  ///< Deletes all families, and takes those of `other`, none of which Python holds.
 
   /// What Python holds `record` by; null for null.
   template <class T>
@@ -109,7 +119,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
   void MarkDeleted(const Adapter& adapter) { MarkOne(&adapter); }
   ///@}
 
-  unsigned long version() const { return version_; }  ///< Changes with every writing.
+  unsigned long Version() const { return version_; }  ///< Changes with every writing.
 
   /// Calls `use(finder)` for the access mode and `count` ids, one call at a time. Needs Reading.
   template <class Use>
@@ -163,7 +173,12 @@ class Writing {
  public:
   explicit Writing(Tree& tree);
 
+  /// No record changes: what was found stays.
+  static Writing OfNameList(Tree& tree) { return Writing(tree, 0); }
+
  private:
+  Writing(Tree& tree, unsigned long changes);
+
   std::unique_lock<std::shared_mutex> lock_;
 };
 

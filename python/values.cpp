@@ -34,12 +34,12 @@ struct Range {
 
 Range RangeOf(Kind kind) {
   switch (kind) {
-    case Kind::Unsigned8:
+    case Kind::kUnsigned8:
       return {0, std::numeric_limits<unsigned char>::max()};
-    case Kind::Count:
-    case Kind::Unsigned16:
+    case Kind::kCount:
+    case Kind::kUnsigned16:
       return {0, std::numeric_limits<unsigned short>::max()};
-    case Kind::Unsigned32:
+    case Kind::kUnsigned32:
       return {0, std::numeric_limits<unsigned int>::max()};
     default:
       return {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
@@ -66,7 +66,7 @@ Text TextFrom(py::handle object) {
   return text;
 }
 
-bool IsText(Kind kind) { return kind == Kind::Text || kind == Kind::Range; }
+bool IsText(Kind kind) { return kind == Kind::kText || kind == Kind::kRange; }
 
 }  // namespace
 
@@ -92,8 +92,14 @@ py::list ToPython(const std::vector<std::string>& texts) {
   return list;
 }
 
+std::vector<std::string> TextsOf(const py::iterable& texts) {
+  std::vector<std::string> values;
+  for (const py::handle text : texts) values.push_back(ToBytes(text));
+  return values;
+}
+
 int IntFrom(py::handle object, const std::string& name) {
-  return static_cast<int>(NumberIn(RangeOf(Kind::Signed32), object, name));
+  return static_cast<int>(NumberIn(RangeOf(Kind::kSigned32), object, name));
 }
 
 std::string PythonName(std::string_view stem) {
@@ -109,9 +115,9 @@ std::string PythonName(std::string_view stem) {
 Value FromPython(const Field& field, py::handle object, Text& storage) {
   if (IsText(field.kind)) {
     storage = TextFrom(object);
-    return {storage.get(), 0};
+    return {storage.Get(), 0};
   }
-  if (field.kind != Kind::Flag) return {nullptr, NumberIn(RangeOf(field.kind), object, PythonName(field.name))};
+  if (field.kind != Kind::kFlag) return {nullptr, NumberIn(RangeOf(field.kind), object, PythonName(field.name))};
   if (!PyBool_Check(object.ptr())) Raise(PyExc_TypeError, PythonName(field.name) + " is True or False");
   return {nullptr, object.is(py::handle(Py_True)) ? 1 : 0};
 }
@@ -119,7 +125,7 @@ Value FromPython(const Field& field, py::handle object, Text& storage) {
 py::object ToPython(const Field& field, const void* record) {
   const Value value = field.get(record);
   if (IsText(field.kind)) return ToPython(value.text);
-  if (field.kind == Kind::Flag) return py::bool_(value.number != 0);
+  if (field.kind == Kind::kFlag) return py::bool_(value.number != 0);
   return py::int_(value.number);
 }
 

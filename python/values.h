@@ -24,12 +24,15 @@ py::object ToPython(const std::string& text);
 /// A list of str.
 py::list ToPython(const std::vector<std::string>& texts);
 
+/// The texts of an iterable of str.
+std::vector<std::string> TextsOf(const py::iterable& texts);
+
 /// An argument that the library takes as a text: a str, or None for null.
 struct Text {
   std::string bytes = {};
   bool isNull = true;
 
-  const char* get() const { return isNull ? nullptr : bytes.c_str(); }
+  const char* Get() const { return isNull ? nullptr : bytes.c_str(); }
 };
 
 /// An argument that names a file or folder: a str, bytes or os.PathLike.

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "Files.h"
 #include "LString.h"
 #include "StringServices.h"
 #include "command.h"
@@ -17,7 +18,7 @@ namespace fs = std::filesystem;
 
 bool HasExtensionOfBsdl(const fs::path& path) {
   constexpr std::string_view kExtensions[] = {".BSD", ".BSDL", ".BSM", ".BS", ".1532"};
-  std::string extension = path.extension().string();
+  std::string extension = plddb::ToName(path.extension());
   strupr(extension);
   return std::find(std::begin(kExtensions), std::end(kExtensions), extension) != std::end(kExtensions);
 }
@@ -26,9 +27,10 @@ std::vector<std::string> FilesIn(const std::string& folder) {
   std::vector<std::string> files;
   std::error_code failed;
   const auto options = fs::directory_options::skip_permission_denied;
-  for (fs::recursive_directory_iterator entry(folder, options, failed), end; !failed && entry != end; entry.increment(failed)) {
+  for (fs::recursive_directory_iterator entry(plddb::ToPath(folder), options, failed), end; !failed && entry != end;
+       entry.increment(failed)) {
     std::error_code unknown;
-    if (HasExtensionOfBsdl(entry->path()) && entry->is_regular_file(unknown)) files.push_back(entry->path().string());
+    if (HasExtensionOfBsdl(entry->path()) && entry->is_regular_file(unknown)) files.push_back(plddb::ToName(entry->path()));
   }
   std::sort(files.begin(), files.end());
   return files;
@@ -40,7 +42,7 @@ std::vector<std::string> BsdlFiles(const std::vector<std::string>& paths) {
   std::vector<std::string> files;
   for (const std::string& path : paths) {
     std::error_code ignored;
-    if (!fs::is_directory(path, ignored)) {
+    if (!fs::is_directory(plddb::ToPath(path), ignored)) {
       files.push_back(path);  // reading it will show what is wrong with it
       continue;
     }

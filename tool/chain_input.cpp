@@ -48,7 +48,7 @@ Scan ScanOfArguments(const std::vector<std::string>& arguments) {
 std::string CannotRead(const std::string& path) { return Printable(path) + ":1:1: error: cannot read the file"; }
 
 OpenedFile OpenFile(const std::string& path) {
-  OpenedFile file(std::fopen(path.c_str(), "rb"));
+  OpenedFile file = plddb::OpenFile(path);
   if (file == nullptr) throw Failure(CannotRead(path) + ": " + std::strerror(errno));
   return file;  // a folder is opened, but cannot be read
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "Chain.h"
+#include "Files.h"
 #include "command_line.h"
 
 /// \file
@@ -13,10 +12,7 @@
 
 namespace tool {
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-using OpenedFile = std::unique_ptr<std::FILE, CloseFile>;
+using plddb::OpenedFile;
 
 /// Opens a file to be read. Throws Failure.
 OpenedFile OpenFile(const std::string& path);

@@ -118,7 +118,7 @@ void DropAllowed(Findings& findings, const std::vector<std::string>& allowed) {
 std::string InForm(const Findings& findings, const Options& options) {
   if (options.json || options.format == "json") return FindingJson(findings);
   if (options.format == "sarif") return FindingSarif(findings);
-  return WithPaintedSeverities(FindingLines(findings), STDOUT_FILENO);
+  return WithPaintedSeverities(FindingLines(findings), kOutput);
 }
 
 std::size_t Count(const Findings& findings, Severity severity) {

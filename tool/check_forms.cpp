@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "Bsdl.h"
+#include "Files.h"
 #include "device_text.h"
 #include "json_text.h"
 #include "text_table.h"
@@ -32,8 +33,10 @@ bool IsPlainInUri(char c) {
 
 /// A path as a URI: relative where the path is. Its ':' is written as %3A, so that no name looks like a scheme.
 std::string UriOf(const std::string& path) {
-  std::string uri = std::filesystem::path(path).is_absolute() ? "file://" : "";
-  for (const char c : path) {
+  const std::filesystem::path file = plddb::ToPath(path);
+  const std::string name = plddb::ToName(file);
+  std::string uri = !file.is_absolute() ? "" : name.front() == '/' ? "file://" : "file:///";  // Windows: C:/...
+  for (const char c : name) {
     if (IsPlainInUri(c)) {
       uri += c;
     } else {
@@ -120,7 +123,7 @@ std::string CodeTable() {
   for (const Code& code : AllCodes()) {
     rows.push_back({std::string(code.name), NameOf(code.severity), std::string(code.meaning)});
   }
-  return AlignedTable(rows);
+  return WrappedTable(rows);
 }
 
 }  // namespace tool

@@ -1,8 +1,9 @@
 #include "colour.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
+
+#include "Files.h"
 
 namespace tool {
 namespace {
@@ -14,11 +15,6 @@ constexpr struct {
   std::string_view word;
   Paint paint;
 } kSeverities[] = {{"error", Paint::kError}, {"warning", Paint::kWarning}};
-
-std::string_view Environment(const char* name) {
-  const char* const value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
 
 std::string InColour(Paint paint, std::string_view text) {
   return kSequences[static_cast<int>(paint)] + std::string(text) + kPlain;
@@ -39,10 +35,7 @@ std::string WithPaintedSeverity(std::string_view line) {
 
 }  // namespace
 
-bool ShowsColour(int descriptor) {
-  const std::string_view terminal = Environment("TERM");
-  return Environment("NO_COLOR").empty() && !terminal.empty() && terminal != "dumb" && isatty(descriptor) == 1;
-}
+bool ShowsColour(int descriptor) { return plddb::Environment("NO_COLOR").empty() && IsColourTerminal(descriptor); }
 
 std::string Painted(Paint paint, const std::string& text, int descriptor) {
   return ShowsColour(descriptor) ? InColour(paint, text) : text;

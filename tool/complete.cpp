@@ -1,11 +1,11 @@
 #include "complete.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 #include "Check.h"
+#include "Files.h"
 #include "databases.h"
 #include "device_lookup.h"
 #include "device_text.h"
@@ -14,18 +14,18 @@
 namespace tool {
 namespace {
 
-struct Candidate {
+struct Proposal {
   std::string text;
   std::string description;
 };
 
 /// A command line up to the cursor.
-struct Line {
-  std::vector<std::string> databases;  // that it names
-  const OptionShape* asked = nullptr;  // whose value stands at the cursor; null when there is none
+struct BegunLine {
+  std::vector<std::string> databases;  // named so far
+  const OptionShape* asked = nullptr;  // whose value is at the cursor; null when there is none
   std::string option;                  // "--db=" where the value follows the '='
-  std::string begun;                   // what of the word at the cursor is there
-  bool takesOptions = true;            // not behind "--"
+  std::string begun;                   // the word at the cursor, up to it
+  bool takesOptions = true;            // not after "--"
 };
 
 // --- What may be the value of an option -------------------------------------------------------------------------------------
@@ -37,22 +37,12 @@ Names Copies(const std::vector<std::string_view>& views) { return Names(views.be
 using plddb::find::Key;
 
 /// The texts of several keys.
-Names Texts(const std::vector<Database>& databases, std::initializer_list<Key> keys) {
+Names TextsOf(const std::vector<Database>& databases, std::initializer_list<Key> keys) {
   Names names;
   for (const Key key : keys) {
     for (const std::string_view text : plddb::find::TextsOf(ToSearch(databases), key)) names.emplace_back(text);
   }
   return names;
-}
-
-Names Makers(const std::vector<Database>& databases) {
-  Names makers;
-  for (const Database& database : databases) {
-    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      if (device.GetVendor() != nullptr) makers.emplace_back(device.GetVendor());
-    });
-  }
-  return makers;
 }
 
 /// The options and arguments whose values come from the descriptions, by the names that they have in every subcommand.
@@ -62,18 +52,18 @@ constexpr struct {
 } kValues[] = {
     {"TEXT",
      [](const auto& databases) {
-       return Texts(databases, {Key::kName, Key::kCodeName, Key::kAlias});
+       return TextsOf(databases, {Key::kName, Key::kCodeName, Key::kAlias});
      }},
     {"FAMILY", [](const auto& databases) { return Copies(FamilyNames(databases)); }},
-    {"--name", [](const auto& databases) { return Texts(databases, {Key::kName}); }},
-    {"--code-name", [](const auto& databases) { return Texts(databases, {Key::kCodeName}); }},
-    {"--alias", [](const auto& databases) { return Texts(databases, {Key::kAlias}); }},
-    {"--full-name", [](const auto& databases) { return Texts(databases, {Key::kCodeName}); }},
+    {"--name", [](const auto& databases) { return TextsOf(databases, {Key::kName}); }},
+    {"--code-name", [](const auto& databases) { return TextsOf(databases, {Key::kCodeName}); }},
+    {"--alias", [](const auto& databases) { return TextsOf(databases, {Key::kAlias}); }},
+    {"--full-name", [](const auto& databases) { return TextsOf(databases, {Key::kCodeName}); }},
     {"--family", [](const auto& databases) { return Copies(FamilyNames(databases)); }},
-    {"--pon", [](const auto& databases) { return Texts(databases, {Key::kPon}); }},
-    {"--jdf", [](const auto& databases) { return Texts(databases, {Key::kJdf}); }},
-    {"--package", [](const auto& databases) { return Texts(databases, {Key::kPackage}); }},
-    {"--maker", [](const auto& databases) { return Makers(databases); }},
+    {"--pon", [](const auto& databases) { return TextsOf(databases, {Key::kPon}); }},
+    {"--jdf", [](const auto& databases) { return TextsOf(databases, {Key::kJdf}); }},
+    {"--package", [](const auto& databases) { return TextsOf(databases, {Key::kPackage}); }},
+    {"--maker", [](const auto& databases) { return Copies(Makers(databases)); }},
 };
 
 Names FindingCodes() {
@@ -89,7 +79,7 @@ bool TakesFile(const OptionShape& option) {
   return std::find(std::begin(kFiles), std::end(kFiles), option.name) != std::end(kFiles);
 }
 
-/// "JTAG|ISP|DUAL": the type of an option that has a few values says them.
+/// "JTAG|ISP|DUAL": the type of an option that has a few values lists them.
 Names Choices(const std::string& type) {
   Names choices;
   if (type.find('|') == type.npos) return choices;
@@ -108,7 +98,7 @@ Names ValuesOf(const OptionShape& option, const std::vector<std::string>& databa
   return option.name == "--allow" ? FindingCodes() : Choices(option.type);
 }
 
-// --- Where the cursor stands ------------------------------------------------------------------------------------------------
+// --- Where the cursor is ----------------------------------------------------------------------------------------------------
 
 const OptionShape* FindOption(const SubcommandShape& subcommand, const std::string& name) {
   for (const OptionShape& option : subcommand.options) {
@@ -143,20 +133,20 @@ std::vector<std::string> CutAtEquals(const std::vector<std::string>& words) {
 }
 
 /// The file that a shell understands by `word`.
-std::string File(const std::string& word) {
-  const char* const home = std::getenv("HOME");
-  return word.substr(0, 2) == "~/" && home != nullptr ? home + word.substr(1) : word;
+std::string ExpandHome(const std::string& word) {
+  const std::string home = plddb::Environment("HOME");
+  return word.substr(0, 2) == "~/" && !home.empty() ? home + word.substr(1) : word;
 }
 
-/// `words` are those behind the subcommand, at least the one at the cursor.
-Line ReadLine(const SubcommandShape& subcommand, const std::vector<std::string>& words) {
-  Line line;
+/// `words` are those after the subcommand, at least the one at the cursor.
+BegunLine ReadLine(const SubcommandShape& subcommand, const std::vector<std::string>& words) {
+  BegunLine line;
   std::size_t arguments = 0;
   const std::vector<std::string> cut = CutAtEquals(words);
   for (std::size_t i = 0; i + 1 < cut.size(); ++i) {
     const OptionShape* const option = line.takesOptions ? FindOption(subcommand, cut[i]) : nullptr;
     if (line.asked != nullptr) {
-      if (line.asked->name == "--db") line.databases.push_back(File(cut[i]));
+      if (line.asked->name == "--db") line.databases.push_back(ExpandHome(cut[i]));
       line.asked = nullptr;
     } else if (option != nullptr) {
       line.asked = option->mostValues > 0 ? option : nullptr;
@@ -174,25 +164,25 @@ Line ReadLine(const SubcommandShape& subcommand, const std::vector<std::string>&
   return line;
 }
 
-// --- What may stand there ---------------------------------------------------------------------------------------------------
+// --- What may come there ----------------------------------------------------------------------------------------------------
 
-std::vector<Candidate> SubcommandNames(const Program& program) {
-  std::vector<Candidate> candidates;
+std::vector<Proposal> SubcommandNames(const Program& program) {
+  std::vector<Proposal> proposals;
   for (const SubcommandShape& subcommand : program.Subcommands()) {
-    candidates.push_back({subcommand.name, subcommand.description});
+    proposals.push_back({subcommand.name, subcommand.description});
   }
-  return candidates;
+  return proposals;
 }
 
 /// The long ones.
-std::vector<Candidate> OptionNames(const SubcommandShape& shape) {
-  std::vector<Candidate> candidates;
+std::vector<Proposal> OptionNames(const SubcommandShape& shape) {
+  std::vector<Proposal> proposals;
   for (const OptionShape& option : shape.options) {
     for (const std::string& name : option.names) {
-      if (name.substr(0, 2) == "--") candidates.push_back({name, option.description});
+      if (name.substr(0, 2) == "--") proposals.push_back({name, option.description});
     }
   }
-  return candidates;
+  return proposals;
 }
 
 bool BeginsWith(std::string text, std::string begun) {
@@ -201,13 +191,13 @@ bool BeginsWith(std::string text, std::string begun) {
   return text.compare(0, begun.size(), begun) == 0;
 }
 
-/// Those of `candidates` that begin with `begun`, letter case ignored as lookups do: sorted, and each once.
-std::string Text(const std::vector<Candidate>& candidates, const std::string& before, const std::string& begun) {
+/// Those of `proposals` that begin with `begun`, letter case ignored as lookups do: sorted, and each once.
+std::string ListOf(const std::vector<Proposal>& proposals, const std::string& before, const std::string& begun) {
   std::string text;
   std::vector<std::string> written;
-  for (const auto& [candidate, description] : candidates) {
-    if (!BeginsWith(candidate, begun) || Printable(candidate) != candidate) continue;
-    written.push_back(before + candidate + (description.empty() ? "" : "\t" + description) + "\n");
+  for (const auto& [proposal, description] : proposals) {
+    if (!BeginsWith(proposal, begun) || Printable(proposal) != proposal) continue;
+    written.push_back(before + proposal + (description.empty() ? "" : "\t" + description) + "\n");
   }
   std::sort(written.begin(), written.end());
   written.erase(std::unique(written.begin(), written.end()), written.end());
@@ -220,23 +210,23 @@ std::string Text(const std::vector<Candidate>& candidates, const std::string& be
 ExitCode Complete(const Program& program, const std::vector<std::string>& words) {
   const std::string begun = words.empty() ? "" : words.front();
   if (words.size() < 2) {
-    const auto candidates = begun.substr(0, 1) == "-" ? OptionNames(program.Shape()) : SubcommandNames(program);
-    WriteOutput(Text(candidates, "", begun));
+    const auto proposals = begun.substr(0, 1) == "-" ? OptionNames(program.Shape()) : SubcommandNames(program);
+    WriteOutput(ListOf(proposals, "", begun));
     return ExitCode::kFound;
   }
   const SubcommandShape subcommand = program.FindSubcommand(begun);
-  const Line line = ReadLine(subcommand, {words.begin() + 1, words.end()});
-  std::vector<Candidate> candidates;
+  const BegunLine line = ReadLine(subcommand, {words.begin() + 1, words.end()});
+  std::vector<Proposal> proposals;
   if (line.takesOptions && line.begun.substr(0, 1) == "-") {
-    candidates = OptionNames(subcommand);
+    proposals = OptionNames(subcommand);
   } else if (line.asked != nullptr && line.asked->name == "COMMAND") {
-    candidates = SubcommandNames(program);
+    proposals = SubcommandNames(program);
   } else if (line.asked != nullptr && TakesFile(*line.asked)) {
     return ExitCode::kNotFound;
   } else if (line.asked != nullptr) {
-    for (std::string& value : ValuesOf(*line.asked, line.databases)) candidates.push_back({std::move(value), ""});
+    for (std::string& value : ValuesOf(*line.asked, line.databases)) proposals.push_back({std::move(value), ""});
   }
-  WriteOutput(Text(candidates, line.option, line.begun));
+  WriteOutput(ListOf(proposals, line.option, line.begun));
   return ExitCode::kFound;
 }
 

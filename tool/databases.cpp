@@ -1,10 +1,9 @@
 #include "databases.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "command.h"
+#include "console.h"
 #include "progress.h"
 #include "standard_streams.h"
 
@@ -30,7 +29,7 @@ const std::vector<Database>& Load(const std::vector<DataFile>& files, Outlines o
   static auto& databases = *new std::vector<Database>();
   databases.clear();
   std::string faults;
-  Progress progress(files.size(), isatty(STDERR_FILENO) == 1 ? WriteProgress : nullptr);
+  Progress progress(files.size(), IsTerminal(kMessages) ? WriteProgress : nullptr);
   for (const DataFile& file : files) {
     progress.Next(file.path);
     Database& database = databases.emplace_back();
@@ -54,6 +53,18 @@ const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths, Ou
   std::vector<DataFile> files;
   for (std::string& file : DescriptionFiles(paths)) files.push_back({std::move(file), Origin::kNamed});
   return Load(files, outlines);
+}
+
+std::vector<std::string_view> Makers(const std::vector<Database>& databases) {
+  std::vector<std::string_view> makers;
+  for (const Database& database : databases) {
+    for (int f = 0; const FamilyList* const family = database.devices->GetFamily(f); ++f) {
+      for (int d = 0; const DeviceInfo* const device = family->GetDevice(d); ++d) {
+        if (device->GetVendor() != nullptr) makers.emplace_back(device->GetVendor());
+      }
+    }
+  }
+  return makers;
 }
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Descriptions.h"
@@ -28,12 +29,7 @@ const std::vector<Database>& LoadDatabases(const std::vector<std::string>& named
 /// The same for the files that `paths` name, and no others.
 const std::vector<Database>& LoadFiles(const std::vector<std::string>& paths, Outlines outlines = Outlines::kNo);
 
-/// Calls `visit(device)` for every device that the lookups visit, in their order.
-template <typename Visit>
-void ForEachDevice(const DeviceList& devices, Visit visit) {
-  for (int f = 0; FamilyList* family = devices.GetFamily(f); ++f) {
-    for (unsigned short d = 0; DeviceInfo* device = family->GetDevice(d); ++d) visit(*device);
-  }
-}
+/// The makers of all devices, in the order of the devices; lent.
+std::vector<std::string_view> Makers(const std::vector<Database>& databases);
 
 }  // namespace tool

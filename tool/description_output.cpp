@@ -1,13 +1,6 @@
 #include "description_output.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <iterator>
 #include <string_view>
@@ -15,60 +8,18 @@
 #include <utility>
 
 #include "Descriptions.h"
+#include "Files.h"
 #include "check_forms.h"
 #include "command.h"
 #include "data_files.h"
 #include "device_text.h"
+#include "replace_file.h"
 #include "standard_streams.h"
 
 namespace tool {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A new file next to `path`, which is removed again unless it replaces `path`.
-class FileBeside {
- public:
-  explicit FileBeside(const std::string& path) : path_(path), name_(path + ".new-" + std::to_string(getpid())) {
-    struct stat old = {};
-    const bool replaces = stat(path.c_str(), &old) == 0;
-    descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? old.st_mode & 0777 : 0666);
-    if (descriptor_ < 0) Fail(name_);
-    if (replaces) static_cast<void>(fchmod(descriptor_, old.st_mode & 07777));  // if the file system has such modes
-  }
-
-  ~FileBeside() {
-    if (descriptor_ >= 0) close(descriptor_);
-    if (!name_.empty()) unlink(name_.c_str());
-  }
-
-  FileBeside(const FileBeside&) = delete;
-  FileBeside& operator=(const FileBeside&) = delete;
-
-  void Write(const std::string& text) {
-    for (std::size_t done = 0; done < text.size();) {
-      const ssize_t count = write(descriptor_, text.data() + done, text.size() - done);
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) Fail(name_);
-      done += static_cast<std::size_t>(count);
-    }
-  }
-
-  void TakePlace() {
-    if (fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0) Fail(name_);
-    if (rename(name_.c_str(), path_.c_str()) != 0) Fail(path_);
-    name_.clear();
-  }
-
- private:
-  [[noreturn]] static void Fail(const std::string& file) {
-    throw Failure("plddb: error: cannot write " + Printable(file) + ": " + std::strerror(errno));
-  }
-
-  const std::string path_;
-  std::string name_;
-  int descriptor_ = -1;
-};
 
 using plddb::check::Finding;
 using plddb::check::Severity;
@@ -110,10 +61,10 @@ bool ReportLost(Descriptions written) {
 /// The path to write to for `path`: links are followed, even to a file that does not exist yet, so that they stay links.
 std::string Target(const std::string& path) {
   constexpr int kMostLinks = 40;  // as many as the system follows
-  fs::path target = path;
+  fs::path target = plddb::ToPath(path);
   std::error_code unknown;
   for (int i = 0; i < kMostLinks; ++i) {
-    if (!fs::is_symlink(fs::symlink_status(target, unknown))) return target.string();
+    if (!fs::is_symlink(fs::symlink_status(target, unknown))) return plddb::ToName(target);
     target = target.parent_path() / fs::read_symlink(target, unknown);
   }
   throw Failure("plddb: error: cannot write " + Printable(path) + ": its links lead in a circle");
@@ -145,16 +96,14 @@ void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (path.empty() || path == kStandardStream) return WriteOutput(text);
   const std::string target = Target(path);
   std::error_code unknown;
-  const fs::file_type kind = fs::status(target, unknown).type();
+  const fs::file_type kind = fs::status(plddb::ToPath(target), unknown).type();
   if (kind == fs::file_type::none) {
     throw Failure("plddb: error: cannot write " + Printable(path) + ": " + unknown.message());
   }
   if (kind != fs::file_type::regular && kind != fs::file_type::not_found) {
     throw Failure("plddb: error: cannot write " + Printable(path) + ": it is not a regular file");
   }
-  FileBeside file(target);
-  file.Write(text);
-  file.TakePlace();
+  ReplaceFile(target, text);
 }
 
 void ReportShadowed(const Descriptions& written) { WriteMessage(FindingLines(FindingsOf(written, kShadowed))); }

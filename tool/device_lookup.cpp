@@ -60,16 +60,6 @@ std::string MatchedBy(const Match& match) {
   return keys;
 }
 
-namespace {
-
-std::string WrappedLines(const std::string& text) {
-  std::string lines;
-  for (const std::string& line : Wrapped(text, kLineWidth - 2)) lines += (lines.empty() ? "" : "  ") + line + "\n";
-  return lines;
-}
-
-}  // namespace
-
 std::string RestOfMark(const Match& match) {
   const Mark& mark = *match.mark;
   std::string text;
@@ -85,7 +75,7 @@ std::string RestOfMark(const Match& match) {
   std::string unknown;
   for (const std::string& part : mark.unknown) unknown += (unknown.empty() ? "" : ", ") + Printable(part);
   if (!unknown.empty()) add("unknown: " + unknown);
-  return WrappedLines("Begins with " + Printable(mark.name) + (text.empty() ? "" : "; after it: " + text));
+  return WrappedText("Begins with " + Printable(mark.name) + (text.empty() ? "" : "; after it: " + text));
 }
 
 std::vector<std::string_view> FamilyNames(const std::vector<Database>& databases) {

@@ -9,16 +9,14 @@ namespace {
 constexpr const char* kNotKnown = "-";
 
 /// The code with all digits of the instruction register. A code of 0 is not known: it is EXTEST by the older standard.
-std::string Instruction(unsigned int code, unsigned short ir_length, const char* family_text) {
-  if (code == 0) return TextOrDash(family_text);
-  return Hex(code, std::max(2, (ir_length + 3) / 4));
+std::string Instruction(unsigned int code, unsigned short irLength, const char* familyText) {
+  if (code == 0) return TextOrDash(familyText);
+  return Hex(code, std::max(2, (irLength + 3) / 4));
 }
 
 }  // namespace
 
 std::string IdText(unsigned int id) { return Hex(id, 8); }
-
-std::string TextOrDash(const char* text) { return text == nullptr || *text == '\0' ? kNotKnown : Printable(text); }
 
 const char* FamilyNameOrNull(const DeviceInfo& device) {
   const FamilyList* const family = device.GetFamilyObject();

@@ -15,11 +15,11 @@ namespace tool {
 
 using plddb::Hex;
 using plddb::Printable;
+using plddb::TextOrDash;
 using plddb::chain::DeviceName;
 using plddb::chain::FamilyName;
 
 std::string IdText(unsigned int id);                      ///< `id` with its 8 digits.
-std::string TextOrDash(const char* text);                 ///< Printable.
 const char* FamilyNameOrNull(const DeviceInfo& device);   ///< Of the family in which the device stands, as it is; lent.
 std::string IrLengthText(const DeviceInfo& device);       ///< A length of 0 is not known.
 std::string IdCodeInstruction(const DeviceInfo& device);  ///< The device's, or else what its family says.

@@ -27,7 +27,7 @@ chain; write ./ before the name of a file that looks like one.
 
 A file that is damaged is reported on standard error; what it states still counts.
 
-Exit code: 0 when every file fits (without a chain: when its device is known), 1 when one does not fit or it cannot be told, 2 for
+Exit code: 0 when every file fits (without a chain: when its device is known), 1 when one does not fit or it cannot be decided, 2 for
 wrong usage or a file that cannot be read.)";
 
 struct Options {

@@ -30,7 +30,7 @@ std::string FitText(const pf::Verdict& verdict) {
     case pf::Fit::kUnknown:
       break;
   }
-  return "cannot be told";
+  return "cannot be decided";
 }
 
 std::string DevicesText(const pf::Verdict& verdict) {

@@ -11,8 +11,8 @@ namespace tool {
 namespace {
 
 /// All of `text` as a decimal number from `least` to `most`.
-std::optional<unsigned long> Number(std::string_view text, unsigned long least, unsigned long most) {
-  unsigned long value = 0;
+std::optional<std::size_t> Number(std::string_view text, std::size_t least, std::size_t most) {
+  std::size_t value = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
   if (error != std::errc() || stop != end || value < least || value > most) return std::nullopt;
@@ -22,18 +22,17 @@ std::optional<unsigned long> Number(std::string_view text, unsigned long least, 
 }  // namespace
 
 std::string TakeIrLengths(plddb::chain::Chain& chain, const std::vector<std::string>& texts) {
-  constexpr unsigned long shortest = 2;  // by the standard: every capture ends in 01
-  constexpr unsigned long longest = 0xFFFF;
   const std::string last = std::to_string(chain.size() - 1);
   for (const std::string& text : texts) {
     const std::size_t equals = std::min(text.find('='), text.size());
     const auto position = Number(std::string_view(text).substr(0, equals), 0, chain.size() - 1);
-    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())), shortest, longest);
+    const auto length = Number(std::string_view(text).substr(std::min(equals + 1, text.size())),
+                               plddb::chain::kShortestIrLength, plddb::chain::kLongestIrLength);
     if (!position || !length) {
       return "--ir " + Printable(text) + ": expected POSITION=LENGTH, from 0 to " + last + " and from 2 to 65535";
     }
     if (chain[*position].givenIrLength != 0) return "--ir: position " + std::to_string(*position) + " twice";
-    chain[*position].givenIrLength = *length;
+    chain[*position].givenIrLength = static_cast<unsigned short>(*length);
   }
   return "";
 }

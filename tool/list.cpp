@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -111,28 +112,46 @@ std::vector<ListedDevice> Devices(const std::vector<ListedFamily>& families, con
 
 // --- Tables -----------------------------------------------------------------------------------------------------------------
 
-std::string Notes(const FamilyList& family) {
+std::string FamilyNotes(const FamilyList& family) {
   const std::string alias = TextOrDash(family.GetAliasName());
   std::string notes = alias == "-" ? "" : "also named " + alias;
   if (IsHidden(family)) notes += notes.empty() ? "hidden" : ", hidden";
   return notes;
 }
 
-/// `rows` without their last cells, the files, where all is of one file; in the form that was asked for.
+/// The folder of all files, which are the last cells of `rows` after the head: "/usr/share/plddb/"; empty when they differ.
+std::string CommonFolder(const std::vector<Row>& rows) {
+  std::string folder;
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    const std::string& file = rows[i].back();
+    const std::string other = file.substr(0, file.rfind('/') + 1);
+    if (i > 1 && other != folder) return "";
+    folder = other;
+  }
+  return folder;
+}
+
+/// `rows`, whose last cells are files, in the form that was asked for. In a text, what is equal in all files is written once.
 std::string Table(std::vector<Row> rows, const std::vector<Database>& databases, const Options& options) {
   if (options.format == "tsv") return TabbedTable(rows);
-  if (databases.size() < 2) {
-    for (Row& row : rows) row.pop_back();
-  }
-  return WrappedTable(rows);
+  const bool isOneFile =
+      std::all_of(rows.begin() + 1, rows.end(), [&](const Row& row) { return row.back() == rows[1].back(); });
+  const std::string folder = CommonFolder(rows);
+  const std::string end = databases.size() < 2 || rows.size() < 2 ? ""
+                          : isOneFile                             ? "\nFile: " + rows[1].back() + "\n"
+                          : folder.empty()                        ? ""
+                                                                  : "\nFolder: " + folder + "\n";
+  for (Row& row : rows)
+    isOneFile ? row.pop_back() : static_cast<void>(row.back().erase(0, &row == rows.data() ? 0 : folder.size()));
+  return WrappedTable(rows) + end;
 }
 
 std::string FamilyTable(const std::vector<ListedFamily>& families, const std::vector<Database>& databases,
                         const Options& options) {
   std::vector<Row> rows = {{"family", "devices", "notes", "file"}};
   for (const auto& [family, database] : families) {
-    rows.push_back(
-        {TextOrDash(family->GetName()), std::to_string(family->GetDeviceCount()), Notes(*family), Printable(database->file)});
+    rows.push_back({TextOrDash(family->GetName()), std::to_string(family->GetDeviceCount()), FamilyNotes(*family),
+                    Printable(database->file)});
   }
   return Table(std::move(rows), databases, options);
 }
@@ -235,17 +254,6 @@ std::string FileJson(const std::vector<Database>& databases) {
 
 // --- The command ------------------------------------------------------------------------------------------------------------
 
-/// The makers and package types of all devices.
-std::vector<std::string_view> Makers(const std::vector<Database>& databases) {
-  std::vector<std::string_view> makers;
-  for (const Database& database : databases) {
-    ForEachDevice(*database.devices, [&](const DeviceInfo& device) {
-      if (device.GetVendor() != nullptr) makers.emplace_back(device.GetVendor());
-    });
-  }
-  return EachOnce(makers);
-}
-
 /// Why nothing is listed.
 struct Nothing {
   std::string message;
@@ -257,7 +265,7 @@ Nothing WhyNothing(const std::vector<Database>& databases, const Options& option
     return {"no family is named " + Printable(options.family), Suggestions(options.family, FamilyNames(databases))};
   }
   Nothing nothing = {"no such device", {}};
-  if (!options.maker.empty()) nothing.suggestions = Suggestions(options.maker, Makers(databases));
+  if (!options.maker.empty()) nothing.suggestions = Suggestions(options.maker, EachOnce(Makers(databases)));
   if (!options.package.empty() && nothing.suggestions.empty()) {
     const auto types = plddb::find::TextsOf(ToSearch(databases), plddb::find::Key::kPackage);
     nothing.suggestions = Suggestions(options.package, EachOnce(types));

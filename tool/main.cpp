@@ -8,6 +8,7 @@
 #include "command.h"
 #include "command_line.h"
 #include "complete.h"
+#include "console.h"
 #include "heap.h"
 #include "standard_streams.h"
 
@@ -36,7 +37,7 @@ int Main(int argc, char** argv) {
   tool::Program program("plddb", "Answers questions about programmable logic devices from device descriptions.",
                         "plddb " PLDDB_VERSION);
   for (const auto& [name, summary, add] : kCommands) program.Add(name, summary, add);
-  const std::vector<std::string> words(argv + 1, argv + argc);
+  const std::vector<std::string> words = tool::StartConsole(argc, argv);
   if (!words.empty() && words.front() == tool::kComplete) {
     return ToStatus(tool::Complete(program, {words.begin() + 1, words.end()}));
   }

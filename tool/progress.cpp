@@ -1,8 +1,8 @@
 #include "progress.h"
 
-#include <filesystem>
 #include <utility>
 
+#include "Files.h"
 #include "device_text.h"
 
 namespace tool {
@@ -20,7 +20,7 @@ Progress::~Progress() { Erase(); }
 
 void Progress::Next(const std::string& file) {
   ++file_;
-  const std::string name = Printable(std::filesystem::path(file).filename().string());
+  const std::string name = Printable(plddb::ToName(plddb::ToPath(file).filename()));
   Show("loading " + (name.size() > kMostOfName ? name.substr(0, kMostOfName - 3) + "..." : name) + " (" +
        std::to_string(file_) + " of " + std::to_string(files_) + ")...");
 }

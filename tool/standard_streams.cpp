@@ -41,7 +41,7 @@ void WriteOutput(const std::string& text) {
 
 void WriteMessage(const std::string& text) {
   const std::string lines = plddb::EscapeUnseen(text, Escaped);
-  static_cast<void>(std::fputs(WithPaintedSeverities(lines, STDERR_FILENO).c_str(), stderr));
+  static_cast<void>(std::fputs(WithPaintedSeverities(lines, kMessages).c_str(), stderr));
 }
 
 void WriteProgress(const std::string& text) { static_cast<void>(std::fputs(text.c_str(), stderr)); }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <numeric>
 
 namespace tool {
 namespace {
@@ -71,27 +72,25 @@ std::size_t LongestWord(const std::vector<Row>& rows, std::size_t column) {
   return longest;
 }
 
-/// Makes columns narrower until a line takes kLineWidth, the widest first, each down to its longest word.
-void Narrow(std::vector<std::size_t>& widths, const std::vector<Row>& rows, std::size_t indent) {
-  std::size_t width = indent + 2 * (widths.empty() ? 0 : widths.size() - 1);
-  for (const std::size_t column : widths) width += column;
-  if (width <= kLineWidth) return;
+std::size_t LineWidth(const std::vector<std::size_t>& widths, std::size_t indent) {
+  return std::accumulate(widths.begin(), widths.end(), indent + 2 * (widths.empty() ? 0 : widths.size() - 1));
+}
+
+/// Makes columns narrower until a line takes kLineWidth, the widest first, each down to its longest word. False when that is
+/// too wide.
+bool Narrow(std::vector<std::size_t>& widths, const std::vector<Row>& rows, std::size_t indent) {
+  if (LineWidth(widths, indent) <= kLineWidth) return true;
   std::vector<std::size_t> least;
-  std::size_t leastWidth = width;
-  for (std::size_t i = 0; i < widths.size(); ++i) {
-    least.push_back(std::min(LongestWord(rows, i), widths[i]));
-    leastWidth -= widths[i] - least[i];
-  }
-  if (leastWidth > kLineWidth) return;  // a long word, such as the path of a file, exceeds the line anyway
-  while (width > kLineWidth) {
+  for (std::size_t i = 0; i < widths.size(); ++i) least.push_back(std::min(LongestWord(rows, i), widths[i]));
+  if (LineWidth(least, indent) > kLineWidth) return false;
+  for (std::size_t width = LineWidth(widths, indent); width > kLineWidth; --width) {
     std::size_t widest = widths.size();
     for (std::size_t i = 0; i < widths.size(); ++i) {
       if (widths[i] > least[i] && (widest == widths.size() || widths[i] >= widths[widest])) widest = i;
     }
-    if (widest == widths.size()) return;
-    --widths[widest];
-    --width;
+    --widths[widest];  // there is one: the least widths fit
   }
+  return true;
 }
 
 std::string LinesOf(const Row& row, const std::vector<std::size_t>& widths, const std::string& indent) {
@@ -137,26 +136,36 @@ std::vector<std::string> Wrapped(const std::string& text, std::size_t width) {
   return lines;
 }
 
-std::vector<std::string> AlignedLines(const std::vector<Row>& rows) {
-  const std::vector<std::size_t> widths = ColumnWidths(rows);
-  std::vector<std::string> lines;
-  lines.reserve(rows.size());
-  for (const Row& row : rows) lines.push_back(LinesOf(row, widths, ""));
-  return lines;
-}
-
-std::string AlignedTable(const std::vector<Row>& rows, const std::string& indent) {
-  std::string table;
-  for (const std::string& line : AlignedLines(rows)) table += indent + line + '\n';
-  return table;
+std::vector<std::string> WrappedRows(std::vector<Row> rows, const std::string& indent) {
+  std::vector<std::string> below(rows.size());  // the last cells, where they have lines of their own
+  std::vector<std::size_t> widths = ColumnWidths(rows);
+  while (!Narrow(widths, rows, indent.size()) && widths.size() > 1) {
+    widths.pop_back();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      if (rows[i].size() <= widths.size()) continue;
+      below[i] = '\n' + WrappedText(rows[i].back(), indent + "    ") + below[i];
+      below[i].pop_back();
+      rows[i].pop_back();
+    }
+  }
+  std::vector<std::string> texts;
+  texts.reserve(rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) texts.push_back(LinesOf(rows[i], widths, indent) + below[i]);
+  return texts;
 }
 
 std::string WrappedTable(const std::vector<Row>& rows, const std::string& indent) {
-  std::vector<std::size_t> widths = ColumnWidths(rows);
-  Narrow(widths, rows, indent.size());
   std::string table;
-  for (const Row& row : rows) table += LinesOf(row, widths, indent) + '\n';
+  for (const std::string& row : WrappedRows(rows, indent)) table += row + '\n';
   return table;
+}
+
+std::string WrappedText(const std::string& text, const std::string& indent) {
+  std::string lines;
+  for (const std::string& line : Wrapped(text, kLineWidth - indent.size() - 2)) {
+    lines += indent + (lines.empty() ? "" : "  ") + line + '\n';
+  }
+  return lines;
 }
 
 std::string TabbedTable(const std::vector<Row>& rows) {

@@ -10,15 +10,17 @@ using Row = std::vector<std::string>;
 /// The widest line of a table and of a help text, where its words allow it.
 inline constexpr std::size_t kLineWidth = 80;
 
-/// `rows` as lines of aligned columns, without line ends: two blanks between columns, none at the end of a line. Columns are as
-/// wide as their widest cell in columns of a terminal; colours (Painted) have no width.
-std::vector<std::string> AlignedLines(const std::vector<Row>& rows);
+/// `rows` as aligned columns, one text a row, without a line end: two blanks between columns, none at the end of a line, and
+/// `indent` before each line. Columns are as wide as their widest cell in columns of a terminal; colours (Painted) have no
+/// width. Where lines would be longer than kLineWidth, the widest columns are wrapped between their words; where their words are
+/// too long for that, the last columns get lines of their own, below the others.
+std::vector<std::string> WrappedRows(std::vector<Row> rows, const std::string& indent = "");
 
-/// The lines in one text, each after `indent`.
-std::string AlignedTable(const std::vector<Row>& rows, const std::string& indent = "");
-
-/// The same, but where lines would be longer than kLineWidth, the widest columns are wrapped between their words.
+/// The rows in one text.
 std::string WrappedTable(const std::vector<Row>& rows, const std::string& indent = "");
+
+/// `text` in lines of kLineWidth columns at most, each after `indent`, all but the first after two blanks more.
+std::string WrappedText(const std::string& text, const std::string& indent = "");
 
 /// `rows` as lines of cells with tabs between them; a cell "-" is left empty.
 std::string TabbedTable(const std::vector<Row>& rows);

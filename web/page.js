@@ -16,12 +16,12 @@ Info : JTAG tap: zynq.cpu tap/device found: 0x4ba00477 (mfg: 0x23b (ARM Ltd), pa
 0x1100481B
 `],
     ["Unknown id", `Chain length: 2
-Device Id: 00010010001101000101000010010011 (0x12345093)
+Device Id: 00000011011100101010000010010011 (0x0372A093)
 Device Id: 01001011101000000000010001110111 (0x4BA00477)
 `],
     ["Ambiguous id", `0x020F30DD
 `],
-    ["Misread id", `0x48058127
+    ["Misread id", `0xB2C08127
 `],
   ];
 
@@ -215,20 +215,29 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
       answer.ambiguous ? answer.ambiguous + " ambiguous" : "", unknown ? unknown + " unknown" : ""]
       .filter((part) => part).join(", ") + ".";
     put(at("answer"), answer.scan ? make("p", {class: "soft"}, "Read as: " + answer.scan) : null, make("div", {id: "drawing"}),
-      make("p", {}, answer.irLength), positionTable(answer),
+      make("p", {class: "lines"}, answer.irLength.trim()), positionTable(answer),
       notes(answer), forms());
     draw();
   }
 
-  let drawnRows = 0;
+  let room = 1;  // how many TAPs a row of the drawing may have
+
+  /// Keeps `room`. Asking for the width when it is needed would make the browser lay out the page twice.
+  function watchWidth() {
+    new ResizeObserver(([answer]) => {
+      const fits = Math.max(1, Math.floor((answer.contentRect.width - 80) / 236));
+      if (fits === room) return;
+      room = fits;
+      draw();
+    }).observe(at("answer"));
+  }
 
   /// Draws the chain in rows that the page has room for.
   function draw() {
     const place = at("drawing");
     if (!place) return;
-    drawnRows = Math.max(1, Math.floor((place.clientWidth - 80) / 236));
     if (!chain.isDrawn) return put(place, make("p", {class: "soft"}, "The chain is too long to be drawn."));
-    const svg = ask("draw", drawnRows).text.replace(/<style>[^]*?<\/style>/, "");
+    const svg = ask("draw", room).text.replace(/<style>[^]*?<\/style>/, "");
     const drawing = cleaned(new DOMParser().parseFromString(svg, "image/svg+xml").documentElement);
     drawing.setAttribute("role", "img");
     drawing.setAttribute("aria-label", "Drawing of the chain from TDI to TDO. The table below has all of it.");
@@ -614,10 +623,7 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
     takesDrops(at("own-drop"), takeOwn);
     takesChoice(at("own-file"), takeOwn);
     window.addEventListener("hashchange", () => { if (location.hash.slice(1) !== fragment()) restore(); });
-    window.addEventListener("resize", () => {
-      const place = at("drawing");
-      if (place && Math.max(1, Math.floor((place.clientWidth - 80) / 236)) !== drawnRows) draw();
-    });
+    watchWidth();
   }
 
   document.addEventListener("DOMContentLoaded", () => attempt(at("status"), async () => {

@@ -94,7 +94,7 @@ TEST(Limits, AFileMayHave64MiB) {
   text += ' ';
   EXPECT_EQ(sample::Lines(bsdl::Parse(text, "a.bsd").faults), "a.bsd:1:1: error: cannot read the file: larger than 64 MiB\n");
   const support::TemporaryFolder folder;
-  const std::string path = (folder.path() / "a.bsd").string();
+  const std::string path = (folder.Path() / "a.bsd").string();
   std::ofstream(path, std::ios::binary) << text;
   EXPECT_EQ(sample::Lines(bsdl::Load(path).faults), path + ":1:1: error: cannot read the file: larger than 64 MiB\n");
   EXPECT_EQ(sample::Lines(bsdl::Load("/dev/zero").faults), "/dev/zero:1:1: error: cannot read the file: larger than 64 MiB\n");
@@ -102,15 +102,15 @@ TEST(Limits, AFileMayHave64MiB) {
 
 TEST(Load, TellsWhyAFileCannotBeRead) {
   const support::TemporaryFolder folder;
-  const std::string path = (folder.path() / "none.bsd").string();
+  const std::string path = (folder.Path() / "none.bsd").string();
   EXPECT_EQ(sample::Lines(bsdl::Load(path).faults), path + ":1:1: error: cannot read the file: No such file or directory\n");
-  EXPECT_EQ(sample::Lines(bsdl::Load(folder.path().string()).faults),
-            folder.path().string() + ":1:1: error: cannot read the file: Is a directory\n");
+  EXPECT_EQ(sample::Lines(bsdl::Load(folder.Path().string()).faults),
+            folder.Path().string() + ":1:1: error: cannot read the file: Is a directory\n");
 }
 
 TEST(Load, ReadsAFileAndItsTime) {
   const support::TemporaryFolder folder;
-  const std::filesystem::path path = folder.path() / "a.bsd";
+  const std::filesystem::path path = folder.Path() / "a.bsd";
   std::ofstream(path) << sample::kText;
   const bsdl::File now = bsdl::Load(path.string());
   EXPECT_EQ(sample::Lines(now.faults), "");

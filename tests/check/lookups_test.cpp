@@ -69,7 +69,7 @@ class DueFindings {
     }
   }
 
-  const Told& due() const { return due_; }
+  const Told& Due() const { return due_; }
 
  private:
   void Add(const DeviceInfo& device, const DeviceInfo* found, const char* code) {
@@ -138,7 +138,7 @@ TEST(CheckLookups, FindADeviceShadowedExactlyWhenTheLookupsFindAnother) {
     plddb::Outline outline;
     const plddb::LoadResult loaded = plddb::ParseDescriptions(text, "devices.xml", &outline);
     ASSERT_NE(loaded.database, nullptr) << ToString(loaded.faults.front());
-    const Told due = DueFindings(*loaded.database, outline.root).due();
+    const Told due = DueFindings(*loaded.database, outline.root).Due();
     for (const auto& [line, code] : due) ++counts[code];
     Told told;
     for (const auto& finding : CheckText(text)) {

@@ -428,7 +428,7 @@ TEST(Faults, ATextOf64MiBIsTheLargest) {
 
 TEST(Loading, ReadsAPipeToItsEnd) {
   const support::TemporaryFolder folder;
-  const std::string pipe = folder.path() / "pipe";
+  const std::string pipe = folder.Path() / "pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   std::thread writer([&] { std::ofstream(pipe) << parse::WithDevice("Name='" + std::string(100000, 'x') + "'"); });
   const plddb::LoadResult result = plddb::LoadDescriptions(pipe);

@@ -33,20 +33,20 @@ std::string Attribute(std::string_view name, const std::string& text) { return "
 /// The largest value of the field's kind, or the least: all bits set.
 std::string SampleText(const Field& field) {
   switch (field.kind) {
-    case Kind::Text:
+    case Kind::kText:
       return "text of " + std::string(field.name);
-    case Kind::Range:
+    case Kind::kRange:
       return "0 to 31";
-    case Kind::Flag:
+    case Kind::kFlag:
       return "true";
-    case Kind::Unsigned8:
+    case Kind::kUnsigned8:
       return "0xFF";
-    case Kind::Count:
-    case Kind::Unsigned16:
+    case Kind::kCount:
+    case Kind::kUnsigned16:
       return "0xFFFF";
-    case Kind::Unsigned32:
+    case Kind::kUnsigned32:
       return "0xFFFFFFFF";
-    case Kind::Signed32:
+    case Kind::kSigned32:
       return "-1";
   }
   return "";
@@ -56,19 +56,19 @@ std::string ToText(const Value& value) { return value.text != nullptr ? value.te
 
 std::string SampleValue(const Field& field) {
   switch (field.kind) {
-    case Kind::Text:
-    case Kind::Range:
+    case Kind::kText:
+    case Kind::kRange:
       return SampleText(field);
-    case Kind::Flag:
+    case Kind::kFlag:
       return "number 1";
-    case Kind::Unsigned8:
+    case Kind::kUnsigned8:
       return "number 255";
-    case Kind::Count:
-    case Kind::Unsigned16:
+    case Kind::kCount:
+    case Kind::kUnsigned16:
       return "number 65535";
-    case Kind::Unsigned32:
+    case Kind::kUnsigned32:
       return "number 4294967295";
-    case Kind::Signed32:
+    case Kind::kSigned32:
       return "number -1";
   }
   return "";
@@ -125,7 +125,7 @@ std::vector<Place> Places() {
 std::string With(const Place& place, const Field& field) {
   std::string text = place.before + "<" + place.element + Attribute(field.name, SampleText(field));
   for (const Field& other : place.fields) {
-    if (other.need == Need::Required && other.name != field.name) text += Attribute(other.name, "needed");
+    if (other.need == Need::kRequired && other.name != field.name) text += Attribute(other.name, "needed");
   }
   return text + "/>" + place.after;
 }
@@ -166,7 +166,7 @@ TEST(Fields, AnAttributeSetsItsOwnFieldAloneAndABackup) {
       const auto changed =
           std::inner_product(before.begin(), before.end(), after.begin(), 0, std::plus<>(), std::not_equal_to<>());
       const Field* const next = &field + 1;
-      const bool hasBackup = next != place.fields.end() && next->need == Need::Backup;
+      const bool hasBackup = next != place.fields.end() && next->need == Need::kBackup;
       EXPECT_EQ(changed, hasBackup ? 2 : 1) << "row: " << place.element << " " << field.name;
     }
   }
@@ -180,7 +180,7 @@ TEST(Fields, ABackupIsRightBelowItsWorkingValueAndIsOfItsKind) {
   for (const Place& place : Places()) {
     const Field* above = nullptr;
     for (const Field& field : place.fields) {
-      if (field.need == Need::Backup) {
+      if (field.need == Need::kBackup) {
         ASSERT_NE(above, nullptr) << "row: " << field.name;
         const std::string working(above->name);
         const std::string name(field.name);

@@ -44,11 +44,11 @@ const std::map<std::string, const FieldTable*>& Tables() {
 
 std::string TypeOf(const Field& field) {
   static const std::map<Kind, std::string> types = {
-      {Kind::Text, "xs:string"},        {Kind::Range, "range"},         {Kind::Flag, "flag"},
-      {Kind::Count, "count"},           {Kind::Unsigned8, "unsigned8"}, {Kind::Unsigned16, "unsigned16"},
-      {Kind::Unsigned32, "unsigned32"}, {Kind::Signed32, "signed32"},
+      {Kind::kText, "xs:string"},        {Kind::kRange, "range"},         {Kind::kFlag, "flag"},
+      {Kind::kCount, "count"},           {Kind::kUnsigned8, "unsigned8"}, {Kind::kUnsigned16, "unsigned16"},
+      {Kind::kUnsigned32, "unsigned32"}, {Kind::kSigned32, "signed32"},
   };
-  return field.need == Need::NotEmpty ? "notEmpty" : types.at(field.kind);
+  return field.need == Need::kNotEmpty ? "notEmpty" : types.at(field.kind);
 }
 
 /// Attribute names, and their definition in the schema: "TYPE", or "TYPE required".
@@ -57,7 +57,7 @@ using Attributes = std::map<std::string, std::string>;
 Attributes AttributesOf(const FieldTable& fields) {
   Attributes attributes;
   for (const Field& field : fields) {
-    const bool isRequired = field.need == Need::Required || field.need == Need::NotEmpty;
+    const bool isRequired = field.need == Need::kRequired || field.need == Need::kNotEmpty;
     attributes[std::string(field.name)] = TypeOf(field) + (isRequired ? " required" : "");
   }
   return attributes;

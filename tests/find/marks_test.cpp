@@ -19,6 +19,12 @@ const char* const kFamilies =
     "<Device Name='10M08S' CodeName='10M08S'><Package Type='EQFP144' PON='MAX_10_10M08SAE144'/></Device>"
     "<Device Name='10CL025' CodeName='10CL025'><Package Type='EQFP144' PON='CYCLONE_10_LP_10CL025E144'/></Device>"
     "<Device Name='T8' CodeName='T8'/>"
+    "<Device Name='XC7A35T' CodeName='XC7A35T' Vendor='Xilinx'><Package Type='CSG324'/><Package Type='CPG236'/></Device>"
+    "<Device Name='GW1NR-9' CodeName='GW1NR-9' Vendor='Gowin'/><Device Name='GW1NR-9C' CodeName='GW1NR-9C' Vendor='Gowin'/>"
+    "<Device Name='GW2A-18' CodeName='GW2A-18'/>"
+    "<Device Name='5CGXC5' CodeName='5CGXC5' Vendor='Altera/Intel'><Package Type='FBGA484' "
+    "PON='CYCLONE_V_5CGXFC5CF23'/></Device>"
+    "<Device Name='5CEA2' CodeName='5CEA2'/>"
     "</Family>";
 
 /// "XC9572XL: VQ44 lead-free, -10, C, [T]"; a package that is not described is in parentheses.
@@ -72,6 +78,45 @@ TEST(Mark, IsANameAndWhatFollowsItAsFarAsItIsUnderstood) {
       {"T8F81C2", "T8: (F81), 2, C"},
       {"T8NONSENSE", ""},
       {"EG-FFVB1156-2-E", ""},
+      {"Xilinx XC7A35T-1CSG324C", "XC7A35T: CSG324 lead-free, -1, C"},
+      {"AMD XC7A35T-1CPG236C", "XC7A35T: CPG236 lead-free, -1, C"},
+      {"amd/xilinx xc7a35tcpg236-1", "XC7A35T: CPG236 lead-free, -1"},
+      {"XILINX 7A35T-1CPG236", "XC7A35T: CPG236 lead-free, -1"},
+      {"AMDXC7A35T", ""},
+      {"XA7A35T-1CPG236I", "XC7A35T: CPG236 lead-free, -1, I [XA]"},
+      {"XQ7A35T-1CPG236I", "XC7A35T: CPG236 lead-free, -1, I [XQ]"},
+      {"XB7A35T-1CPG236I", ""},
+      {"XC7A35T 1CSG324", "XC7A35T: CSG324 lead-free, -1"},
+      {"XC7A35T1CSG324C", "XC7A35T: CSG324 lead-free, -1, C"},
+      {"XC7A35T-1CSG324CTR", "XC7A35T: CSG324 lead-free, -1, C [TR]"},
+      {"XC7A35T-1CSG324CES", "XC7A35T: CSG324 lead-free, -1, C [ES]"},
+      {"XC7A35T-1CSG324I4117", "XC7A35T: CSG324 lead-free, -1, I [4117]"},
+      {"XC7A35T-1CSG324C-ND", "XC7A35T: CSG324 lead-free, -1, C [ND]"},
+      {"XC7A35T-1CSG324CXY", "XC7A35T: CSG324 lead-free, -1 [CXY]"},
+      {"XC7A35T\xE2\x80\x93"
+       "1CSG324C",
+       "XC7A35T: CSG324 lead-free, -1, C"},
+      {"XC7A35T\xE2\x88\x92"
+       "1CSG324C",
+       "XC7A35T: CSG324 lead-free, -1, C"},
+      {"XC7A35T\xC2\xA0"
+       "CSG324",
+       "XC7A35T: CSG324 lead-free"},
+      {"XC7A35T\xE2\x84\xA2-1CSG324C", "XC7A35T: CSG324 lead-free, -1, C"},
+      {"XC7A35T\xE2\x84\xA2", "exact"},
+      {"XC7A-35T-1CSG324", "XC7A35T: CSG324 lead-free, -1"},
+      {"XC9572 XL 10VQ44", "XC9572XL: VQ44, -10"},
+      {"T8-5C", "T8:, -5, C"},
+      {"GW1NR-LV9QN88PC6/I5", "GW1NR-9: (QN88), 6, C [LV] [P] [I5]"},
+      {"GW1NR-UV9CQN88C6/I5", "GW1NR-9C: (QN88), 6, C [UV] [I5]"},
+      {"gw2a-lv18pg256c8/i7", "GW2A-18: (PG256), 8, C [LV] [I7]"},
+      {"GW2A-LV55PG484C8", ""},
+      {"GW1NR9", "GW1NR-9:"},
+      {"Gowin GW1NR-9", "GW1NR-9:"},
+      {"5CGXFC5C6F27C7N", "5CGXC5: (F27) lead-free, 7, C [F] [C6]"},
+      {"5CGXFC5CF23C7", "5CGXFC5CF23: FBGA484, 7, C"},
+      {"5CEBA2F23C8N", "5CEA2: (F23) lead-free, 8, C [B]"},
+      {"5CGXFC7C6F27C7N", ""},
       {"XC9572XL-10VQ44C\xFF", "XC9572XL: VQ44, -10 [C\xFF]"},
       {"XC9572XL-10\n44", "XC9572XL:, -10 [44]"},
   };

@@ -24,8 +24,8 @@ TEST(DeviceStrElement, IsNullUntilFirstSet) {
 }
 
 TEST(DeviceStrElement, HoldsTheWholeTextAsAPrivateCopy) {
-  const std::string long_text(100'000, 'x');
-  const char* const cases[] = {"abc", "", " \t blanks \n", "\x80\xE9\xFF", "a", long_text.c_str()};
+  const std::string longText(100'000, 'x');
+  const char* const cases[] = {"abc", "", " \t blanks \n", "\x80\xE9\xFF", "a", longText.c_str()};
   for (const char* const text : cases) {
     DeviceStrElement element;
     element.SetString(text);

@@ -173,7 +173,7 @@ TEST(Verdict, ReasonsTellWrongDevicesFromChecksAndPaddingsThatRefuse) {
        PaddedSvf("HIR 5 TDI (1f); HDR 1 TDI (0);\n"),
        {kXc2c32a, kXc9572Xl},
        "the right device, but the file's padding has 5 and 0 instruction bits"},
-      {"no id", XilinxJedec("XC9572XL-10-VQ44", "46656"), {0}, "position 0 (no id): cannot be told: no IDCODE was read here"},
+      {"no id", XilinxJedec("XC9572XL-10-VQ44", "46656"), {0}, "position 0 (no id): cannot be decided: no IDCODE was read here"},
       {"contradiction", XilinxJedec("XC9572XL-10-VQ44", "23328"), {kXc9572Xl}, "the file contradicts itself"},
       {"fuse count", Jedec("x*QF186624*"), {0x09616093}, "can be for any of XC95216, XC95288XL, XC95288XV"},
       {"fuse count", Jedec("x*QF186624*"), {0x09616093}, "XC95216, XC95288XL, XC95288XV share this number of fuses"},

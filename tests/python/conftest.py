@@ -39,10 +39,25 @@ def tree() -> plddb.Database:
     return db
 
 
-def run_tool(*arguments: str, text: str = "") -> object:
-    """What the command answers as JSON, over the shipped descriptions."""
-    run = subprocess.run(
-        [TOOL, *arguments, "--db", str(SOURCE / "data")], input=text, capture_output=True, text=True, timeout=60, check=False
-    )
-    assert run.returncode in (0, 1), run.stderr
-    return json.loads(run.stdout)
+def run(subcommand: str, *arguments: str) -> subprocess.CompletedProcess:
+    """The command, over the shipped descriptions."""
+    all_arguments = [TOOL, subcommand, "--db", str(SOURCE / "data"), *arguments]
+    done = subprocess.run(all_arguments, capture_output=True, timeout=60, check=False)
+    assert done.returncode in (0, 1), done.stderr
+    return done
+
+
+def read_tool(*arguments: str) -> str:
+    """What the command prints."""
+    return run(*arguments).stdout.decode(errors="surrogateescape")
+
+
+def run_tool_with_messages(*arguments: str) -> tuple:
+    """What the command answers as JSON, and its messages."""
+    done = run(*arguments)
+    return json.loads(done.stdout), done.stderr.decode().splitlines()
+
+
+def run_tool(*arguments: str) -> object:
+    """What the command answers as JSON."""
+    return run_tool_with_messages(*arguments)[0]

@@ -5,9 +5,14 @@ import subprocess
 import plddb
 import pytest
 
-from conftest import TOOL, run_tool
+from conftest import SOURCE, TOOL, run_tool
 from documentation_test import BSDL
 
+FOLDERS = [
+    "altera", "efinix", "gowin", "intel_hex", "isc", "jedec", "programming_file", "stapl", "svf", "xilinx_bin", "xilinx_bit", "xsvf",
+]  # fmt: skip
+FILES = sorted(path for folder in FOLDERS for path in (SOURCE / "fuzz/corpus" / folder).glob("*"))
+BSDL_FILES = sorted([*(SOURCE / "fuzz/corpus/bsdl").glob("*"), *(SOURCE / "tests/tool/data").glob("*.bsd")])
 JEDEC = "\x02Own file*\nNOTE DEVICE XC9572XL-7VQ44C*\nN DEVICE XC9572XL*\nQF46656*\nF0*\n\x03"
 
 
@@ -18,19 +23,54 @@ def jedec(tmp_path):
     return path
 
 
-def test_a_verdict_is_that_of_the_command(shipped, jedec):
-    for ids in (["0x59604093"], ["0x0362D093"], ["0x59604093", "0x0362D093", "0x59604093"], ["0x12345677"]):
-        verdict = plddb.fits(jedec, shipped.identify(ids))
-        if TOOL:
-            (answer,) = run_tool("fits", "--json", str(jedec), *ids)
-            assert answer["verdict"] == verdict.fit
-            assert answer["positions"] == verdict.positions
-            assert answer["devices"] == [device.name for device in verdict.devices]
-            assert answer["format"] == verdict.format
-            assert answer["fuseCount"] == verdict.fuse_count
-            assert answer["reasons"][: len(verdict.reasons)] == verdict.reasons
-            assert [one["kind"] for one in answer["statements"]] == [one.kind for one in verdict.statements]
-            assert [one["text"] for one in answer["statements"]] == [one.text for one in verdict.statements]
+def statement_as_json(one):
+    kind, _, number = one.place.partition(" ")
+    return {
+        "kind": one.kind,
+        "text": one.text,
+        "value": f"0x{one.value:08X}" if one.kind == "id" else one.value,
+        "mask": None if one.mask is None else f"0x{one.mask:08X}",
+        {"line": "line", "byte": "offset"}[kind]: int(number.partition(",")[0]),
+    }
+
+
+def verdict_as_json(verdict):
+    return {
+        "file": verdict.file,
+        "format": verdict.format,
+        "statements": [statement_as_json(one) for one in verdict.statements],
+        "fuseCount": verdict.fuse_count,
+        "devices": [device.name for device in verdict.devices],
+        "verdict": verdict.fit,
+        "positions": verdict.positions,
+    }
+
+
+def compare(answers, verdicts):
+    for answer, verdict in zip(answers, verdicts):
+        reasons = answer.pop("reasons")
+        assert answer == verdict_as_json(verdict)
+        assert reasons[: len(verdict.reasons)] == verdict.reasons
+        assert len(reasons) == len(verdict.reasons) + len(verdict.faults)
+        for reason, fault in zip(reasons[len(verdict.reasons) :], verdict.faults):
+            assert reason.startswith("damaged (") and reason.endswith(fault.text.partition(": ")[2] or fault.text)
+
+
+@pytest.mark.skipif(not TOOL, reason="the command is not built")
+@pytest.mark.parametrize(
+    "ids", [["0x59604093"], ["0x0362D093"], ["0x59604093", "0x0362D093", "0x59604093"], ["0x12345677"], []], ids=len
+)
+def test_a_verdict_is_that_of_the_command(shipped, jedec, ids):
+    files = [str(jedec), *(str(path) for path in FILES)]
+    chain = shipped.identify(ids) if ids else shipped
+    compare(run_tool("fits", "--json", *files, *ids), [plddb.fits(file, chain) for file in files])
+
+
+@pytest.mark.skipif(not TOOL, reason="the command is not built")
+def test_the_order_of_the_chain_counts(shipped, jedec):
+    for order in ("tdo", "tdi"):
+        answer = run_tool("fits", "--json", str(jedec), "0x59604093", "0x0362D093", "--order", order, "--ir", "1=6")
+        compare(answer, [plddb.fits(jedec, shipped.identify([0x59604093, 0x0362D093], order=order, ir={1: 6}))])
 
 
 def test_a_file_is_judged_without_a_chain(shipped, jedec):
@@ -85,6 +125,26 @@ def test_a_device_of_a_bsdl_file_is_added_as_the_command_does(tmp_path, tree):
         run = subprocess.run([TOOL, "import", "--family", "PLD1200", "--into", into, own], capture_output=True, text=True, check=False)
         assert run.returncode == 0, run.stderr
         assert text == (run.stdout or into.read_text())
+
+
+@pytest.mark.skipif(not TOOL, reason="the command is not built")
+@pytest.mark.parametrize("path", BSDL_FILES, ids=lambda path: path.name)
+def test_a_bsdl_file_is_described_or_refused_as_by_the_command(path):
+    run = subprocess.run(
+        [TOOL, "import", "--family", "F", "--vendor", "V", path], capture_output=True, check=False, timeout=60
+    )
+    try:
+        file = plddb.read_bsdl(path)
+        text = file.to_xml("F", vendor="V")
+        described = plddb.write(file.describe("F", vendor="V"))
+    except plddb.Error as error:
+        assert run.returncode == 2, run.stdout
+        assert {str(fault) for fault in error.faults} <= set(run.stderr.decode(errors="surrogateescape").splitlines())
+        assert error.faults
+    else:
+        assert run.returncode == 0, run.stderr
+        assert run.stdout.decode() == text
+        assert plddb.write(plddb.parse(text)) == described
 
 
 def test_a_bsdl_file_that_cannot_be_used_raises(tmp_path):

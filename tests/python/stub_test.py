@@ -2,6 +2,7 @@
 
 import ast
 import inspect
+import os
 import pydoc
 import subprocess
 import sys
@@ -15,7 +16,7 @@ STUB = SOURCE / "python/plddb/__init__.pyi"
 
 def members(cls):
     """Names of a class's own members: nothing of Python's own, but what makes it a sequence or comparable."""
-    special = {"__len__", "__getitem__", "__eq__", "_repr_svg_"}
+    special = {"__len__", "__getitem__", "__contains__", "__reversed__", "__eq__", "_repr_svg_"}
     return {name for name in vars(cls) if not name.startswith("_") or name in special}
 
 
@@ -86,12 +87,23 @@ plddb.Database().get_family(b"x")  # EXPECTED
     assert [line for line in lines if not line.startswith(str(program))] == []
 
 
+def test_the_module_is_as_the_stub_describes_it(tmp_path):
+    run = subprocess.run(
+        [sys.executable, "-B", "-m", "mypy.stubtest", "plddb", "--concise"], cwd=tmp_path,
+        env={**os.environ, "MYPYPATH": str(SOURCE / "python")}, capture_output=True, text=True, check=False,
+    )  # fmt: skip
+    # pybind11 has a metaclass and an __init__ of its own for every class.
+    usual = ("is inconsistent, metaclass differs", ".__init__ is inconsistent, stub does not have *args argument")
+    lines = [line for line in run.stdout.splitlines() if line and not any(words in line for words in usual)]
+    assert (lines, run.stderr) == ([], "")
+
+
 def test_everything_is_documented():
     for name in plddb.__all__:
         one = getattr(plddb, name)
         assert inspect.getdoc(one), name
         if inspect.isclass(one) and not issubclass(one, Exception):
-            for member in members(one) - {"__len__", "__getitem__", "__eq__"}:
+            for member in members(one) - {"__len__", "__getitem__", "__contains__", "__reversed__", "__eq__"}:
                 assert inspect.getdoc(getattr(one, member)), f"{name}.{member}"
 
 

@@ -29,15 +29,15 @@ struct Device {
   std::string name;  ///< Empty: not to be recognised.
 };
 
-/// The device `name` of data/. `free_bits` are those of the id that its mask leaves out: the version of the die, or its
+/// The device `name` of data/. `freeBits` are those of the id that its mask leaves out: the version of the die, or its
 /// package.
-Device Known(const char* name, unsigned int free_bits = 0) {
+Device Known(const char* name, unsigned int freeBits = 0) {
   static const plddb::LoadResult loaded = plddb::LoadDescriptions(PLDDB_DATA_DIR "/xilinx.xml");
   const DeviceInfo* const device = loaded.database->GetDeviceWithName(name);
   if (device == nullptr) throw std::runtime_error(std::string("no device ") + name);
   TapDescription tap;
-  tap.ir_length = device->GetIRLength();
-  tap.idcode = device->GetjtagDeviceID() | (free_bits & ~device->GetDeviceIDScanMask());
+  tap.irLength = device->GetIRLength();
+  tap.idcode = device->GetjtagDeviceID() | (freeBits & ~device->GetDeviceIDScanMask());
   if (device->GetIDInstruction() != 0) tap.idcode_instruction = device->GetIDInstruction();
   return {tap, name};
 }
@@ -45,7 +45,7 @@ Device Known(const char* name, unsigned int free_bits = 0) {
 /// A processor core, which is in no data of ours.
 Device Foreign() {
   TapDescription tap;
-  tap.ir_length = 4;
+  tap.irLength = 4;
   tap.idcode = 0x4BAFF477;
   tap.idcode_instruction = 0xE;
   return {tap, ""};
@@ -53,13 +53,13 @@ Device Foreign() {
 
 Device WithoutIdcode() {
   TapDescription tap;
-  tap.ir_length = 5;
+  tap.irLength = 5;
   return {tap, ""};
 }
 
 /// With status bits in what the IR captures, as real devices have them: ...01 is all that the standard promises.
 Device WithStatusBits(Device device) {
-  device.tap.ir_capture = (std::uint64_t{1} << device.tap.ir_length) - 3;  // 1...101
+  device.tap.ir_capture = (std::uint64_t{1} << device.tap.irLength) - 3;  // 1...101
   return device;
 }
 
@@ -67,8 +67,8 @@ constexpr unsigned int kVersion5 = 0x50000000;
 
 struct Chain {
   const char* what;
-  std::vector<Device> devices;            ///< Nearest TDO first.
-  std::vector<std::string> ir_lengths{};  ///< What a user has to add for the unknown ones: --ir.
+  std::vector<Device> devices;           ///< Nearest TDO first.
+  std::vector<std::string> irLengths{};  ///< What a user has to add for the unknown ones: --ir.
 };
 
 const std::vector<Chain>& Chains() {
@@ -99,8 +99,8 @@ std::vector<TapDescription> Taps(const Chain& chain) {
 std::string LogOfOpenOcd(const Chain& chain, const std::string& configuration = "") {
   const RemoteBitbangServer server(Taps(chain));
   const support::TemporaryFolder folder;
-  const std::string file = folder.path() / "chain.cfg";
-  std::ofstream(file) << "adapter driver remote_bitbang\nremote_bitbang host 127.0.0.1\nremote_bitbang port " << server.port()
+  const std::string file = folder.Path() / "chain.cfg";
+  std::ofstream(file) << "adapter driver remote_bitbang\nremote_bitbang host 127.0.0.1\nremote_bitbang port " << server.Port()
                       << "\nadapter speed 1000\ngdb_port disabled\ntelnet_port disabled\ntcl_port disabled\n"
                       << configuration;
   const ToolRun run = RunProgram("/usr/bin/env", {"timeout", "--kill-after=5", "60", "openocd", "-f", file, "-c", "init", "-c",
@@ -129,8 +129,8 @@ std::vector<std::string> Lines(const std::string& text) {
 std::string LinesWith(const std::string& text, const std::vector<const char*>& marks) {
   std::string lines;
   for (const std::string& line : Lines(text)) {
-    const auto is_there = [&](const char* mark) { return Contains(line, mark); };
-    if (std::any_of(marks.begin(), marks.end(), is_there)) lines += line + "\n";
+    const auto isThere = [&](const char* mark) { return Contains(line, mark); };
+    if (std::any_of(marks.begin(), marks.end(), isThere)) lines += line + "\n";
   }
   return lines;
 }
@@ -143,13 +143,13 @@ constexpr const char* kHarmless[] = {"gdb services need one or more targets defi
 std::string Complaints(const std::string& log) {
   std::string complaints;
   for (const std::string& line : Lines(LinesWith(log, {"Warn :", "Error:"}))) {
-    const auto is_said = [&](const char* text) { return Contains(line, text); };
-    if (std::none_of(std::begin(kHarmless), std::end(kHarmless), is_said)) complaints += line + "\n";
+    const auto isSaid = [&](const char* text) { return Contains(line, text); };
+    if (std::none_of(std::begin(kHarmless), std::end(kHarmless), isSaid)) complaints += line + "\n";
   }
   return complaints;
 }
 
-std::string TextOr(const Json& value, const char* text_of_null) { return value.is_null() ? text_of_null : value; }
+std::string TextOr(const Json& value, const char* textOfNull) { return value.is_null() ? textOfNull : value; }
 
 /// `plddb identify --scan` of the log. That some id is unknown is an answer as well.
 std::string IdentifyScan(const std::string& log, const std::vector<std::string>& options) {
@@ -181,9 +181,9 @@ std::vector<std::string> Simulated(const Chain& chain) {
 }
 
 /// The configuration that plddb makes of the log.
-std::string Configuration(const std::string& log, std::vector<std::string> ir_lengths) {
-  ir_lengths.insert(ir_lengths.begin(), {"--format", "openocd"});
-  return IdentifyScan(log, ir_lengths);
+std::string Configuration(const std::string& log, std::vector<std::string> irLengths) {
+  irLengths.insert(irLengths.begin(), {"--format", "openocd"});
+  return IdentifyScan(log, irLengths);
 }
 
 /// "IDCODE EXPECTED IRLENGTH" of each row of OpenOCD's table of the chain.
@@ -204,9 +204,9 @@ std::vector<std::string> TableOfAccepted(const Chain& chain) {
     const unsigned int id = device.tap.idcode.value_or(0);
     const bool ignoresVersion = !device.name.empty();  // the masks of all these devices leave it out
     if (ignoresVersion) {
-      std::snprintf(row, sizeof row, "0x%08x 0x*%07x %d", id, id & 0x0FFFFFFF, device.tap.ir_length);
+      std::snprintf(row, sizeof row, "0x%08x 0x*%07x %d", id, id & 0x0FFFFFFF, device.tap.irLength);
     } else {
-      std::snprintf(row, sizeof row, "0x%08x 0x%08x %d", id, id, device.tap.ir_length);
+      std::snprintf(row, sizeof row, "0x%08x 0x%08x %d", id, id, device.tap.irLength);
     }
     rows.push_back(row);
   }
@@ -274,7 +274,7 @@ TEST(OpenOcdLog, TellsItInEachOfItsParts) {
 
 TEST(OpenOcdConfiguration, IsAcceptedForEveryTap) {
   for (const Chain& chain : Chains()) {
-    const std::string configuration = Configuration(LogOfOpenOcd(chain), chain.ir_lengths);
+    const std::string configuration = Configuration(LogOfOpenOcd(chain), chain.irLengths);
     const std::string log = LogOfOpenOcd(chain, configuration);
     EXPECT_EQ(Complaints(log), "") << "row: " << chain.what << "\n" << configuration;
     EXPECT_EQ(Table(log), TableOfAccepted(chain)) << "row: " << chain.what << "\n" << configuration;
@@ -307,7 +307,7 @@ TEST(OpenOcdConfiguration, IsAcceptedForAnotherRevisionOfTheDies) {
 
 TEST(OpenOcdConfiguration, NeedsTheIrLengthsOfDevicesThatAreNotIdentified) {
   for (const Chain& chain : Chains()) {
-    if (chain.ir_lengths.empty()) continue;
+    if (chain.irLengths.empty()) continue;
     const std::string configuration = Configuration(LogOfOpenOcd(chain), {});
     EXPECT_TRUE(Contains(configuration, "\n# jtag newtap ")) << "row: " << chain.what << "\n" << configuration;
     EXPECT_NE(Complaints(LogOfOpenOcd(chain, configuration)), "") << "row: " << chain.what << "\n" << configuration;

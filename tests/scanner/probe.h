@@ -41,8 +41,8 @@ class Probe {
   }
 
  private:
-  std::string Shift(const char* way_there, const std::string& bits) {
-    Walk(way_there);
+  std::string Shift(const char* wayThere, const std::string& bits) {
+    Walk(wayThere);
     std::string out;
     for (std::size_t i = 0; i < bits.size(); ++i) out += Clock(i + 1 == bits.size(), bits[i] == '1') ? '1' : '0';
     Walk("10");

@@ -21,11 +21,11 @@ int ListenOnLoopback(int& port) {
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof address;
-  const auto any_address = reinterpret_cast<sockaddr*>(&address);
+  const auto anyAddress = reinterpret_cast<sockaddr*>(&address);
   const int listener = OrThrow(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket");
-  OrThrow(bind(listener, any_address, size), "bind");
+  OrThrow(bind(listener, anyAddress, size), "bind");
   OrThrow(listen(listener, 1), "listen");
-  OrThrow(getsockname(listener, any_address, &size), "getsockname");
+  OrThrow(getsockname(listener, anyAddress, &size), "getsockname");
   port = ntohs(address.sin_port);
   return listener;
 }
@@ -42,12 +42,12 @@ bool SendAll(int connection, std::string_view text) {
 /// Until the other end quits or disconnects.
 void ServeConnection(int connection, SimulatedChain& chain) {
   char buffer[4096];
-  for (bool goes_on = true; goes_on;) {
+  for (bool goesOn = true; goesOn;) {
     const ssize_t received = recv(connection, buffer, sizeof buffer, 0);
     if (received <= 0) return;
     std::string answer;
-    goes_on = Obey({buffer, static_cast<std::size_t>(received)}, chain, answer);
-    goes_on = SendAll(connection, answer) && goes_on;
+    goesOn = Obey({buffer, static_cast<std::size_t>(received)}, chain, answer);
+    goesOn = SendAll(connection, answer) && goesOn;
   }
 }
 

@@ -29,7 +29,7 @@ class RemoteBitbangServer {
   RemoteBitbangServer(const RemoteBitbangServer&) = delete;
   RemoteBitbangServer& operator=(const RemoteBitbangServer&) = delete;
 
-  int port() const { return port_; }  ///< A free one that the system chose.
+  int Port() const { return port_; }  ///< A free one that the system chose.
 
  private:
   void Serve();

@@ -19,7 +19,7 @@ constexpr std::uint32_t kIdcode = 0x59604093;
 
 std::vector<TapDescription> OneDevice() {
   TapDescription description;
-  description.ir_length = 8;
+  description.irLength = 8;
   description.idcode = kIdcode;
   return {description};
 }
@@ -100,19 +100,19 @@ TEST(RemoteBitbang, EndsWithQ) {
 
 TEST(RemoteBitbangServer, ServesOneClientAfterTheOther) {
   const RemoteBitbangServer server(OneDevice());
-  for (const char* good_bye : {"Q", ""}) {  // OpenOCD may send it, or be killed
-    Client client(server.port());
-    client.Say(kResetAndShiftDr + kRead32Bits + good_bye);
-    EXPECT_EQ(client.Hear(32), scanner::Bits(kIdcode, 32)) << "row: " << good_bye;
+  for (const char* goodBye : {"Q", ""}) {  // OpenOCD may send it, or be killed
+    Client client(server.Port());
+    client.Say(kResetAndShiftDr + kRead32Bits + goodBye);
+    EXPECT_EQ(client.Hear(32), scanner::Bits(kIdcode, 32)) << "row: " << goodBye;
   }
-  Client last(server.port());
+  Client last(server.Port());
   last.Say("R");
   EXPECT_EQ(last.Hear(1).size(), 1U);
 }
 
 TEST(RemoteBitbangServer, ClosesTheConnectionAfterGoodBye) {
   const RemoteBitbangServer server(OneDevice());
-  Client client(server.port());
+  Client client(server.Port());
   client.Say("RQ");
   EXPECT_EQ(client.Hear(2), "1");
 }
@@ -120,7 +120,7 @@ TEST(RemoteBitbangServer, ClosesTheConnectionAfterGoodBye) {
 TEST(RemoteBitbangServer, ListensOnAPortOfItsOwn) {
   const RemoteBitbangServer one(OneDevice());
   const RemoteBitbangServer other(OneDevice());
-  EXPECT_NE(one.port(), other.port());
+  EXPECT_NE(one.Port(), other.Port());
 }
 
 }  // namespace

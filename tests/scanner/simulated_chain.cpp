@@ -7,7 +7,7 @@ SimulatedChain::SimulatedChain(const std::vector<TapDescription>& devices) : tap
 void SimulatedChain::Write(bool tck, bool tms, bool tdi) {
   if (tck && !tck_) {
     for (std::size_t i = 0; i < taps_.size(); ++i) {
-      taps_[i].RisingEdge(tms, i + 1 < taps_.size() ? taps_[i + 1].tdo() : tdi);  // no TDO changes at this edge
+      taps_[i].RisingEdge(tms, i + 1 < taps_.size() ? taps_[i + 1].Tdo() : tdi);  // no TDO changes at this edge
     }
   }
   if (!tck && tck_) {
@@ -16,7 +16,7 @@ void SimulatedChain::Write(bool tck, bool tms, bool tdi) {
   tck_ = tck;
 }
 
-bool SimulatedChain::Tdo() const { return taps_.front().tdo(); }
+bool SimulatedChain::Tdo() const { return taps_.front().Tdo(); }
 
 void SimulatedChain::Reset() {
   for (Tap& tap : taps_) tap.Reset();

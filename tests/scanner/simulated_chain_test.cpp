@@ -13,9 +13,9 @@ using scanner::Probe;
 using scanner::SimulatedChain;
 using scanner::TapDescription;
 
-TapDescription Device(int ir_length, std::optional<std::uint32_t> idcode = std::nullopt) {
+TapDescription Device(int irLength, std::optional<std::uint32_t> idcode = std::nullopt) {
   TapDescription description;
-  description.ir_length = ir_length;
+  description.irLength = irLength;
   description.idcode = idcode;
   description.idcode_instruction = 2;
   return description;

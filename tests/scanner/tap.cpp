@@ -43,24 +43,24 @@ TapState NextState(TapState state, bool tms) {
 
 void Tap::Reset() {
   state_ = TapState::kTestLogicReset;
-  idcode_selected_ = description_.idcode.has_value();
+  idcodeSelected_ = description_.idcode.has_value();
   tdo_ = true;
 }
 
 void Tap::Capture(std::uint64_t value, int length) {
-  shift_register_ = value;
-  shift_length_ = length;
+  shiftRegister_ = value;
+  shiftLength_ = length;
 }
 
 void Tap::RisingEdge(bool tms, bool tdi) {
   if (state_ == TapState::kCaptureIr) {
-    Capture(description_.ir_capture, description_.ir_length);
-  } else if (state_ == TapState::kCaptureDr && idcode_selected_) {
+    Capture(description_.ir_capture, description_.irLength);
+  } else if (state_ == TapState::kCaptureDr && idcodeSelected_) {
     Capture(*description_.idcode, 32);
   } else if (state_ == TapState::kCaptureDr) {
     Capture(0, 1);  // BYPASS
   } else if (IsShifting(state_)) {
-    shift_register_ = shift_register_ >> 1 | std::uint64_t{tdi} << (shift_length_ - 1);
+    shiftRegister_ = shiftRegister_ >> 1 | std::uint64_t{tdi} << (shiftLength_ - 1);
   }
   state_ = NextState(state_, tms);
 }
@@ -68,9 +68,9 @@ void Tap::RisingEdge(bool tms, bool tdi) {
 void Tap::FallingEdge() {
   if (state_ == TapState::kTestLogicReset) Reset();
   if (state_ == TapState::kUpdateIr) {
-    idcode_selected_ = description_.idcode && shift_register_ == description_.idcode_instruction;
+    idcodeSelected_ = description_.idcode && shiftRegister_ == description_.idcode_instruction;
   }
-  tdo_ = IsShifting(state_) ? (shift_register_ & 1) != 0 : true;
+  tdo_ = IsShifting(state_) ? (shiftRegister_ & 1) != 0 : true;
 }
 
 }  // namespace scanner

@@ -33,7 +33,7 @@ TapState NextState(TapState state, bool tms);
 
 /// What makes a device differ from another to a scanner.
 struct TapDescription {
-  int ir_length = 2;                                ///< Bits, 2 to 64.
+  int irLength = 2;                                 ///< Bits, 2 to 64.
   std::optional<std::uint32_t> idcode;              ///< A device without one shows its BYPASS bit after a reset.
   std::optional<std::uint64_t> idcode_instruction;  ///< Any other code selects BYPASS.
   std::uint64_t ir_capture = 1;                     ///< What Capture-IR loads. The standard wants ...01; the rest is status.
@@ -48,17 +48,17 @@ class Tap {
   void RisingEdge(bool tms, bool tdi);
   void FallingEdge();
 
-  TapState state() const { return state_; }
-  bool tdo() const { return tdo_; }  ///< High where the standard wants it undriven: boards pull it up.
+  TapState State() const { return state_; }
+  bool Tdo() const { return tdo_; }  ///< High where the standard wants it undriven: boards pull it up.
 
  private:
   void Capture(std::uint64_t value, int length);
 
   TapDescription description_;
   TapState state_ = TapState::kTestLogicReset;
-  bool idcode_selected_ = false;  ///< Else BYPASS.
-  std::uint64_t shift_register_ = 0;
-  int shift_length_ = 1;
+  bool idcodeSelected_ = false;  ///< Else BYPASS.
+  std::uint64_t shiftRegister_ = 0;
+  int shiftLength_ = 1;
   bool tdo_ = true;
 };
 

@@ -27,7 +27,7 @@ constexpr S kAllStates[] = {S::kTestLogicReset, S::kRunTestIdle, S::kSelectDrSca
 /// 8 bits of IR, of which the upper ones capture status bits.
 TapDescription WithIdcode() {
   TapDescription description;
-  description.ir_length = 8;
+  description.irLength = 8;
   description.idcode = 0x59604093;
   description.idcode_instruction = 0xFE;
   description.ir_capture = 0b10100101;
@@ -36,7 +36,7 @@ TapDescription WithIdcode() {
 
 TapDescription WithoutIdcode() {
   TapDescription description;
-  description.ir_length = 5;
+  description.irLength = 5;
   return description;
 }
 
@@ -139,23 +139,23 @@ TEST(Tap, ReadsAtTheRisingEdgeAndDrivesAtTheFallingEdge) {
     tap.FallingEdge();
     tap.RisingEdge(tms, true);
   }
-  EXPECT_EQ(tap.state(), S::kShiftDr);
-  EXPECT_TRUE(tap.tdo());  // not driven yet
+  EXPECT_EQ(tap.State(), S::kShiftDr);
+  EXPECT_TRUE(tap.Tdo());  // not driven yet
   tap.FallingEdge();
-  EXPECT_FALSE(tap.tdo());  // the bypass bit
+  EXPECT_FALSE(tap.Tdo());  // the bypass bit
   tap.RisingEdge(false, true);
-  EXPECT_FALSE(tap.tdo());
+  EXPECT_FALSE(tap.Tdo());
   tap.FallingEdge();
-  EXPECT_TRUE(tap.tdo());  // what came in
+  EXPECT_TRUE(tap.Tdo());  // what came in
 }
 
 TEST(Tap, IsResetAtOnceByTrst) {
   Tap tap(WithIdcode());
   tap.RisingEdge(false, true);
-  EXPECT_EQ(tap.state(), S::kRunTestIdle);
+  EXPECT_EQ(tap.State(), S::kRunTestIdle);
   tap.Reset();
-  EXPECT_EQ(tap.state(), S::kTestLogicReset);
-  EXPECT_TRUE(tap.tdo());
+  EXPECT_EQ(tap.State(), S::kTestLogicReset);
+  EXPECT_TRUE(tap.Tdo());
 }
 
 }  // namespace

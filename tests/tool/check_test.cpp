@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iomanip>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -101,8 +103,8 @@ TEST(Check, TellsFindingsFromMisuse) {
 
 TEST(Check, ChecksAllFilesAsOneDatabase) {
   const TemporaryFolder folder;
-  const std::string first = (folder.path() / "a.xml").string();
-  const std::string second = (folder.path() / "b.xml").string();
+  const std::string first = (folder.Path() / "a.xml").string();
+  const std::string second = (folder.Path() / "b.xml").string();
   const std::string text = R"(<DeviceDatabase>
 <Family Name="F" AliasName="G">
 <Device Name="A" CodeName="A" AliasName="B" Comm="JTAG" jtagDeviceID="0x057" DeviceIDScanMask="0xFFFFFFFF"/></Family>
@@ -117,9 +119,24 @@ TEST(Check, ChecksAllFilesAsOneDatabase) {
                                ":3, family F)\n" + second + ":3:71: warning[id-shadowed]: the IDCODE finds A (" + first +
                                ":3, family F), which comes first and answers to all ids of this device\n";
   EXPECT_EQ(RunTool({"check", first, second}).out, expected);
-  EXPECT_EQ(RunTool({"check", folder.path().string()}).out, expected);
+  EXPECT_EQ(RunTool({"check", folder.Path().string()}).out, expected);
   EXPECT_EQ(RunTool({"check", first}).out, "");
   EXPECT_EQ(RunTool({"check", second}).out, "");
+}
+
+/// A path as it is written in a URI.
+std::string InUri(const std::string& path) {
+  const std::string unreserved = "/-._~";
+  std::ostringstream uri;
+  for (const char c : path) {
+    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    if (isPlain || unreserved.find(c) != unreserved.npos) {
+      uri << c;
+    } else {
+      uri << '%' << std::uppercase << std::hex << std::setw(2) << std::setfill('0') << +static_cast<unsigned char>(c);
+    }
+  }
+  return uri.str();
 }
 
 TEST(Check, WritesSarif) {
@@ -137,7 +154,7 @@ TEST(Check, WritesSarif) {
   EXPECT_EQ(result.at("level"), "warning");
   EXPECT_EQ(result.at("message").at("text"), "the name \"PLD1234A\" finds PLD1234A (line 4, family PLD1200)");
   const auto& place = result.at("locations").at(0).at("physicalLocation");
-  EXPECT_EQ(place.at("artifactLocation").at("uri"), "file://" + file);
+  EXPECT_EQ(place.at("artifactLocation").at("uri"), "file://" + InUri(file));
   EXPECT_EQ(place.at("region").at("startLine"), 9);
   EXPECT_EQ(place.at("region").at("startColumn"), 19);
   EXPECT_EQ(result.at("relatedLocations").at(0).at("physicalLocation").at("region").at("startLine"), 4);
@@ -151,12 +168,12 @@ TEST(Check, WritesSarif) {
 
 TEST(Check, WritesPathsInSarifAsUris) {
   const TemporaryFolder folder;
-  const std::string file = (folder.path() / "a b%\xC3\xA4:\n.xml").string();
+  const std::string file = (folder.Path() / "a b%\xC3\xA4:\n.xml").string();
   std::ofstream(file) << "<DeviceDatabase";
   const auto report = nlohmann::json::parse(RunTool({"check", "--format", "sarif", file}).out);
   const std::string uri =
       report.at("runs").at(0).at("results").at(0).at("locations").at(0).at("physicalLocation").at("artifactLocation").at("uri");
-  EXPECT_EQ(uri, "file://" + folder.path().string() + "/a%20b%25%C3%A4%3A%0A.xml");
+  EXPECT_EQ(uri, "file://" + folder.Path().string() + "/a%20b%25%C3%A4%3A%0A.xml");
   const auto empty = nlohmann::json::parse(RunTool({"check", "--format", "sarif", kCorpus + "/clean_empty.xml"}).out);
   EXPECT_EQ(empty.at("runs").at(0).at("results"), nlohmann::json::array());
 }
@@ -187,7 +204,7 @@ TEST(Check, SaysTheSameInJson) {
 
 TEST(Check, ReportsTextsSoThatTheyCannotForgeALine) {
   const TemporaryFolder folder;
-  const std::string name = (folder.path() / "forged").string();
+  const std::string name = (folder.Path() / "forged").string();
   const std::string file = name + "\n.xml";
   std::ofstream(file) << "<DeviceDatabase><Family Name='F'><Device Name='A' CodeName='A' Comm='X&#10;other.xml:1:1: "
                          "error[load]: no&#127;&#x9B;'/>"

@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "run_tool.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 const std::string kKeys = PLDDB_TEST_DIR "/tool/data/keys.xml";
 const std::string kLists = PLDDB_TEST_DIR "/tool/data/lists.xml";
@@ -135,7 +139,7 @@ TEST(Complete, IsNoSubcommandForPeople) { EXPECT_EQ(RunTool({"--help"}).out.find
 
 // --- The shells -------------------------------------------------------------------------------------------------------------
 
-/// What the script does with its arguments: the folder of the completions, the tool, and the words behind it.
+/// What the script does with its arguments: the folder of the completions, the command, and the words behind it.
 constexpr const char* kBash = R"bash(source "$1/plddb.bash"
 shift
 COMP_LINE=$*
@@ -156,7 +160,6 @@ autoload -Uz _plddb
 _plddb)";
 
 constexpr const char* kFish = R"(source $argv[1]/plddb.fish
-set -gx PATH (dirname $argv[2]) $PATH
 complete -C "plddb "(string join -- " " $argv[3..] | string collect --allow-empty))";
 
 const struct Shell {
@@ -168,11 +171,14 @@ const struct Shell {
     {"fish", {"fish", "--no-config", "-c", kFish, "--"}},
 };
 
-/// What the shell makes of the words, in a folder with the scripts of all three.
+/// What the shell makes of the words, in the folder with the scripts of all three. Words are as they are typed: paths are
+/// relative, and the command is found on the path, whatever the sources' own path has in it.
 ToolRun CompleteIn(const Shell& shell, const Line& line) {
-  std::vector<std::string> arguments = {"-C", kScripts};
+  const std::string tools = fs::path(PLDDB_TOOL).parent_path().string();
+  std::vector<std::string> arguments = {"-C", kScripts,
+                                        "PATH=" + tools + ":" + std::getenv("PATH")};  // NOLINT(concurrency-mt-unsafe)
   arguments.insert(arguments.end(), shell.command.begin(), shell.command.end());
-  arguments.insert(arguments.end(), {kScripts, PLDDB_TOOL});
+  arguments.insert(arguments.end(), {kScripts, "plddb"});
   arguments.insert(arguments.end(), line.begin(), line.end());
   return RunProgram("/usr/bin/env", arguments);
 }
@@ -184,8 +190,8 @@ TEST(Shells, CompleteSubcommandsOptionsNamesAndFiles) {
   } rows[] = {
       {{"id"}, "identify"},
       {{"list", "--fa"}, "--family"},
-      {{"show", "--db", kKeys, "pld"}, "PLD1234A|PLD5678"},
-      {{"list", "--db", kKeys, "--family", "z"}, "Zweite"},
+      {{"show", "--db", "../../tests/tool/data/keys.xml", "pld"}, "PLD1234A|PLD5678"},
+      {{"list", "--db", "../../tests/tool/data/keys.xml", "--family", "z"}, "Zweite"},
       {{"list", "--db", "plddb."}, "plddb.bash|plddb.fish"},
       {{"export", "_pl"}, "_plddb"},
       {{"list", "--db", "missing.xml", "--family", ""}, ""},
@@ -201,16 +207,17 @@ TEST(Shells, CompleteSubcommandsOptionsNamesAndFiles) {
 }
 
 TEST(Shells, QuoteWhatTheyWouldTakeApart) {
+  const std::string lists = "../../tests/tool/data/lists.xml";
   const struct {
     Line line;  // as it is typed
     const char* candidates;
   } rows[] = {
-      {{"list", "--db", kLists, "--family", "h"}, R"(Hidden\ \&\ old)"},
-      {{"list", "--db", kLists, "--family", R"(Hidden\ )"}, R"(Hidden\ \&\ old)"},
-      {{"list", "--db", kLists, "--family", "'h"}, "Hidden & old"},
-      {{"list", "--db", kLists, "--family", "\"Hidden "}, "Hidden & old"},
-      {{"list", "--db='" + kLists + "'", "--family=h"}, R"(Hidden\ \&\ old)"},  // bash replaces what follows the '='
-      {{"list", "--db", "\"" + kLists + "\"", "--family", ""}, R"(Custom|Hidden\ \&\ old|Own)"},
+      {{"list", "--db", lists, "--family", "h"}, R"(Hidden\ \&\ old)"},
+      {{"list", "--db", lists, "--family", R"(Hidden\ )"}, R"(Hidden\ \&\ old)"},
+      {{"list", "--db", lists, "--family", "'h"}, "Hidden & old"},
+      {{"list", "--db", lists, "--family", "\"Hidden "}, "Hidden & old"},
+      {{"list", "--db='" + lists + "'", "--family=h"}, R"(Hidden\ \&\ old)"},  // bash replaces what follows the '='
+      {{"list", "--db", "\"" + lists + "\"", "--family", ""}, R"(Custom|Hidden\ \&\ old|Own)"},
       {{"list", "--db", "plddb\\."}, "plddb.bash|plddb.fish"},
   };
   for (const auto& row : rows) {

@@ -28,7 +28,7 @@ class DataFiles : public testing::Test {
     for (const char* const file : {"share/plddb/b.xml", "share/plddb/a.xml"}) Describe(file);
   }
 
-  std::string Path(const std::string& name) const { return (folder_.path() / name).string(); }
+  std::string Path(const std::string& name) const { return (folder_.Path() / name).string(); }
 
   void Write(const std::string& name, const std::string& text) const {
     fs::create_directories(fs::path(Path(name)).parent_path());
@@ -47,7 +47,7 @@ class DataFiles : public testing::Test {
     command.push_back(Path("bin/plddb"));
     for (const std::string& word : Words(arguments)) command.push_back(word);
     for (std::string& word : command) {
-      for (std::size_t at; (at = word.find('@')) != word.npos;) word.replace(at, 1, folder_.path().string());
+      for (std::size_t at; (at = word.find('@')) != word.npos;) word.replace(at, 1, folder_.Path().string());
     }
     return RunProgram("/usr/bin/env", command);
   }

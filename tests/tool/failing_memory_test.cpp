@@ -66,8 +66,8 @@ class Redirected {
 
 struct Outcome {
   long failures = 0;
-  bool wrote_a_part = false;
-  long left_behind = 0;
+  bool wroteAPart = false;
+  long leftBehind = 0;
 };
 
 /// Runs `operation` with each of its allocations failing in turn.
@@ -81,9 +81,9 @@ Outcome FailEachAllocation(Operation operation) {
   const long live = support::LiveAllocations();
   outcome.failures = support::ForEachFailingAllocation(operation, [&] {
     const std::string written = out.Take();
-    outcome.wrote_a_part = outcome.wrote_a_part || (!written.empty() && written != whole);
+    outcome.wroteAPart = outcome.wroteAPart || (!written.empty() && written != whole);
   });
-  outcome.left_behind = support::LiveAllocations() - live;
+  outcome.leftBehind = support::LiveAllocations() - live;
   return outcome;
 }
 
@@ -96,8 +96,8 @@ Outcome FailEachAllocationOf(const std::string& line) {
 
 void Expect(const Outcome& outcome, const std::string& row) {
   EXPECT_GT(outcome.failures, 0) << "row: " << row;
-  EXPECT_FALSE(outcome.wrote_a_part) << "row: " << row;
-  EXPECT_EQ(outcome.left_behind, 0) << "row: " << row;
+  EXPECT_FALSE(outcome.wroteAPart) << "row: " << row;
+  EXPECT_EQ(outcome.leftBehind, 0) << "row: " << row;
 }
 
 // Not where values of the JSON library are involved: it ends the program if it runs out of memory.
@@ -176,7 +176,7 @@ TEST(FailingMemory, OfACompletionOffersNothingOrAll) {
   };
   const Program program;
   for (const std::vector<std::string>& words : rows) {
-    Expect(FailEachAllocation([&] { tool::Complete(program.program(), words); }), testing::PrintToString(words));
+    Expect(FailEachAllocation([&] { tool::Complete(program.Get(), words); }), testing::PrintToString(words));
   }
 }
 
@@ -185,7 +185,7 @@ TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
   const support::CountedParser counted;
   for (const std::string& line : {"merge " + kLong + " " + kLists, "export " + kLists, "export " + kLong}) {
     const support::TemporaryFolder folder;
-    const std::string output = (folder.path() / "a-file-with-a-long-name.xml").string();
+    const std::string output = (folder.Path() / "a-file-with-a-long-name.xml").string();
     Program program;
     program.Parse(line + " --output " + output);
     const Redirected messages(stderr);
@@ -198,7 +198,7 @@ TEST(FailingMemory, LeavesTheFileThatWasToBeReplacedWholeAndNoOtherBesideIt) {
                                                             [&] {
                                                               const std::string text = ReadFile(output);
                                                               isChanged |= text != "old" && text != written;
-                                                              files += std::distance(fs::directory_iterator(folder.path()), {});
+                                                              files += std::distance(fs::directory_iterator(folder.Path()), {});
                                                             });
     EXPECT_GT(failures, 0) << "row: " << line;
     EXPECT_FALSE(isChanged) << "row: " << line;

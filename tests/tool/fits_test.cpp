@@ -21,7 +21,7 @@ const std::string kCounter = PLDDB_TEST_DIR "/../examples/counter.jed";
 class Fits : public testing::Test {
  protected:
   std::string Write(const std::string& name, const std::string& bytes) {
-    const std::string path = (folder_.path() / name).string();
+    const std::string path = (folder_.Path() / name).string();
     std::ofstream(path, std::ios::binary) << bytes;
     return path;
   }
@@ -67,7 +67,7 @@ TEST_F(Fits, ExitCodeIsTheAnswer) {
       {"fits several", {kCounter, "--scan", scan}, 0, "\n  fits several positions: 0, 1\n"},
       {"fits none", {kCounter, "0x59602093"}, 1, "\n  fits no position\n"},
       {"several devices", {several}, 1, "\n  device: XC95216, XC95288XL, XC95288XV ("},
-      {"cannot be told", {several, "0x09616093"}, 1, "\n  cannot be told\n"},
+      {"cannot be decided", {several, "0x09616093"}, 1, "\n  cannot be decided\n"},
       {"no programming file", {text}, 1, "\n  device: not known\n"},
       {"two files, both known", {kCounter, bit}, 0, "device: XC7A35T ("},
       {"two files, one fits", {kCounter, bit, "0x59604093"}, 1, "fits no position"},

@@ -54,10 +54,10 @@ TEST(HelpExamples, WorkAsTheyAreWritten) {
     EXPECT_GE(examples.size(), 2U) << "row: " << subcommand;
     for (const std::string& example : examples) {
       const support::TemporaryFolder folder;
-      Fill(folder.path());
+      Fill(folder.Path());
       const ToolRun run =
-          RunProgram("/bin/sh", {"-c", "cd \"$0\" && export PATH=\"$0/bin:$PATH\" PLDDB_PATH=" PLDDB_DATA_DIR " && " + example,
-                                 folder.path().string()});
+          RunProgram("/bin/sh", {"-c", "cd \"$0\" && export PATH=\"$0/bin:$PATH\" PLDDB_PATH=\"$1\" && " + example,
+                                 folder.Path().string(), PLDDB_DATA_DIR});
       EXPECT_EQ(run.exit_code, 0) << "row: " << example << "\n" << run.err;
     }
   }
@@ -72,7 +72,7 @@ TEST(HelpTexts, FitALineOfATerminal) {
 
 TEST(HelpTexts, AreAnErrorWhereNobodyCanReadThem) {
   for (const char* const words : {"--help", "find --help", "--version", "help list"}) {
-    const ToolRun run = RunProgram("/bin/sh", {"-c", std::string(PLDDB_TOOL) + " " + words + " >/dev/full"});
+    const ToolRun run = RunProgram("/bin/sh", {"-c", std::string("exec \"$0\" ") + words + " >/dev/full", PLDDB_TOOL});
     EXPECT_EQ(run.exit_code, 2) << "row: " << words;
     EXPECT_NE(run.err.find("cannot write standard output"), std::string::npos) << "row: " << words << ": " << run.err;
   }

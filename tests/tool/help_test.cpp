@@ -23,8 +23,8 @@ std::vector<std::string> FirstWords(const std::string& text, const std::string& 
   const std::string rest = text.substr(start + title.size() + 2);
   const std::string block = rest.substr(0, rest.find("\n\n"));
   for (std::size_t line = 0; line < block.size(); line = std::min(block.find('\n', line), block.size() - 1) + 1) {
-    const auto in_line = Words(block.substr(line, block.find('\n', line) - line));
-    if (block.compare(line, 3, "   ") != 0 && !in_line.empty()) words.push_back(in_line.front());
+    const auto inLine = Words(block.substr(line, block.find('\n', line) - line));
+    if (block.compare(line, 3, "   ") != 0 && !inLine.empty()) words.push_back(inLine.front());
   }
   return words;
 }

@@ -44,7 +44,7 @@ bool IsHarmless(const std::string& text) {
 
 TEST(HostileNames, ReachNoTerminalAsTheyAre) {
   const TemporaryFolder folder;
-  const std::string path = folder.path().string();
+  const std::string path = folder.Path().string();
   const std::string good = path + "/" + kHostileName;
   const std::string bad = path + "/bad/" + kHostileName;
   const std::string scan = path + "/bad/" + kHostileName + ".txt";
@@ -130,8 +130,8 @@ TEST(HostileNames, ReachNoTerminalAsTheyAre) {
 
 TEST(HostileNames, AreWrittenAsReferencesThatLoadAgain) {
   const TemporaryFolder folder;
-  const std::string file = (folder.path() / "a.xml").string();
-  const std::string again = (folder.path() / "b.xml").string();
+  const std::string file = (folder.Path() / "a.xml").string();
+  const std::string again = (folder.Path() / "b.xml").string();
   std::ofstream(file) << Devices(kHostileValue);
   const std::string written = RunTool({"export", "--force", file}).out;
   std::ofstream(again) << written;

@@ -35,20 +35,26 @@ bool Contains(const std::string& text, const std::string& part) { return text.fi
 TEST(Identify, ShowsAChainAsATableWithTheUnknownIdAfterIt) {
   const ToolRun run = RunTool(Identify(kSampleChain));
   EXPECT_EQ(run.out,
-            "position  id          device    family         IR length  IDCODE  BYPASS  packages\n"
-            "0         0x59604093  XC9572XL  XC9500XL       8          0xFE    0xFF    CS48 PC44 TQ100 VQ44 VQ64\n"
-            "1         0x06E5E093  XC2C64A   CoolRunner-II  8          0x01    0xFF    CP56 CV64 DI81 PC44 QFG48 VQ100 VQ44\n"
-            "2         0x4BAFF477  unknown   -              -          -       -       -\n"
-            "3         0x0362D093  XC7A35T   Artix-7        6          0x09    0x3F    CPG236 CSG324 CSG325 FGG484 FTG256\n"
+            "TAP  id          device    family         IR  IDCODE  BYPASS  packages\n"
+            "0    0x59604093  XC9572XL  XC9500XL       8   0xFE    0xFF    CS48 PC44 TQ100\n"
+            "                                                              VQ44 VQ64\n"
+            "1    0x06E5E093  XC2C64A   CoolRunner-II  8   0x01    0xFF    CP56 CV64 DI81\n"
+            "                                                              PC44 QFG48 VQ100\n"
+            "                                                              VQ44\n"
+            "2    0x4BAFF477  unknown   -              -   -       -       -\n"
+            "3    0x0362D093  XC7A35T   Artix-7        6   0x09    0x3F    CPG236 CSG324\n"
+            "                                                              CSG325 FGG484\n"
+            "                                                              FTG256\n"
             "\n"
-            "IR length of the chain: not known (22 bits without position 2; give --ir 2=LENGTH)\n"
+            "IR length of the chain: not known (22 bits without position 2)\n"
+            "  give --ir 2=LENGTH\n"
             "\n"
             "Unknown ids:\n"
             "  position 2: 0x4BAFF477\n"
-            "    version 0x4, part number 0xBAFF, manufacturer 0x23B (bank 4, code 0x3B): ARM Ltd\n"
+            "    version 0x4, part 0xBAFF, manufacturer 0x23B (bank 4, code 0x3B): ARM Ltd\n"
             "    to describe it, fill in each ? and put this into a Family:\n"
-            "    <Device Name=\"?\" CodeName=\"?\" Vendor=\"ARM\" Comm=\"JTAG\" jtagDeviceID=\"0x0BAFF477\""
-            " DeviceIDScanMask=\"0x0FFFFFFF\"\n"
+            "    <Device Name=\"?\" CodeName=\"?\" Vendor=\"ARM\" Comm=\"JTAG\"\n"
+            "            jtagDeviceID=\"0x0BAFF477\" DeviceIDScanMask=\"0x0FFFFFFF\"\n"
             "            IDLength=\"32\" IRLength=\"?\" BypassLength=\"1\"/>\n");
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.exit_code, 1);
@@ -66,13 +72,16 @@ TEST(Identify, PrintsWhatTheReadmeShows) {
 TEST(Identify, MarksAPositionWhereMoreThanOneDeviceMatchesAndListsThemAll) {
   const ToolRun run = RunTool(Identify({"0x59604093", "0x0484A093"}));
   EXPECT_EQ(run.out,
-            "position  id          device    family              IR length  IDCODE  BYPASS  packages\n"
-            "0         0x59604093  XC9572XL  XC9500XL            8          0xFE    0xFF    CS48 PC44 TQ100 VQ44 VQ64\n"
-            "1         0x0484A093  XCKU9P *  Kintex UltraScale+  6          0x09    0x3F    -\n"
+            "TAP  id          device    family            IR  IDCODE  BYPASS  packages\n"
+            "0    0x59604093  XC9572XL  XC9500XL          8   0xFE    0xFF    CS48 PC44 TQ100\n"
+            "                                                                 VQ44 VQ64\n"
+            "1    0x0484A093  XCKU9P *  Kintex            6   0x09    0x3F    -\n"
+            "                           UltraScale+\n"
             "\n"
-            "IR length of the chain: 14 bits; another device that matches would change it at position 1\n"
+            "IR length of the chain: 14 bits\n"
+            "  another device that matches would change it at position 1\n"
             "\n"
-            "* More than one device matches. The first in search order was taken; most exact first:\n"
+            "* More than one device matches; the first was taken. The most exact first:\n"
             "  position 1: 0x0484A093, taken as XCKU9P\n"
             "    device     family              IR length  compared           search order\n"
             "    XCKU9P     Kintex UltraScale+  6          masked 0x0FFFFFFF  1\n"
@@ -83,16 +92,13 @@ TEST(Identify, MarksAPositionWhereMoreThanOneDeviceMatchesAndListsThemAll) {
 
 TEST(Identify, NamesTheFileOfEachCandidateWhenThereAreSeveralDatabases) {
   const ToolRun run = RunTool(Identify({"--db", kData + "second.xml", "--db", kData + "first.xml", "0x1ABCD043"}));
-  EXPECT_TRUE(Contains(run.out, "\n0         0x1ABCD043  SECOND *  Two     8 ")) << run.out;
+  EXPECT_TRUE(Contains(run.out, "\n0    0x1ABCD043  SECOND *  Two     8 ")) << run.out;
   EXPECT_TRUE(Contains(run.out, "\nIR length of the chain: 8 bits\n")) << run.out;
-  EXPECT_TRUE(Contains(run.out,
-                       "  position 0: 0x1ABCD043, taken as SECOND\n"
-                       "    device  family  IR length  compared           search order  file\n"
-                       "    FIRST   One     8          masked 0x0FFFFFFF  2             " +
-                           kData +
-                           "first.xml\n"
-                           "    SECOND  Two     8          masked 0x0FFF0FFF  1             " +
-                           kData + "second.xml\n"))
+  EXPECT_TRUE(
+      Contains(OneBlankEach(run.out),
+               " position 0: 0x1ABCD043, taken as SECOND device family IR length compared search order file FIRST One 8 "
+               "masked 0x0FFFFFFF 2 " +
+                   kData + "first.xml SECOND Two 8 masked 0x0FFF0FFF 1 " + kData + "second.xml "))
       << run.out;
 }
 
@@ -123,11 +129,11 @@ TEST(Identify, AddsUpTheIrLengthsThatAreKnown) {
       {{"0x01234043"}, "IR length of the chain: 9 bits\n"},
       {{"0x01234043", "0x01235043", "0x01234043"}, "IR length of the chain: 28 bits\n"},
       {{"0x01234043", "0x01238043"},
-       "IR length of the chain: not known (9 bits without position 1; give --ir 1=LENGTH)\n"},  // no length in the file
+       "IR length of the chain: not known (9 bits without position 1)\n  give --ir 1=LENGTH\n"},  // no length in the file
       {{"0x4BAFF477", "0x01235043", "0x01238043"},
-       "IR length of the chain: not known (10 bits without positions 0, 2; "
-       "give --ir 0=LENGTH --ir 2=LENGTH)\n"},
-      {{"0x4BAFF477"}, "IR length of the chain: not known (0 bits without position 0; give --ir 0=LENGTH)\n"},
+       "IR length of the chain: not known (10 bits without positions 0, 2)\n"
+       "  give --ir 0=LENGTH --ir 2=LENGTH\n"},
+      {{"0x4BAFF477"}, "IR length of the chain: not known (0 bits without position 0)\n  give --ir 0=LENGTH\n"},
   };
   for (const auto& c : cases) {
     const ToolRun run = RunTool(Identify({"--db", kData + "access_modes.xml"}, c.ids));
@@ -138,12 +144,13 @@ TEST(Identify, AddsUpTheIrLengthsThatAreKnown) {
 TEST(Identify, ListsAllMatchesTheMostExactFirstWithReasons) {
   const ToolRun run = RunTool(Identify({"--db", kData + "exactness.xml", "--comm", "DUAL", "0x51234043"}));
   EXPECT_EQ(run.out,
-            "position  id          device  family  IR length  IDCODE  BYPASS  packages\n"
-            "0         0x51234043  WIDE *  Loose   8          -       -       -\n"
+            "TAP  id          device  family  IR  IDCODE  BYPASS  packages\n"
+            "0    0x51234043  WIDE *  Loose   8   -       -       -\n"
             "\n"
-            "IR length of the chain: 8 bits; another device that matches would change it at position 0\n"
+            "IR length of the chain: 8 bits\n"
+            "  another device that matches would change it at position 0\n"
             "\n"
-            "* More than one device matches. The first in search order was taken; most exact first:\n"
+            "* More than one device matches; the first was taken. The most exact first:\n"
             "  position 0: 0x51234043, taken as WIDE\n"
             "    device  family  IR length  compared              search order\n"
             "    EXACT   Loose   8          all 32 bits           3\n"
@@ -169,7 +176,7 @@ TEST(Identify, ReportsWhenOnlyALowByteAgrees) {
     const std::string arguments = "--db " + kData + "access_modes.xml " + c.arguments;
     const std::string note = c.note;
     const std::string out = RunTool(Words("identify " + arguments)).out;
-    EXPECT_EQ(Contains(out, "\nNotes:\n  " + note), !note.empty()) << "row: " << c.arguments << out;
+    EXPECT_EQ(Contains(Unwrapped(out), "\nNotes:\n  " + note), !note.empty()) << "row: " << c.arguments << out;
     EXPECT_EQ(RunTool(Words("identify --format json " + arguments)).err, note.empty() ? "" : "plddb: warning: " + note)
         << "row: " << c.arguments;
   }
@@ -209,7 +216,7 @@ TEST(IdentifyIrLengths, OfTheUserCountInsteadOfTheDescriptions) {
       {"0x4BAFF477 0x59604093 --ir 0=4", "IR length of the chain: 12 bits\n"},
       {"0x4BAFF477 0x59604093 --ir 0=4 --ir 1=65535", "IR length of the chain: 65539 bits\n"},
       {"0x59604093 --ir 0=9", "  position 0: --ir gives IR length 9, but XC9572XL has 8\n"},
-      {"0x0484A093", "IR length of the chain: 6 bits; another device that matches would change it at position 0\n"},
+      {"0x0484A093", "IR length of the chain: 6 bits\n  another device that matches would change it at position 0\n"},
       {"0x0484A093 --ir 0=6", "IR length of the chain: 6 bits\n"},
       {"0x0484A093 --ir 0=5", "  position 0: --ir gives IR length 5, but XCKU9P has 6; XCR3064XL has 5\n"},
       {"0x4BAFF477 --ir 0=4", "IRLength=\"4\""},  // in the text to paste

@@ -21,10 +21,10 @@ class Folder : public support::TemporaryFolder {
  public:
   Folder() { Write("a.bsd", sample::kText); }
 
-  std::string operator/(const std::string& name) const { return (path() / name).string(); }
+  std::string operator/(const std::string& name) const { return (Path() / name).string(); }
 
   std::string Write(const std::string& name, const std::string& text) const {
-    fs::create_directories((path() / name).parent_path());
+    fs::create_directories((Path() / name).parent_path());
     std::ofstream(*this / name, std::ios::binary) << text;
     return *this / name;
   }
@@ -183,7 +183,7 @@ TEST(CheckBsdl, ComparesWithFilesAndFolders) {
   } rows[] = {
       {{"check", "--bsdl", folder / "a.bsd", my}, finding + (folder / "a.bsd") + ":21:62\n", 1},
       {{"check", my, "--bsdl", folder / "a.bsd"}, finding + (folder / "a.bsd") + ":21:62\n", 1},
-      {{"check", "--bsdl", folder.path().string(), my}, finding + (folder / "a.bsd") + ":21:62\n", 1},
+      {{"check", "--bsdl", folder.Path().string(), my}, finding + (folder / "a.bsd") + ":21:62\n", 1},
       {{"check", "--bsdl", folder / "deep", my}, finding + (folder / "deep/er/B.BSD") + ":21:62\n", 1},
       {{"check", "--bsdl", folder / "a.bsd", folder / "deep", other, my}, finding + (folder / "a.bsd") + ":21:62\n", 1},
       {{"check", "--bsdl", folder / "a.bsd", other}, "", 0},

@@ -71,7 +71,11 @@ TEST(List, NamesTheFilesWhereThereAreSeveral) {
             "Hidden & old\t0\thidden\t" +
                 kLists + "\nCustom\t2\talso named Own\t" + kLists + "\nOwn\t2\t\t" + kLists + "\nFirst\t3\t\t" + kKeys +
                 "\nSecond\t2\talso named Zweite\t" + kKeys + "\n");
-  EXPECT_NE(List({kLists, kKeys}, {"--family", "Second"}).out.find("  BG256     " + kKeys + "\n"), std::string::npos);
+  EXPECT_NE(List({kLists, kKeys}, {"--family", "Second"}).out.find("\n\nFile: " + kKeys + "\n"), std::string::npos);
+  const std::string all = List({kLists, kKeys}, {"--devices", "--all"}).out;
+  EXPECT_NE(all.find("  lists.xml\n"), std::string::npos) << all;
+  EXPECT_NE(all.find("  keys.xml\n"), std::string::npos) << all;
+  EXPECT_NE(all.find("\n\nFolder: " + kFolder + "\n"), std::string::npos) << all;
 }
 
 TEST(List, OffersNearNamesOfFamilies) {

@@ -30,11 +30,11 @@ const std::string kOtherKeys = PLDDB_TEST_DIR "/tool/data/other_keys.xml";
 /// A folder that goes with the test.
 class Folder : public support::TemporaryFolder {
  public:
-  std::string operator/(const std::string& name) const { return (path() / name).string(); }
+  std::string operator/(const std::string& name) const { return (Path() / name).string(); }
 
   std::vector<std::string> Files() const {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path())) names.push_back(entry.path().filename().string());
+    for (const auto& entry : fs::directory_iterator(Path())) names.push_back(entry.path().filename().string());
     return names;
   }
 };

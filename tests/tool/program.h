@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "run_tool.h"
 #include "tool/command.h"
 #include "tool/command_line.h"
 
@@ -18,19 +19,6 @@ inline constexpr struct {
     {"merge", tool::AddMerge},       {"import", tool::AddImport}, {"help", tool::AddHelp},
 };
 
-/// The words of `line` between blanks; '...' is one word.
-inline std::vector<std::string> QuotedWords(const std::string& line) {
-  std::vector<std::string> words;
-  for (std::size_t start = 0; (start = line.find_first_not_of(' ', start)) != line.npos;) {
-    const bool isQuoted = line[start] == '\'';
-    if (isQuoted) ++start;
-    const std::size_t end = line.find(isQuoted ? '\'' : ' ', start);
-    words.push_back(line.substr(start, end - start));
-    start = end == line.npos ? end : end + 1;
-  }
-  return words;
-}
-
 /// The command as main sets it up. A run throws what main would tell.
 class Program {
  public:
@@ -38,8 +26,8 @@ class Program {
     for (const auto& [name, add] : kSubcommands) program_.Add(name, "One of the subcommands.", add);
   }
 
-  const tool::Program& program() const { return program_; }
-  void Parse(const std::string& line) { program_.Parse(QuotedWords(line)); }
+  const tool::Program& Get() const { return program_; }
+  void Parse(const std::string& line) { program_.Parse(Words(line)); }
   tool::ExitCode Run() const { return program_.RunSubcommand(); }
 
  private:

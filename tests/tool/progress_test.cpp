@@ -14,13 +14,13 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 /// What a person saw of files that were begun at these times after the start, and at the end.
-std::string Shown(const std::vector<int>& begun_ms, const std::string& file = "folder/a.xml") {
+std::string Shown(const std::vector<int>& begunMs, const std::string& file = "folder/a.xml") {
   std::string shown;
   steady_clock::time_point now;
   {
     tool::Progress progress(
-        begun_ms.size(), [&](const std::string& text) { shown += text; }, [&] { return now; });
-    for (const int ms : begun_ms) {
+        begunMs.size(), [&](const std::string& text) { shown += text; }, [&] { return now; });
+    for (const int ms : begunMs) {
       now = steady_clock::time_point() + milliseconds(ms);
       progress.Next(file);
     }
@@ -33,7 +33,7 @@ TEST(Progress, IsShownOnceASecondHasPassedAndErasedAtTheEnd) {
   const std::string third = "loading a.xml (3 of 3)...";
   const std::string erased = "\r" + std::string(second.size(), ' ') + "\r";
   const struct {
-    std::vector<int> begun_ms;
+    std::vector<int> begunMs;
     std::string shown;
   } rows[] = {
       {{}, ""},
@@ -41,7 +41,7 @@ TEST(Progress, IsShownOnceASecondHasPassedAndErasedAtTheEnd) {
       {{0, 500, 1001}, third + erased},
       {{0, 1001, 1002}, second + erased + third + erased},
   };
-  for (const auto& row : rows) EXPECT_EQ(Shown(row.begun_ms), row.shown) << "row: " << row.shown;
+  for (const auto& row : rows) EXPECT_EQ(Shown(row.begunMs), row.shown) << "row: " << row.shown;
 }
 
 TEST(Progress, StaysOneLineWhateverTheFileIsCalled) {

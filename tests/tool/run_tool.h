@@ -74,9 +74,9 @@ inline ToolRun RunProgram(const std::string& program, const std::vector<std::str
   const auto in = run_tool_detail::TemporaryFile(input);
   const auto out = run_tool_detail::TemporaryFile("");
   const auto err = run_tool_detail::TemporaryFile("");
-  const int exit_code =
+  const int code =
       run_tool_detail::WaitFor(run_tool_detail::Start(command, {fileno(in.get()), fileno(out.get()), fileno(err.get())}));
-  return {exit_code, run_tool_detail::Content(out.get()), run_tool_detail::Content(err.get())};
+  return {code, run_tool_detail::Content(out.get()), run_tool_detail::Content(err.get())};
 }
 
 /// Runs the plddb of this build.
@@ -84,13 +84,43 @@ inline ToolRun RunTool(const std::vector<std::string>& arguments, const std::str
   return RunProgram(PLDDB_TOOL, arguments, input);
 }
 
-/// The words of `line` between blanks, for tables of test cases.
+/// `text` without the line ends of wrapped sentences: the lines that continue one are indented by 4.
+inline std::string Unwrapped(std::string text) {
+  for (std::size_t at = 0; (at = text.find("\n    ", at)) != text.npos;) text.replace(at, 5, " ");
+  return text;
+}
+
+/// `text` with one blank for each gap: a table is compared without its layout, which depends on the length of a path.
+inline std::string OneBlankEach(const std::string& text) {
+  std::string words;
+  for (const char c : text) {
+    if (c != ' ' && c != '\n')
+      words += c;
+    else if (!words.empty() && words.back() != ' ')
+      words += ' ';
+  }
+  return words;
+}
+
+/// Where the word that starts at `start` ends. The path of these sources is never cut, whatever is in it.
+inline std::size_t EndOfWord(const std::string& line, std::size_t start) {
+  static const std::string kSources = PLDDB_SOURCE_DIR;
+  std::size_t end = line.find(' ', start);
+  for (std::size_t path = line.find(kSources, start); path < end; path = line.find(kSources, path + 1)) {
+    end = line.find(' ', path + kSources.size());
+  }
+  return end;
+}
+
+/// The words of `line` between blanks, for tables of test cases; '...' is one word.
 inline std::vector<std::string> Words(const std::string& line) {
   std::vector<std::string> words;
   for (std::size_t start = 0; (start = line.find_first_not_of(' ', start)) != line.npos;) {
-    const std::size_t end = line.find(' ', start);
+    const bool isQuoted = line[start] == '\'';
+    if (isQuoted) ++start;
+    const std::size_t end = isQuoted ? line.find('\'', start) : EndOfWord(line, start);
     words.push_back(line.substr(start, end - start));
-    start = end;
+    start = end == line.npos ? end : end + 1;
   }
   return words;
 }

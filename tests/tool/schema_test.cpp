@@ -60,7 +60,7 @@ TEST(Schema, AcceptsAllFilesThatComeAlong) {
 
 TEST(Schema, AcceptsWhatTheToolWrites) {
   const TemporaryFolder folder;
-  const std::string written = (folder.path() / "written.xml").string();
+  const std::string written = (folder.Path() / "written.xml").string();
   for (const char* const file : {PLDDB_TEST_DIR "/descriptions/every_list.xml", PLDDB_DATA_DIR "/xilinx.xml"}) {
     EXPECT_EQ(RunTool({"export", file, "--output", written}).exit_code, 0) << "row: " << file;
     EXPECT_EQ(Accepted({written}).size(), 1U) << "row: " << file;
@@ -71,8 +71,8 @@ TEST(Schema, RejectsTheFilesOfTheCorpusThatDoNotLoadAndNoOther) {
   const Texts files = FilesIn(kCorpus);
   const std::set<std::string> accepted = Accepted(files);
   for (const std::string& file : files) {
-    const bool is_beyond = kBeyondASchema.count(fs::path(file).filename().string()) != 0;
-    EXPECT_EQ(accepted.count(file) != 0, Loads(file) || is_beyond) << "row: " << file;
+    const bool isBeyond = kBeyondASchema.count(fs::path(file).filename().string()) != 0;
+    EXPECT_EQ(accepted.count(file) != 0, Loads(file) || isBeyond) << "row: " << file;
   }
   EXPECT_GE(files.size() - accepted.size(), 20U);
 }
@@ -88,7 +88,7 @@ TEST(Schema, TakesTheValuesThatTheLoaderTakes) {
   const TemporaryFolder folder;
   for (const std::string& attribute : attributes) {
     for (std::size_t i = 0; i < values.size(); ++i) {
-      std::ofstream(folder.path() / (attribute + std::to_string(i) + ".xml"))
+      std::ofstream(folder.Path() / (attribute + std::to_string(i) + ".xml"))
           << "<DeviceDatabase><Family><Device " << attribute << "=\"" << values[i] << "\"/></Family></DeviceDatabase>";
     }
   }
@@ -108,10 +108,10 @@ TEST(Schema, TakesTheValuesThatTheLoaderTakes) {
                         "BitName='8' Column='0 TO 31'",
                         "BitName='8' Column=''"};
   for (std::size_t i = 0; i < blocks.size(); ++i) {
-    std::ofstream(folder.path() / ("block" + std::to_string(i) + ".xml"))
+    std::ofstream(folder.Path() / ("block" + std::to_string(i) + ".xml"))
         << "<DeviceDatabase><Family><Device><EBR Name='' " << blocks[i] << "/></Device></Family></DeviceDatabase>";
   }
-  const Texts files = FilesIn(folder.path());
+  const Texts files = FilesIn(folder.Path());
   const std::set<std::string> accepted = Accepted(files);
   EXPECT_EQ(files.size(), attributes.size() * values.size() + blocks.size());
   for (const std::string& file : files) {

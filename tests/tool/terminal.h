@@ -17,14 +17,14 @@ enum class AtTerminal { kOutput, kMessages };  ///< Which stream is the terminal
 /// What a terminal is sent by `command`, which is found by its whole path; line ends as "\n".
 inline std::string SentToTerminal(const std::vector<std::string>& command, AtTerminal stream) {
   int terminal = -1;
-  int program_side = -1;
-  if (openpty(&terminal, &program_side, nullptr, nullptr, nullptr) != 0) throw std::runtime_error("no terminal");
+  int programSide = -1;
+  if (openpty(&terminal, &programSide, nullptr, nullptr, nullptr) != 0) throw std::runtime_error("no terminal");
   const auto in = run_tool_detail::TemporaryFile("");
   const auto other = run_tool_detail::TemporaryFile("");
-  const bool is_output = stream == AtTerminal::kOutput;
-  const pid_t child = run_tool_detail::Start(command, {fileno(in.get()), is_output ? program_side : fileno(other.get()),
-                                                       is_output ? fileno(other.get()) : program_side});
-  close(program_side);
+  const bool isOutput = stream == AtTerminal::kOutput;
+  const pid_t child = run_tool_detail::Start(
+      command, {fileno(in.get()), isOutput ? programSide : fileno(other.get()), isOutput ? fileno(other.get()) : programSide});
+  close(programSide);
   std::string sent;
   for (char c; read(terminal, &c, 1) == 1;) {  // ends with an error once the other side is closed
     if (c != '\r') sent += c;

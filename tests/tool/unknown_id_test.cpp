@@ -101,20 +101,20 @@ TEST(UnknownId, HasUpToFiveNearestDevicesOtherVersionsFirst) {
 TEST(UnknownId, IsExplainedInTheText) {
   const ToolRun run = RunTool({"identify", "--db", kNeighbours, "0x41237155", "--ir", "0=6"});
   EXPECT_EQ(run.out,
-            "position  id          device   family  IR length  IDCODE  BYPASS  packages\n"
-            "0         0x41237155  unknown  -       6          -       -       -\n"
+            "TAP  id          device   family  IR  IDCODE  BYPASS  packages\n"
+            "0    0x41237155  unknown  -       6   -       -       -\n"
             "\n"
             "IR length of the chain: 6 bits\n"
             "\n"
             "Unknown ids:\n"
             "  position 0: 0x41237155\n"
-            "    version 0x4, part number 0x1237, manufacturer 0x0AA (bank 1, code 0x2A): Hagiwara Solutions Co Ltd (or "
-            "Liveseek: bank 17 reads as 1)\n"
+            "    version 0x4, part 0x1237, manufacturer 0x0AA (bank 1, code 0x2A): Hagiwara\n"
+            "      Solutions Co Ltd (or Liveseek: bank 17 reads as 1)\n"
             "    nearest devices:\n"
             "      TWOBITS  Near  0x01237157  bit 1 differs: a wiring fault?\n"
             "    to describe it, fill in each ? and put this into a Family:\n"
-            "    <Device Name=\"?\" CodeName=\"?\" Vendor=\"?\" Comm=\"JTAG\" jtagDeviceID=\"0x01237155\" "
-            "DeviceIDScanMask=\"0x0FFFFFFF\"\n"
+            "    <Device Name=\"?\" CodeName=\"?\" Vendor=\"?\" Comm=\"JTAG\"\n"
+            "            jtagDeviceID=\"0x01237155\" DeviceIDScanMask=\"0x0FFFFFFF\"\n"
             "            IDLength=\"32\" IRLength=\"6\" BypassLength=\"1\"/>\n");
   EXPECT_EQ(run.exit_code, 1);
 }
@@ -130,7 +130,7 @@ TEST(DescriptionStub, LoadsOnceItsBlanksAreFilledAndIsThenFound) {
     std::string id;
     std::vector<std::string> more;
     std::string vendor;
-    int ir_length;
+    int irLength;
   } cases[] = {
       {"0x4BAFF477", {}, "ARM", 7},
       {"0x4BAFF477", {"--ir", "0=4"}, "ARM", 4},
@@ -148,9 +148,9 @@ TEST(DescriptionStub, LoadsOnceItsBlanksAreFilledAndIsThenFound) {
     const DeviceInfo* const device = loaded.database->GetDeviceWithCommAndID("JTAG", id);
     ASSERT_NE(device, nullptr) << "row: " << stub;
     EXPECT_STREQ(device->GetVendor(), c.vendor.c_str()) << "row: " << stub;
-    EXPECT_EQ(device->GetIRLength(), c.ir_length) << "row: " << stub;
+    EXPECT_EQ(device->GetIRLength(), c.irLength) << "row: " << stub;
     EXPECT_EQ(device->GetjtagDeviceID() & ~device->GetDeviceIDScanMask(), 0u) << "row: " << stub;
-    if (c.ir_length == 7) {
+    if (c.irLength == 7) {
       EXPECT_FALSE(load(stub).database) << "row: a forgotten IR length " << stub;
     }
   }

@@ -26,6 +26,7 @@ class Browser:
                         "goog:loggingPrefs": {"browser": "ALL"}}
         answer = self._call("POST", "/session", {"capabilities": {"alwaysMatch": capabilities}})
         self.base += "/session/" + answer["sessionId"]
+        self._call("POST", "/timeouts", {"script": 250000})  # milliseconds
 
     def close(self):
         try:

@@ -20,7 +20,7 @@ TEXTS = {
     "comment and blank lines": "# a board\n\n  0x59604093  # first\n\n",
     "unknown": "0x12345093\n0x4BA00477\n",
     "ambiguous": "0x020F30DD\n",
-    "misread": "0x48058127\n",
+    "misread": "0xB2C08127\n",
     "bypass, stuck": "0x00000000\n0xFFFFFFFF\n0x00000001\n",
     "many": "0x59604093\n0x12345093\n" * 40,
     "carriage returns": "0x59604093\r\n0x4BA00477\r\n",
@@ -108,7 +108,7 @@ def test_a_wrong_ir_length_is_explained(page):
 
 
 def test_the_table_shows_positions_candidates_and_help(page):
-    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0x48058127\n")
+    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0xB2C08127\n")
     table = page.text("#positions")
     for text in ["XC9572XL", "XC9500XL", "ambiguous", "EP4CE22", "masked 0x0FFFFFFF", "unknown", "part number 0x2345", "Xilinx",
                  "Probably misread"]:
@@ -120,7 +120,7 @@ def test_the_chain_is_drawn_in_rows_that_fit(page):
     paste(page, "0x59604093\n" * 6)
     for width in [360, 700, 1280, 1920]:
         page.resize(width)
-        page.run("window.dispatchEvent(new Event('resize'))")
+        page.run_async("await new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done)))")
         drawn = page.run("const svg = document.querySelector('figure svg').getBoundingClientRect(); return [svg.left, svg.right]")
         assert drawn[0] >= 0 and drawn[1] <= width, width
         assert page.run("return document.querySelectorAll('figure rect.box').length") == 6
@@ -187,7 +187,7 @@ def test_find_suggests_what_is_near(page, plddb):
     assert page.text("#device-title") == suggestions[0]
 
 
-@pytest.mark.parametrize("text", ["XC9572XL", "EP4CE22", "XC7Z010", "STM32F103", "GW1N-9"])
+@pytest.mark.parametrize("text", ["XC9572XL", "EP4CE22", "XC7Z010", "STM32F1 high density boundary scan", "GW1N-1"])
 def test_a_device_is_shown_as_the_command_shows_it(page, plddb, text):
     answer = json.loads(plddb("show", "--json", text))
     search(page, text)
@@ -230,8 +230,8 @@ def test_programming_files_are_judged_as_by_the_command(page, plddb, tmp_path, c
 
 
 def test_programming_files_are_judged_anew_for_another_chain(page, tmp_path):
-    (tmp_path / "top.jed").write_bytes(JEDEC.encode())
-    page.type("#program-file", str(tmp_path / "top.jed"))
+    (tmp_path / "top.svf").write_bytes(SVF.encode())
+    page.type("#program-file", str(tmp_path / "top.svf"))
     page.wait("return document.querySelector('#judged article') !== null")
     for chain, text in [("0x59604093", "fits position 0"), ("0x0362D093", "fits no position"), ("", "Paste a scan")]:
         paste(page, chain)
@@ -287,7 +287,7 @@ def test_files_can_be_dropped(page):
               document.getElementById(id).dispatchEvent(new DragEvent('drop', {dataTransfer: transfer, bubbles: true, cancelable: true}))"""
     page.run(drop, "scan", "log.txt", "0x59604093")
     page.wait("return document.getElementById('status').innerText.startsWith('1 TAP')")
-    page.run(drop, "program-drop", "top.jed", JEDEC)
+    page.run(drop, "program-drop", "top.svf", SVF)
     page.wait("return document.getElementById('judged').innerText.includes('fits position 0')")
     page.run(drop, "own-drop", "first.xml", (DATA / "first.xml").read_text())
     page.wait("return document.querySelector('#added article .good') !== null")
@@ -316,12 +316,13 @@ def test_nothing_pasted_becomes_markup(page, tmp_path):
     assert page.run("return [document.title, document.querySelectorAll('main script, main img, main iframe').length]") == [title, 0]
 
 
-def test_ten_megabytes_are_read_or_refused_and_the_page_lives(page):
-    for line, times in [("0x59604093\\n", 900000), ("x", 10000000), ("Info : JTAG tap: a.b tap/device found: 0x59604093\\n", 200000),
-                        ("\\n", 10000000), ("0xZZ\\n", 2000000)]:
-        page.run(f"""const scan = document.getElementById('scan'); scan.value = '{line}'.repeat({times});
-                     scan.dispatchEvent(new Event('input'))""")
-        assert page.run("return document.getElementById('answer').textContent.length") < 400000, line
+@pytest.mark.parametrize("line, times", [("0x59604093\\n", 900000), ("x", 10000000), ("\\n", 10000000), ("0xZZ\\n", 2000000),
+                                         ("Info : JTAG tap: a.b tap/device found: 0x59604093\\n", 200000)], ids=range(5))
+def test_ten_megabytes_are_read_or_refused_and_the_page_lives(page, line, times):
+    # On purpose hidden: the browser takes many seconds to lay out so many lines, which tests nothing of the page.
+    page.run(f"""const scan = document.getElementById('scan'); scan.hidden = true; scan.value = '{line}'.repeat({times});
+                 scan.dispatchEvent(new Event('input'))""")
+    assert page.run("return document.getElementById('answer').textContent.length") < 400000
     paste(page, "0x59604093")
     assert page.text("#status").startswith("1 TAP: 1 identified")
 
@@ -340,7 +341,8 @@ def test_binary_files_are_answered_in_every_zone(page, tmp_path):
     for zone in ["own-file", "scan-file", "program-file"]:
         page.type("#" + zone, str(tmp_path / "noise"))
     page.wait("return document.querySelector('#judged article') !== null && document.querySelector('#added article .bad') !== null")
-    paste(page, "\x00\x01\ud800\uffff" * 100)
+    page.run("""const scan = document.getElementById('scan'); scan.value = '\\0\\x01\\ud800\\uffff'.repeat(100);
+                scan.dispatchEvent(new Event('input'))""")
     paste(page, "0x59604093")
     assert page.text("#status").startswith("1 TAP: 1 identified")
 
@@ -382,7 +384,7 @@ def test_markup_has_no_scripts_and_styles_of_its_own():
 @pytest.mark.parametrize("width", [360, 480, 720, 721, 1024, 1280, 1408, 1920])
 def test_no_width_needs_sideways_scrolling(page, width):
     page.resize(width)
-    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0x48058127\n0x4BA00477\n")
+    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0xB2C08127\n0x4BA00477\n")
     search(page, "XC9572XL")
     assert page.run("return document.documentElement.scrollWidth <= window.innerWidth")
 
@@ -439,7 +441,7 @@ CONTRASTS = """
 @pytest.mark.parametrize("scheme", ["light", "dark"])
 def test_contrast_is_4_5_or_more(page, scheme, tmp_path):
     page.scheme(scheme)
-    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0x48058127\n")
+    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0xB2C08127\n")
     search(page, "XC9572XL-10VQG44C")
     page.type("#program-file", "\n".join(map(str, program_files(tmp_path))))
     page.type("#own-file", str(DATA / "keys.xml"))
@@ -449,7 +451,7 @@ def test_contrast_is_4_5_or_more(page, scheme, tmp_path):
 
 
 def test_markup_is_accessible(page, tmp_path):
-    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0x48058127\n")
+    paste(page, "0x59604093\n0x020F30DD\n0x12345093\n0xB2C08127\n")
     search(page, "XC95*")
     page.type("#program-file", "\n".join(map(str, program_files(tmp_path))))
     page.wait("return document.querySelector('#judged article') !== null")

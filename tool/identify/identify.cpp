@@ -1,11 +1,10 @@
-#include <unistd.h>
-
 #include <algorithm>
 #include <iterator>
 #include <memory>
 
 #include "chain_input.h"
 #include "command.h"
+#include "console.h"
 #include "device_text.h"
 #include "identify/expect.h"
 #include "identify/output.h"
@@ -79,7 +78,7 @@ void Write(const IdentifiedChain& identified, const std::string& format) {
 /// Identifies all TAPs of the scan; shows how far it is on a terminal.
 Chain IdentifyAll(plddb::chain::DeviceFinder& finder, const Scan& scan, bool trustsIrLengths) {
   constexpr std::size_t often = 1 << 14;
-  Progress progress(0, isatty(STDERR_FILENO) == 1 ? WriteMessage : nullptr);
+  Progress progress(0, IsTerminal(kMessages) ? WriteMessage : nullptr);
   Chain chain;
   chain.reserve(scan.taps.size());
   for (const ScannedTap& tap : scan.taps) {

@@ -32,6 +32,10 @@ std::string ScanText(const Scan& scan) {
   return scan.format + ", " + taps + ", " + OrderText(scan.nearest);
 }
 
+std::vector<std::string> Notes(const IdentifiedChain& identified) {
+  return plddb::chain::Notes(identified.scan, identified.chain);
+}
+
 std::string KindText(const IdentifiedChain& identified, const ChainPosition& position) {
   return plddb::chain::KindText(identified.comm, position);
 }

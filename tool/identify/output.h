@@ -71,11 +71,10 @@ std::string ScanText(const Scan& scan);
 /// "nearest TDO first", "nearest TDI first", "order as printed".
 const char* OrderText(End nearest);
 
-/// What a reader of the chain should know: oddities of the scan, IR lengths that do not agree or that are missing, hints on
-/// devices that are no programmable logic. One line each.
+/// plddb::chain::Notes.
 std::vector<std::string> Notes(const IdentifiedChain& identified);
 
-/// "IR length of the chain: 18 bits", and what it depends on.
+/// "IR length of the chain: 18 bits", and what it depends on; in lines, after an empty one.
 std::string TotalIrLength(const Chain& chain);
 
 /// plddb::chain::KindText.
@@ -132,9 +131,9 @@ class AnswerTexts {
  public:
   template <typename Make>
   const std::string& Of(const ChainPosition& position, const ScannedTap& tap, Make make) {
-    const bool isPlain = tap.name.empty() && tap.irLength == 0;
-    if (!isPlain || size_ > kMostBytes) texts_.clear(), size_ = 0;
-    const auto [text, isNew] = texts_.try_emplace(isPlain ? AnswerKey(position) : 0);
+    if (!tap.name.empty() || tap.irLength != 0) return own_ = make();
+    if (size_ > kMostBytes) texts_.clear(), size_ = 0;
+    const auto [text, isNew] = texts_.try_emplace(AnswerKey(position));
     if (isNew) size_ += (text->second = make()).size();
     return text->second;
   }
@@ -142,6 +141,7 @@ class AnswerTexts {
  private:
   static constexpr std::size_t kMostBytes = 1 << 26;
   std::unordered_map<std::uint64_t, std::string> texts_;
+  std::string own_;  // of a TAP with a name or a length
   std::size_t size_ = 0;
 };
 

@@ -29,19 +29,21 @@ Row CellsOf(const ChainPosition& position) {
 
 /// A row for each position. The rows of equal answers differ in the number alone, and are made once.
 void DeviceTable(const Chain& chain, Output& output) {
-  std::vector<Row> rows = {{"id", "device", "family", "IR length", "IDCODE", "BYPASS", "packages"}};
+  std::vector<Row> rows = {{"id", "device", "family", "IR", "IDCODE", "BYPASS", "packages"}};
   std::unordered_map<std::uint64_t, std::size_t> rowOf;
   for (const ChainPosition& position : chain) {
     if (rowOf.try_emplace(AnswerKey(position), rows.size()).second) rows.push_back(CellsOf(position));
   }
-  const std::vector<std::string> lines = AlignedLines(rows);
-  const std::string head = "position";
+  const std::string head = "TAP";
   const std::size_t width = std::max(head.size(), std::to_string(chain.size() - 1).size()) + 2;
-  const auto padded = [&](std::string text) { return text.append(width - text.size(), ' '); };
-  output << padded(head) + lines[0] + "\n";
-  for (std::size_t i = 0; i < chain.size(); ++i) {
-    output << padded(std::to_string(i)) + lines[rowOf[AnswerKey(chain[i])]] + "\n";
-  }
+  const std::vector<std::string> lines = WrappedRows(rows, std::string(width, ' '));
+  const auto write = [&](const std::string& position, const std::string& row) {
+    output << position;
+    output << std::string_view(row).substr(position.size());
+    output << "\n";
+  };
+  write(head, lines[0]);
+  for (std::size_t i = 0; i < chain.size(); ++i) write(std::to_string(i), lines[rowOf[AnswerKey(chain[i])]]);
 }
 
 // --- The length of the chain ------------------------------------------------------------------------------------------------
@@ -73,9 +75,10 @@ std::string TotalIrLength(const Chain& chain) {
   const std::string sum = std::to_string(bits) + " bits";
   const std::string open = PositionsWhere(chain, HasNoIrLength);
   const std::string doubtful = PositionsWhere(chain, CandidatesDifferInIrLength);
-  return "IR length of the chain: " +
-         (open.empty() ? sum : "not known (" + sum + " without " + open + "; give " + MissingOptions(chain) + ")") +
-         (doubtful.empty() ? "" : "; another device that matches would change it at " + doubtful);
+  return "\n" +
+         WrappedText("IR length of the chain: " + (open.empty() ? sum : "not known (" + sum + " without " + open + ")")) +
+         (open.empty() ? "" : WrappedText("give " + MissingOptions(chain), "  ")) +
+         (doubtful.empty() ? "" : WrappedText("another device that matches would change it at " + doubtful, "  "));
 }
 
 namespace {
@@ -84,7 +87,7 @@ namespace {
 
 std::string FieldsText(unsigned int id) {
   const IdcodeFields fields = SplitIdcode(id);
-  return "version " + Hex(fields.version, 1) + ", part number " + Hex(fields.part, 4) + ", manufacturer " +
+  return "version " + Hex(fields.version, 1) + ", part " + Hex(fields.part, 4) + ", manufacturer " +
          Hex(fields.manufacturer, 3) + " (bank " + std::to_string(fields.bank) + ", code " + Hex(fields.code, 2) +
          "): " + MakerText(fields.manufacturer);
 }
@@ -92,8 +95,9 @@ std::string FieldsText(unsigned int id) {
 std::string MisreadText(const IdentifiedChain& identified, unsigned int id) {
   const auto misread = identified.finder.MisreadOf(id);
   if (!misread) return "";
-  return "    probably misread: it is " + IdText(misread->id) + " (" + DeviceName(*misread->device) + ", " +
-         FamilyName(*misread->device) + ") " + misread->how + "\n";
+  return WrappedText("probably misread: it is " + IdText(misread->id) + " (" + DeviceName(*misread->device) + ", " +
+                         FamilyName(*misread->device) + ") " + misread->how,
+                     "    ");
 }
 
 std::string NearestText(const std::vector<NearDevice>& nearest) {
@@ -103,16 +107,16 @@ std::string NearestText(const std::vector<NearDevice>& nearest) {
     rows.push_back(
         {DeviceName(*near.device), FamilyName(*near.device), IdText(near.device->GetjtagDeviceID()), near.difference});
   }
-  return rows.empty() ? "" : "    nearest devices:\n" + AlignedTable(rows, "      ");
+  return rows.empty() ? "" : "    nearest devices:\n" + WrappedTable(rows, "      ");
 }
 
 std::string UnknownId(const IdentifiedChain& identified, const ChainPosition& position) {
   const IdKind& kind = KindOf(identified.comm, position.id);
   const std::string misread = position.id ? MisreadText(identified, *position.id) : "";
-  if (!kind.isIdcode) return misread + "    " + kind.meaning + "\n";
+  if (!kind.isIdcode) return misread + WrappedText(kind.meaning, "    ");
   const unsigned int id = *position.id;
   const char* const vendor = identified.finder.VendorOf(SplitIdcode(id).manufacturer);
-  return misread + "    " + FieldsText(id) + "\n" + NearestText(identified.finder.NearestDevices(id)) +
+  return misread + WrappedText(FieldsText(id), "    ") + NearestText(identified.finder.NearestDevices(id)) +
          "    to describe it, fill in each ? and put this into a Family:\n    " +
          DescriptionStub(id, vendor, position.IrLength(), "    ") + "\n";
 }
@@ -124,7 +128,7 @@ void UnknownIds(const IdentifiedChain& identified, Output& output) {
   if (!groups.empty()) output << "\nUnknown ids:\n";
   for (const std::vector<std::size_t>& group : groups) {
     const ChainPosition& position = identified.chain[group.front()];
-    output << "  " + PositionList(group) + ": " + (position.id ? IdText(*position.id) : "no IDCODE") + "\n";
+    output << WrappedText(PositionList(group) + ": " + (position.id ? IdText(*position.id) : "no IDCODE"), "  ");
     output << UnknownId(identified, position);
   }
   if (more != 0) output << "  and " + std::to_string(more) + " more; --format tsv explains all\n";
@@ -143,7 +147,7 @@ std::string CandidateTable(const IdentifiedChain& identified, const ChainPositio
                     Reason(candidate), std::to_string(candidate.searchOrder)});
     if (withFile) rows.back().push_back(Printable(FileOf(identified, candidate.database)));
   }
-  return AlignedTable(rows, "    ");
+  return WrappedTable(rows, "    ");
 }
 
 /// Equal ids are listed once, of very many the first ones.
@@ -151,11 +155,12 @@ void AmbiguousPositions(const IdentifiedChain& identified, Output& output) {
   const auto isAmbiguous = [](const ChainPosition& position) { return position.IsAmbiguous(); };
   const auto [groups, more] = EqualPositionsWhere(identified.chain, isAmbiguous);
   if (!groups.empty()) {
-    output << "\n* More than one device matches. The first in search order was taken; most exact first:\n";
+    output << "\n* More than one device matches; the first was taken. The most exact first:\n";
   }
   for (const std::vector<std::size_t>& group : groups) {
     const ChainPosition& position = identified.chain[group.front()];
-    output << "  " + PositionList(group) + ": " + IdText(*position.id) + ", taken as " + DeviceName(*position.Match()) + "\n";
+    output << WrappedText(PositionList(group) + ": " + IdText(*position.id) + ", taken as " + DeviceName(*position.Match()),
+                          "  ");
     output << CandidateTable(identified, position);
   }
   if (more != 0) output << "  and " + std::to_string(more) + " more; --format tsv lists all\n";
@@ -164,7 +169,7 @@ void AmbiguousPositions(const IdentifiedChain& identified, Output& output) {
 void NotesText(const IdentifiedChain& identified, Output& output) {
   const std::vector<std::string> notes = Notes(identified);
   if (!notes.empty()) output << "\nNotes:\n";
-  for (const std::string& note : notes) output << "  " + note + "\n";
+  for (const std::string& note : notes) output << WrappedText(note, "  ");
 }
 
 }  // namespace
@@ -172,7 +177,7 @@ void NotesText(const IdentifiedChain& identified, Output& output) {
 void TextOutput(const IdentifiedChain& identified, Output& output) {
   if (!identified.scan.format.empty()) output << "Scan: " + ScanText(identified.scan) + "\n";
   DeviceTable(identified.chain, output);
-  output << "\n" + TotalIrLength(identified.chain) + "\n";
+  output << TotalIrLength(identified.chain);
   UnknownIds(identified, output);
   AmbiguousPositions(identified, output);
   NotesText(identified, output);

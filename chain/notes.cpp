@@ -1,9 +1,8 @@
 #include <algorithm>
 
-#include "device_text.h"
-#include "identify/output.h"
+#include "chain/Chain.h"
 
-namespace tool {
+namespace plddb::chain {
 namespace {
 
 std::string At(std::size_t position) { return "position " + std::to_string(position) + ": "; }
@@ -50,14 +49,14 @@ void AddLengthNotes(std::size_t i, const ChainPosition& position, const ScannedT
 }
 
 /// Compares the lengths with that of the whole chain, where the tool measured it: it settles one missing length.
-void AddTotalNotes(const IdentifiedChain& identified, std::vector<std::string>& notes) {
+void AddTotalNotes(const Scan& scan, const Chain& chain, std::vector<std::string>& notes) {
   unsigned long known = 0;
   std::vector<std::size_t> missing;
-  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    known += identified.chain[i].IrLength();
-    if (identified.chain[i].IrLength() == 0) missing.push_back(i);
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    known += chain[i].IrLength();
+    if (chain[i].IrLength() == 0) missing.push_back(i);
   }
-  const unsigned long measured = identified.scan.irLength;
+  const unsigned long measured = scan.irLength;
   const std::string measuredText = "the scan shows that the chain has IR length " + std::to_string(measured);
   if (measured == 0) return;
   if (missing.size() == 1 && known < measured) {
@@ -70,15 +69,15 @@ void AddTotalNotes(const IdentifiedChain& identified, std::vector<std::string>& 
 
 }  // namespace
 
-std::vector<std::string> Notes(const IdentifiedChain& identified) {
-  std::vector<std::string> notes = identified.scan.notes;
-  for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    AddLowByteNote(i, identified.chain[i], notes);
-    AddLengthNotes(i, identified.chain[i], identified.scan.taps[i], notes);
-    AddHint(i, identified.chain[i], notes);
+std::vector<std::string> Notes(const Scan& scan, const Chain& chain) {
+  std::vector<std::string> notes = scan.notes;
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    AddLowByteNote(i, chain[i], notes);
+    AddLengthNotes(i, chain[i], scan.taps[i], notes);
+    AddHint(i, chain[i], notes);
   }
-  AddTotalNotes(identified, notes);
+  AddTotalNotes(scan, chain, notes);
   return notes;
 }
 
-}  // namespace tool
+}  // namespace plddb::chain
