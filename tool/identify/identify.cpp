@@ -68,7 +68,7 @@ struct Options {
 void Write(const IdentifiedChain& identified, const std::string& format) {
   const auto hasName = [&](const auto& row) { return row.name == format; };
   const auto* const chosen = std::find_if(std::begin(kFormats), std::end(kFormats), hasName);
-  Output output;
+  Output output(WriteOutput);
   chosen->write(identified, output);
   output.Flush();
   if (chosen->showsNotes) return;
@@ -91,7 +91,7 @@ Chain IdentifyAll(plddb::chain::DeviceFinder& finder, const Scan& scan, bool tru
 
 ExitCode Answer(const IdentifiedChain& identified, const Options& options) {
   if (!options.expected.empty()) {
-    Output output;
+    Output output(WriteOutput);
     const bool agrees = CompareWithExpected(identified, ExpectedNames(options.expected), output);
     output.Flush();
     return agrees ? ExitCode::kFound : ExitCode::kNotFound;

@@ -2,7 +2,6 @@
 
 #include "command.h"
 #include "device_text.h"
-#include "standard_streams.h"
 
 namespace tool {
 
@@ -13,7 +12,7 @@ void Output::operator<<(std::string_view text) {
 }
 
 void Output::Flush() {
-  WriteOutput(block_);
+  write_(block_);
   block_.clear();
 }
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Chain.h"
@@ -42,14 +44,16 @@ struct IdentifiedChain {
   Chain chain;  ///< Who answers; one position for each TAP of the scan.
 };
 
-/// Standard output, in blocks: the answer for a million ids is never in memory as a whole.
+/// Where the answer goes, in blocks: that for a million ids is never in memory as a whole.
 class Output {
  public:
-  ~Output() = default;
+  /// `write` takes a block. What it throws passes through operator<< and Flush.
+  explicit Output(std::function<void(const std::string& block)> write) : write_(std::move(write)) {}
   void operator<<(std::string_view text);
-  void Flush();  ///< Throws Failure when the text does not get there, and so does operator<<.
+  void Flush();
 
  private:
+  std::function<void(const std::string& block)> write_;
   std::string block_;
 };
 
@@ -70,6 +74,9 @@ const char* OrderText(End nearest);
 
 /// plddb::chain::Notes.
 std::vector<std::string> Notes(const IdentifiedChain& identified);
+
+/// "IR length of the chain: 18 bits", and what it depends on; in lines, after an empty one.
+std::string TotalIrLength(const Chain& chain);
 
 /// plddb::chain::KindText.
 std::string KindText(const IdentifiedChain& identified, const ChainPosition& position);

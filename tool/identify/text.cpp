@@ -79,6 +79,8 @@ std::string MissingOptions(const Chain& chain) {
   return options;
 }
 
+}  // namespace
+
 std::string TotalIrLength(const Chain& chain) {
   unsigned long bits = 0;
   for (const ChainPosition& position : chain) bits += position.IrLength();
@@ -90,6 +92,8 @@ std::string TotalIrLength(const Chain& chain) {
          (open.empty() ? "" : WrappedText("give " + MissingOptions(chain), "  ")) +
          (doubtful.empty() ? "" : WrappedText("another device that matches would change it at " + doubtful, "  "));
 }
+
+namespace {
 
 // --- Unknown ids ------------------------------------------------------------------------------------------------------------
 
