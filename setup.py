@@ -1,5 +1,6 @@
 """Builds the Python package out of the source tree: the libraries, the module over them, and the shipped descriptions."""
 
+import os
 import re
 import shutil
 from glob import glob
@@ -12,6 +13,12 @@ from setuptools.command.build_py import build_py
 LIBRARIES = [
     "foundation", "package", "device", "family", "database", "descriptions", "chain", "find", "check", "bsdl", "programming_files", "python",
 ]  # fmt: skip
+
+# What each system does in its own way is in a file of its own.
+OTHER_SYSTEM = "_posix.cpp" if os.name == "nt" else "_windows.cpp"
+SOURCES = sorted(
+    file for folder in LIBRARIES for file in glob(folder + "/**/*.cpp", recursive=True) if not file.endswith(OTHER_SYSTEM)
+)
 
 VERSION = re.search(r"^project\(plddb VERSION ([0-9.]+)", Path("CMakeLists.txt").read_text(), re.MULTILINE).group(1)
 
@@ -34,9 +41,9 @@ setup(
     ext_modules=[
         Pybind11Extension(
             "plddb._plddb",
-            sorted(file for folder in LIBRARIES for file in glob(folder + "/**/*.cpp", recursive=True)),
+            SOURCES,
             include_dirs=[".", "include", *LIBRARIES],
-            define_macros=[("PLDDB_STATIC", None), ("PLDDB_INSTALLED_DATA", '"/usr/share/plddb"')],
+            define_macros=[("PLDDB_STATIC", None), ("PLDDB_INSTALLED_DATA", '"/usr/share/plddb"'), ("PLDDB_VERSION", f'"{VERSION}"')],
             libraries=["pugixml", "z"],
             cxx_std=17,
         )

@@ -155,7 +155,7 @@ class FactReader {
 
   /// Calls `read(cursor)` for each item of a list with ',' between them. After a fault it goes on with the next item.
   template <typename ReadItem>
-  void ReadList(const Pieces& pieces, Start start, ReadItem read) {
+  void ReadList(const Pieces& pieces, const Start& start, ReadItem read) {
     TextCursor cursor(pieces);
     while (!cursor.AtEnd() && !faults_.Full()) {
       if (!read(cursor)) {
@@ -166,7 +166,7 @@ class FactReader {
     }
   }
 
-  void ReadComma(TextCursor& cursor, Start start) {
+  void ReadComma(TextCursor& cursor, const Start& start) {
     const Place comma = cursor.Here();
     if (!Expect(cursor, ',', "\",\" or the end of the string")) {
       if (!cursor.AtWord()) Recover(cursor, start);
@@ -175,7 +175,7 @@ class FactReader {
     }
   }
 
-  static void Recover(TextCursor& cursor, Start start) {
+  static void Recover(TextCursor& cursor, const Start& start) {
     while (!cursor.AtEnd() && !start.IsAfterComma(cursor)) cursor.Next();
     cursor.Skip(',');
   }
@@ -205,7 +205,7 @@ class FactReader {
 
   /// "A, B)": the rest of a list whose '(' is read. `next` is what may come after it.
   template <typename ReadItem>
-  bool ReadRestOfList(TextCursor& cursor, Start next, ReadItem read) {
+  bool ReadRestOfList(TextCursor& cursor, const Start& next, ReadItem read) {
     do {
       if (!read(cursor)) return false;
       if (!IsClosedBeforeComma(cursor, next)) return true;
@@ -214,7 +214,7 @@ class FactReader {
   }
 
   /// Not where a ',' is followed by the next item of the list around this one.
-  bool IsClosedBeforeComma(const TextCursor& cursor, Start next) {
+  bool IsClosedBeforeComma(const TextCursor& cursor, const Start& next) {
     if (!next.IsAfterComma(cursor)) return true;
     Fault(cursor.Here(), "expected \")\" before this \",\"");
     return false;

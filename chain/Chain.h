@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -74,11 +75,11 @@ std::string NotAnId(std::string_view text);
 /// line that holds anything else is a fault, and so is a text without any id.
 ScanResult ReadIds(std::string_view text);
 
-/// Reads what a scanning tool printed, or else ids as ReadIds does. Of several reports in one format the last is taken; of
-/// several formats the first that ScanFormats names, and what another one of the same tool adds. What precedes or follows a
-/// tool's words in a line does not matter, nor do colours, carriage returns, lines wrapped by a terminal, and lines of other
-/// programs. The text is UTF-8 or UTF-16. A text that names devices but no ids is a fault, which suggests what to print
-/// instead.
+/// Reads what a scanning tool printed, or else ids as ReadIds does, or lists of them. Of several reports in one format the last
+/// is taken; of several formats the first that ScanFormats names, and what another one of the same tool adds. What precedes or
+/// follows a tool's words in a line does not matter, nor do colours, carriage returns, lines wrapped by a terminal, and lines
+/// of other programs. The text is UTF-8 or UTF-16. A text that names devices but no ids is a fault, which suggests what to
+/// print instead.
 ScanResult ReadScan(std::string_view text);
 
 /// The formats that ReadScan knows, preferred ones first: "OpenOCD log".
@@ -134,7 +135,7 @@ struct Misread {
 };
 
 /// Finds the devices that answer to ids. It borrows the databases, which must not change during its life: it keeps their
-/// identifiers, and the results for equal ids.
+/// identifiers, and the candidates of known ids.
 class DeviceFinder {
  public:
   /// `comm` is the access mode: "JTAG", "ISP" or "DUAL", as in DeviceList::GetDeviceWithCommAndID; no device answers in others.
@@ -166,7 +167,7 @@ class DeviceFinder {
   std::shared_ptr<const std::vector<Candidate>> CandidatesFor(unsigned int id) const;
 
   std::unique_ptr<const Table> table_;
-  std::unordered_map<unsigned int, std::shared_ptr<const std::vector<Candidate>>> answers_;
+  std::unordered_map<std::uint64_t, std::shared_ptr<const std::vector<Candidate>>> answers_;
 };
 
 /// The positions of `scan`, each identified by a DeviceFinder. If the match has no IR length, that of the scan is used; a
@@ -249,8 +250,12 @@ std::string KindText(const std::string& comm, const ChainPosition& position);
 /// missing, hints on devices that are no programmable logic. One line each; options are called as those of `plddb identify`.
 std::vector<std::string> Notes(const Scan& scan, const Chain& chain);
 
-/// A drawing of the chain, from TDI to TDO; empty for an empty chain. `nearest` is the end at which `chain` starts.
-std::string Svg(const Chain& chain, const std::string& comm, End nearest);
+/// The most TAPs that are drawn: any more are no chain that a person could look at.
+inline constexpr std::size_t kMostDrawn = 10000;
+
+/// A drawing of the chain, from TDI to TDO, in rows of `perRow` TAPs (at least 1); empty for an empty chain, and for one of more
+/// than kMostDrawn TAPs. `nearest` is the end at which `chain` starts.
+std::string Svg(const Chain& chain, const std::string& comm, End nearest, std::size_t perRow = 5);
 ///@}
 
 }  // namespace plddb::chain

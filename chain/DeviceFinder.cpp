@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <bitset>
+#include <cstdint>
 #include <tuple>
 #include <utility>
 
@@ -88,24 +90,40 @@ struct DeviceFinder::Table {
   std::vector<Place> places;                        // of the identifiers
   std::vector<Entry> index;                         // sorted
   std::vector<std::size_t> groups;                  // where a mask begins in the index, and its end
+  std::bitset<kManufacturerBits + 1> lowBits;       // those of ids that may be known, which rejects most other ids at once
+  std::bitset<kManufacturerBits + 1> nearLowBits;   // those of ids that may be near an IDCODE
   std::vector<std::vector<unsigned int>> lowBytes;  // the devices by the low byte of their ISP identifiers; for DUAL
   std::vector<const char*> vendors;                 // by manufacturer field
 
   void Add(const DeviceInfo& device, std::size_t database);
+  void AddLowBits(unsigned int mask, unsigned int compared, unsigned int jtag);
   void Sort();
+  std::vector<unsigned int> Indexed(unsigned int id) const;
+  std::uint64_t AnswerKey(unsigned int id) const;
   std::vector<unsigned int> Answering(AccessMode asked, unsigned int id) const;
 };
 
 void DeviceFinder::Table::Add(const DeviceInfo& device, std::size_t database) {
   const Identifiers own = internal::IdentifiersOf(device);
+  const char* const vendor = device.GetVendor();
+  const char*& known = vendors[SplitIdcode(own.jtag).manufacturer];
+  if (known == nullptr && (own.jtag & 1) != 0 && vendor != nullptr && *vendor != '\0') known = vendor;
+  if (own.mask == 0) return;  // it never answers
   const auto number = static_cast<unsigned int>(places.size());
   identifiers.push_back(own);
   places.push_back({&device, database});
   index.push_back({own.mask, (mode == AccessMode::kIsp ? own.isp : own.jtag) & own.mask, number});
   if (mode == AccessMode::kDual) lowBytes[own.isp & kLowByte].push_back(number);
-  const char* const vendor = device.GetVendor();
-  const char*& known = vendors[SplitIdcode(own.jtag).manufacturer];
-  if (known == nullptr && (own.jtag & 1) != 0 && vendor != nullptr && *vendor != '\0') known = vendor;
+  AddLowBits(own.mask, index.back().bits & kManufacturerBits, own.jtag & kManufacturerBits);
+}
+
+void DeviceFinder::Table::AddLowBits(unsigned int mask, unsigned int compared, unsigned int jtag) {
+  lowBits.set(compared);
+  nearLowBits.set(jtag);
+  for (unsigned int bit = 1; bit < kManufacturerBits; bit <<= 1) nearLowBits.set(jtag ^ bit);
+  if ((mask & kManufacturerBits) == kManufacturerBits) return;
+  lowBits.set();
+  nearLowBits.set();
 }
 
 void DeviceFinder::Table::Sort() {
@@ -116,15 +134,28 @@ void DeviceFinder::Table::Sort() {
   groups.push_back(index.size());
 }
 
-/// The numbers of the devices that answer to `id`, in search order.
-std::vector<unsigned int> DeviceFinder::Table::Answering(AccessMode asked, unsigned int id) const {
+/// The numbers of the devices whose compared bits are those of `id`, in any order.
+std::vector<unsigned int> DeviceFinder::Table::Indexed(unsigned int id) const {
   std::vector<unsigned int> numbers;
-  for (std::size_t g = 0; g + 1 < groups.size(); ++g) {
+  for (std::size_t g = 0; g + 1 < groups.size() && lowBits[id & kManufacturerBits]; ++g) {
     const auto end = index.begin() + static_cast<std::ptrdiff_t>(groups[g + 1]);
     const Entry wanted = {index[groups[g]].mask, id & index[groups[g]].mask, 0};
     auto entry = std::lower_bound(index.begin() + static_cast<std::ptrdiff_t>(groups[g]), end, wanted);
     for (; entry != end && entry->bits == wanted.bits; ++entry) numbers.push_back(entry->number);
   }
+  return numbers;
+}
+
+/// Equal for ids to which the same devices answer for the same reason: in the access mode DUAL most ids differ from one
+/// another in nothing but their low byte.
+std::uint64_t DeviceFinder::Table::AnswerKey(unsigned int id) const {
+  constexpr std::uint64_t onlyLowByte = std::uint64_t{1} << 32;
+  return mode == AccessMode::kDual && Indexed(id).empty() ? onlyLowByte | (id & kLowByte) : id;
+}
+
+/// The numbers of the devices that answer to `id`, in search order.
+std::vector<unsigned int> DeviceFinder::Table::Answering(AccessMode asked, unsigned int id) const {
+  std::vector<unsigned int> numbers = Indexed(id);
   if (numbers.empty() && asked != AccessMode::kDual) return numbers;
   if (asked == AccessMode::kDual) numbers.insert(numbers.end(), lowBytes[id & kLowByte].begin(), lowBytes[id & kLowByte].end());
   std::sort(numbers.begin(), numbers.end());
@@ -152,9 +183,10 @@ ChainPosition DeviceFinder::Identify(std::optional<unsigned int> id) {
   ChainPosition position;
   position.id = id;
   if (!id || *id == 0) return position;
-  const auto [known, isNew] = answers_.try_emplace(*id);
-  if (isNew) known->second = CandidatesFor(*id);
-  position.candidates_ = known->second;
+  const std::uint64_t key = table_->AnswerKey(*id);
+  const auto known = answers_.find(key);
+  position.candidates_ = known != answers_.end() ? known->second : CandidatesFor(*id);
+  if (known == answers_.end() && position.candidates_ != nullptr) answers_.emplace(key, position.candidates_);
   return position;
 }
 
@@ -178,12 +210,14 @@ std::shared_ptr<const std::vector<Candidate>> DeviceFinder::CandidatesFor(unsign
 
 std::vector<NearDevice> DeviceFinder::NearestDevices(unsigned int id) const {
   std::vector<NearDevice> near;
+  if (!table_->nearLowBits[id & kManufacturerBits]) return near;
   std::vector<std::pair<std::size_t, unsigned int>> oneBitApart;  // the number of the device, and the bit
   for (std::size_t i = 0; i < table_->identifiers.size() && near.size() < kMostNear; ++i) {
     const Identifiers& own = table_->identifiers[i];
     const unsigned int bits = (own.jtag ^ id) & own.mask;
-    if (own.jtag == 0 || bits == 0) continue;
-    if ((bits & ~kVersionBits) == 0) {
+    const unsigned int inPart = bits & ~kVersionBits;
+    if ((inPart & (inPart - 1)) != 0 || own.jtag == 0 || bits == 0) continue;  // the first rejects most devices
+    if (inPart == 0) {
       near.push_back({table_->places[i].device, table_->places[i].database, "other version"});
     } else if (IsOneBit(bits) && oneBitApart.size() < kMostNear) {
       oneBitApart.emplace_back(i, bits);

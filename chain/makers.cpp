@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "chain/Chain.h"
 #include "chain/makers_table.h"
@@ -9,6 +11,19 @@ namespace {
 
 constexpr unsigned int kContinuation = 0x7F;
 constexpr unsigned int kBanksOfIdcode = 16;  // it holds 4 bits of the bank
+
+/// The names of all banks, one after the other, from code 1 on.
+std::vector<std::string_view> AllNames() {
+  std::vector<std::string_view> all;
+  all.reserve(std::size_t{kBanks} * (kContinuation - 1));
+  for (std::string_view names : kMakersOfBanks) {
+    for (unsigned int code = 1; code < kContinuation; ++code) {
+      all.push_back(names.substr(0, names.find('\n')));
+      names.remove_prefix(std::min(names.find('\n'), names.size() - 1) + 1);
+    }
+  }
+  return all;
+}
 
 /// " (or ...)": the maker of a bank that an IDCODE cannot tell from `bank`.
 std::string OtherMaker(unsigned int bank, unsigned int code) {
@@ -22,9 +37,8 @@ std::string OtherMaker(unsigned int bank, unsigned int code) {
 
 std::string_view MakerName(unsigned int bank, unsigned int code) {
   if (bank >= kBanks || code == 0 || code >= kContinuation) return {};
-  std::string_view names = kMakersOfBanks[bank];
-  for (unsigned int i = 1; i < code; ++i) names.remove_prefix(names.find('\n') + 1);
-  return names.substr(0, names.find('\n'));
+  static const std::vector<std::string_view> names = AllNames();
+  return names[bank * (kContinuation - 1) + code - 1];
 }
 
 std::string MakerText(unsigned int manufacturer) {

@@ -87,12 +87,15 @@ void CompleteAll(std::vector<ScannedTap>& taps, const std::vector<ScannedTap>& o
 /// The ids that the tool read, in the order of reading, and its list of the same devices, which leaves versions out: the list
 /// shows the names and from which end was read.
 void CompleteRawIds(Scan& scan, std::vector<ScannedTap> list) {
-  if (std::equal(list.begin(), list.end(), scan.taps.begin(), scan.taps.end(), HaveEqualParts) && list.size() > 1) {
-    scan.nearest = End::kTdi;
-  } else {
-    std::reverse(list.begin(), list.end());
+  const auto areEqual = [&] {
+    return std::equal(list.begin(), list.end(), scan.taps.begin(), scan.taps.end(), HaveEqualParts);
+  };
+  scan.nearest = areEqual() ? End::kTdi : End::kTdo;
+  if (scan.nearest == End::kTdo) std::reverse(list.begin(), list.end());
+  if (!areEqual()) {
+    scan.nearest = End::kAsPrinted;
+    return;
   }
-  if (!std::equal(list.begin(), list.end(), scan.taps.begin(), scan.taps.end(), HaveEqualParts)) return;
   for (std::size_t i = 0; i < list.size(); ++i) Complete(scan.taps[i], list[i]);
 }
 
@@ -167,10 +170,9 @@ Scan ScanOf(const Found& first, const std::vector<Found>& found, std::string_vie
   const ScanReport& last = chosen.Last();
   Scan scan = {format.name, format.tool, last.taps, format.nearest, format.hasVersions, last.irLength, NotesOn(chosen)};
   for (const Found& other : found) {
-    if (&other == &chosen) continue;
-    if (&other == &first) {
+    if (&other == &first && &first != &chosen) {
       scan.notes.push_back(std::string("a part of the chain is missing in another format: ") + other.format->name);
-    } else {
+    } else if (&other != &chosen) {
       Compare(scan, chosen, other);
     }
   }
@@ -183,10 +185,10 @@ Scan ScanOf(const Found& first, const std::vector<Found>& found, std::string_vie
   return scan;
 }
 
-/// Whether a line of `text` consists of an id only.
+/// Whether a line of `text` consists of ids only.
 bool HoldsBareIds(std::string_view text) {
   bool holds = false;
-  ForEachLine(text, [&](std::string_view line, int) { holds = holds || ParseId(IdPart(line)); });
+  ForEachLine(text, [&](std::string_view line, int) { holds = holds || IsIdList(line); });
   return holds;
 }
 
@@ -207,7 +209,7 @@ ScanResult ReadScan(std::string_view raw) {
   ScanResult result;
   if (first == found.end()) {
     if (!HoldsBareIds(text.Text())) return Refused(text);
-    result = ReadIds(text.Text());
+    result = ReadIdLists(text.Text());
     if (result.scan) result.scan->format = "bare ids";
   } else if (first->fault) {
     AddFault(result, *first->fault);

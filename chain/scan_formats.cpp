@@ -17,6 +17,10 @@ Taken TakeLineOfFormat(std::string_view line, const ScanFormat& format, ScanRepo
     if (at == line.npos) continue;
     const Taken taken = kind.take({line.substr(0, at), line.substr(at + kind.marker.size())}, reports);
     if (taken.isInside) return taken;
+    const std::size_t second = kind.marker.size() < 8 ? line.npos : line.find(kind.marker, at + kind.marker.size());
+    if (taken.isMine && taken.fault == nullptr && second != line.npos) {
+      return Wrong(line.substr(second), "a second TAP in one line: expected the text with its line ends");
+    }
     if (taken.isMine) return reports.IsFull() ? Wrong({}, "more TAPs than a chain can have") : taken;
   }
   return kNotMine;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 #include "chain/ids.h"
 #include "chain/scan_formats.h"
@@ -70,6 +71,41 @@ std::string AsUtf8(std::string_view raw) {
   return std::string(raw.substr(0, 3) == "\xEF\xBB\xBF" ? raw.substr(3) : raw);
 }
 
+/// Other spellings of plain characters: of web pages, of word processors, in UTF-8 and in Windows' code page 1252.
+constexpr struct {
+  std::string_view text;
+  char plain;
+} kSpellings[] = {
+    {"\xC2\xA0", ' '},     {"\xE2\x80\xAF", ' '}, {"\xE2\x80\x98", '\''}, {"\xE2\x80\x99", '\''}, {"\xE2\x80\x9C", '"'},
+    {"\xE2\x80\x9D", '"'}, {"&nbsp;", ' '},       {"&#160;", ' '},        {"&gt;", '>'},          {"&lt;", '<'},
+    {"&quot;", '"'},       {"&#34;", '"'},        {"&apos;", '\''},       {"&#39;", '\''},        {"&amp;", '&'},
+    {"\xA0", ' '},         {"\x91", '\''},        {"\x92", '\''},         {"\x93", '"'},          {"\x94", '"'},
+};
+
+/// `text` with plain characters for their other spellings.
+std::string WithPlainCharacters(std::string text) {
+  constexpr std::string_view starts = "&\xC2\xE2\xA0\x91\x92\x93\x94";
+  if (text.find_first_of(starts) == text.npos) return text;
+  std::string plain;
+  plain.reserve(text.size());
+  for (std::string_view rest = text; !rest.empty();) {
+    const bool isInside = !plain.empty() && (plain.back() & 0x80) != 0;  // of a character of UTF-8
+    const auto* const spelling = std::find_if(std::begin(kSpellings), std::end(kSpellings), [&](const auto& row) {
+      return rest.substr(0, row.text.size()) == row.text && !(isInside && row.text.size() == 1);
+    });
+    const bool isOther = spelling != std::end(kSpellings);
+    plain += isOther ? spelling->plain : rest.front();
+    rest.remove_prefix(isOther ? spelling->text.size() : 1);
+  }
+  return plain;
+}
+
+/// Whether the carriage return at `at` is a line end by itself, as on old systems and in lines that a program rewrites.
+bool EndsLine(std::string_view text, std::size_t at) {
+  const std::size_t next = text.find_first_not_of('\r', at);
+  return next != text.npos && text[next] != '\n' && (at == 0 || text[at - 1] != '\n');
+}
+
 /// The length of the terminal's control sequence that starts `text`, for example ESC[31m; 0 without one.
 std::size_t ControlSequenceLength(std::string_view text) {
   if (text.substr(0, 2) != "\x1B[") return 0;
@@ -79,11 +115,11 @@ std::size_t ControlSequenceLength(std::string_view text) {
   return static_cast<std::size_t>(last - text.begin()) + (isWhole ? 1 : 0);
 }
 
-/// `text` with blanks for colours and carriage returns, so that places can be counted.
+/// `text` with blanks for colours, tabs and carriage returns, so that places can be counted.
 std::string WithoutColours(std::string text) {
-  for (std::size_t i = 0; (i = text.find_first_of("\r\x1B", i)) != text.npos; ++i) {
-    const std::size_t length = text[i] == '\r' ? 1 : ControlSequenceLength(std::string_view(text).substr(i));
-    text.replace(i, length, length, ' ');
+  for (std::size_t i = 0; (i = text.find_first_of("\r\t\x1B", i)) != text.npos; ++i) {
+    const std::size_t length = text[i] != '\x1B' ? 1 : ControlSequenceLength(std::string_view(text).substr(i));
+    text.replace(i, length, length, text[i] == '\r' && EndsLine(text, i) ? '\n' : ' ');
   }
   return text;
 }
@@ -152,6 +188,9 @@ bool IsUnfinished(std::string_view line) {
     const auto words = Words(line.substr(tap + 10));
     return words.size() < 2 || (line.size() > 60 && count('(') > count(')'));
   }
+  if (const std::string_view bits = After(line, "Device Id: "); !bits.empty() && bits.size() < 32) {
+    return bits.find_first_not_of("01") == bits.npos;
+  }
   if (Contains(line, "AUTO ") && Contains(line, "newtap")) return count('"') % 2 != 0;
   if (const std::size_t enabled = line.find(" Y "); enabled != line.npos) {
     const auto before = Words(line.substr(0, enabled));
@@ -203,7 +242,7 @@ std::string_view WithoutMargin(std::string_view line) {
   return line.substr(std::min(line.find_first_not_of(" \t>|#*`"), line.size()));
 }
 
-ScanText::ScanText(std::string_view raw) : plain_(WithoutColours(AsUtf8(raw))) {
+ScanText::ScanText(std::string_view raw) : plain_(WithoutColours(WithPlainCharacters(AsUtf8(raw)))) {
   text_.reserve(plain_.size());
   std::string current;  // the line that may go on
   std::size_t joined = 0;

@@ -7,8 +7,8 @@
 
 namespace plddb::chain {
 
-/// A text as a scanning tool printed it: UTF-16 converted to UTF-8, colours and carriage returns replaced by blanks, and lines
-/// wrapped by a terminal joined again.
+/// A text as a scanning tool printed it: UTF-16 converted to UTF-8, characters as web pages write them replaced by plain ones,
+/// colours, tabs and carriage returns by blanks, and lines wrapped by a terminal joined again.
 class ScanText {
  public:
   explicit ScanText(std::string_view raw);

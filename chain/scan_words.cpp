@@ -14,9 +14,9 @@ bool IsWordCharacter(char c) {
   return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '_';
 }
 
-/// The letters and digits that start `text`, after blanks.
+/// The letters and digits that start `text`, after blanks and the marks of emphasis and code.
 std::string_view LeadingRun(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  text.remove_prefix(std::min(text.find_first_not_of(" \t*`"), text.size()));
   return text.substr(0, static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsWordCharacter) - text.begin()));
 }
 

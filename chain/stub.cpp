@@ -10,7 +10,8 @@ using internal::kVersionBits;
 std::string XmlAttribute(const std::string& name, const std::string& value) {
   std::string text;
   for (const char c : internal::Printable(value)) {
-    text += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
+    const char* const escape = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : nullptr;
+    escape == nullptr ? text.append(1, c) : text.append(escape);
   }
   return " " + name + "=\"" + text + "\"";
 }

@@ -13,10 +13,9 @@ namespace {
 
 constexpr std::size_t kBoxWidth = 200;
 constexpr std::size_t kBoxHeight = 92;
-constexpr std::size_t kGap = 36;     // between boxes of a row
-constexpr std::size_t kRowGap = 44;  // between rows
-constexpr std::size_t kMargin = 64;  // for the words TDI and TDO
-constexpr std::size_t kPerRow = 5;
+constexpr std::size_t kGap = 36;          // between boxes of a row
+constexpr std::size_t kRowGap = 44;       // between rows
+constexpr std::size_t kMargin = 64;       // for the words TDI and TDO
 constexpr std::size_t kLongestName = 18;  // characters that fit into a box
 
 /// How many bytes the character has with which `text` starts; 0 when XML does not know it.
@@ -56,8 +55,8 @@ struct Point {
 };
 
 /// The upper left corner of the box that is drawn as the nth.
-Point CornerOf(std::size_t n) {
-  return {kMargin + n % kPerRow * (kBoxWidth + kGap), kRowGap + n / kPerRow * (kBoxHeight + kRowGap)};
+Point CornerOf(std::size_t n, std::size_t perRow) {
+  return {kMargin + n % perRow * (kBoxWidth + kGap), kRowGap + n / perRow * (kBoxHeight + kRowGap)};
 }
 
 std::string Number(std::size_t number) { return std::to_string(number); }
@@ -103,9 +102,9 @@ std::string Line(const std::string& points) { return "<polyline points=\"" + poi
 std::string At(std::size_t x, std::size_t y) { return Number(x) + "," + Number(y) + " "; }
 
 /// The wire from the box that is drawn as the nth to the next one; from the end of a row round to the start of the next.
-std::string Wire(std::size_t n) {
-  const Point from = CornerOf(n);
-  const Point to = CornerOf(n + 1);
+std::string Wire(std::size_t n, std::size_t perRow) {
+  const Point from = CornerOf(n, perRow);
+  const Point to = CornerOf(n + 1, perRow);
   const std::size_t right = from.x + kBoxWidth;
   const std::size_t y = from.y + kBoxHeight / 2;
   if (from.y == to.y) return Line(At(right, y) + At(to.x, y));
@@ -116,9 +115,9 @@ std::string Wire(std::size_t n) {
 }
 
 /// The wire from TDI, and that to TDO.
-std::string Ends(std::size_t last) {
-  const Point from = CornerOf(0);
-  const Point to = CornerOf(last);
+std::string Ends(std::size_t last, std::size_t perRow) {
+  const Point from = CornerOf(0, perRow);
+  const Point to = CornerOf(last, perRow);
   const std::size_t out = to.x + kBoxWidth;
   const std::size_t y = to.y + kBoxHeight / 2;
   const std::size_t in = from.y + kBoxHeight / 2;
@@ -126,9 +125,9 @@ std::string Ends(std::size_t last) {
          Text({out + kGap / 2 + 4, y - 8}, "end", "TDO") + Line(At(out, y) + At(out + kGap, y));
 }
 
-std::string Head(std::size_t count) {
-  const Point last = CornerOf(count - 1);
-  const std::size_t columns = std::min(count, kPerRow);
+std::string Head(std::size_t count, std::size_t perRow) {
+  const Point last = CornerOf(count - 1, perRow);
+  const std::size_t columns = std::min(count, perRow);
   const std::string width = Number(kMargin + columns * (kBoxWidth + kGap) + 16);
   const std::string height = Number(last.y + kBoxHeight + kRowGap);
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -153,16 +152,16 @@ std::string Head(std::size_t count) {
 
 }  // namespace
 
-std::string Svg(const Chain& chain, const std::string& comm, End nearest) {
+std::string Svg(const Chain& chain, const std::string& comm, End nearest, std::size_t perRow) {
   const std::size_t count = chain.size();
-  if (count == 0) return "";
-  std::string svg = Head(count);
+  if (count == 0 || count > kMostDrawn) return "";
+  std::string svg = Head(count, perRow);
   if (nearest == End::kAsPrinted) svg += "<desc>The order of the scan is not known.</desc>\n";
-  svg += Ends(count - 1);
-  for (std::size_t n = 0; n + 1 < count; ++n) svg += Wire(n);
+  svg += Ends(count - 1, perRow);
+  for (std::size_t n = 0; n + 1 < count; ++n) svg += Wire(n, perRow);
   for (std::size_t n = 0; n < count; ++n) {
     const std::size_t number = nearest == End::kTdi ? n : count - 1 - n;
-    svg += Box(chain[number], comm, number, CornerOf(n));
+    svg += Box(chain[number], comm, number, CornerOf(n, perRow));
   }
   return svg + "</svg>\n";
 }

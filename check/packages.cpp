@@ -68,6 +68,25 @@ void CheckTwice(const DescribedDevice& device, Findings& findings) {
   });
 }
 
+/// Lookups by package compare its type including letter case. Within a family, two spellings of one type are a mistake.
+void CheckTypeCase(const Records& records, Findings& findings) {
+  FirstRecords<DescribedDevice> firsts;
+  const FamilyList* family = nullptr;
+  for (const DescribedDevice& device : records.Devices()) {
+    if (std::exchange(family, device.device->GetFamilyObject()) != device.device->GetFamilyObject()) firsts.clear();
+    ForEachPackage(device, [&](const DescribedPackage& package) {
+      const char* const type = OrEmpty(package.package->GetType());
+      if (*type == '\0') return;
+      const auto first = firsts.try_emplace({type}, &device).first;
+      if (first->first.text == type) return;
+      findings.Add(package, "Type", CodeId::kPackageTypeCase,
+                   "the package type " + Quoted(type) + " is written " + Quoted(std::string(first->first.text)) + " for " +
+                       records.NameFor(device, *first->second) + ": letter case counts in package types",
+                   *first->second);
+    });
+  }
+}
+
 // --- Ordering numbers -------------------------------------------------------------------------------------------------------
 
 using Firsts = FirstRecords<DescribedDevice>;
@@ -244,6 +263,7 @@ void CheckPackages(const Records& records, Findings& findings) {
     });
     CheckTwice(device, findings);
   }
+  CheckTypeCase(records, findings);
   CheckUnlikeNumbers(records, CheckSharedNumbers(records, findings), findings);
   for (const FormRule& rule : kFormRules) CheckForms(records, rule, findings);
 }

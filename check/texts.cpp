@@ -85,7 +85,8 @@ constexpr DeviceRule kTextRules[] = {
 };
 // clang-format on
 
-// --- Blanks -----------------------------------------------------------------------------------------------------------------
+// --- Blanks and other signs
+// -----------------------------------------------------------------------------------------------------------------
 
 /// Characters beyond ASCII that look like a blank or like nothing.
 constexpr std::string_view kWideBlanks[] = {
@@ -106,23 +107,47 @@ bool HasBlankEnd(std::string_view text) {
   });
 }
 
+/// Signs beyond ASCII that look like a hyphen or like nothing: they come from a printed page.
+constexpr std::string_view kHyphens[] = {
+    "\xC2\xAD",      // soft hyphen
+    "\xE2\x80\x90",  // hyphen
+    "\xE2\x80\x91",  // no-break hyphen
+    "\xE2\x80\x92",  // figure dash
+    "\xE2\x80\x93",  // en dash
+    "\xE2\x80\x94",  // em dash
+    "\xE2\x88\x92",  // minus sign
+};
+
+/// A control character, a blank that is none of ASCII, or a dash: no one types these.
+bool HasStrangeSign(std::string_view text) {
+  const auto isIn = [text](std::string_view sign) { return text.find(sign) != text.npos; };
+  const auto isControl = [](char c) { return (c > 0 && c < ' ') || c == 0x7F; };
+  return std::any_of(text.begin(), text.end(), isControl) || std::any_of(std::begin(kHyphens), std::end(kHyphens), isIn) ||
+         std::any_of(std::begin(kWideBlanks), std::end(kWideBlanks), isIn);
+}
+
 // The texts that lookups compare. The access mode has its own rule.
 constexpr const char* kComparedOfFamily[] = {"Name", "AliasName"};
 constexpr const char* kComparedOfDevice[] = {"Name", "CodeName", "AliasName", "Family", "Vendor"};
 constexpr const char* kComparedOfPackage[] = {"Type", "PON", "BackupPON", "AliasPON", "JDF"};
 
 template <std::size_t count>
-void CheckBlanks(const Described& record, const char* const (&attributes)[count], Findings& findings) {
+void CheckSigns(const Described& record, const char* const (&attributes)[count], Findings& findings) {
   for (const char* const attribute : attributes) {
     const Attribute* const written = Written(record, attribute);
-    if (written == nullptr || !HasBlankEnd(written->value)) continue;
-    findings.Add(record, attribute, CodeId::kTextBlanks,
-                 std::string(attribute) + " is " + Quoted(written->value) + ": lookups compare the blanks, too");
+    if (written == nullptr) continue;
+    const std::string value = std::string(attribute) + " is " + Quoted(written->value);
+    if (HasBlankEnd(written->value)) {
+      findings.Add(record, attribute, CodeId::kTextBlanks, value + ": lookups compare the blanks, too");
+    } else if (HasStrangeSign(written->value)) {
+      findings.Add(record, attribute, CodeId::kTextSigns,
+                   value + ": it has a blank, a dash or another sign that users do not type");
+    }
   }
 }
 
 void CheckPackageTexts(const DescribedPackage& package, Findings& findings) {
-  CheckBlanks(package, kComparedOfPackage, findings);
+  CheckSigns(package, kComparedOfPackage, findings);
   std::string fault = TooLong(package.package->GetBackupPON());
   if (fault.empty()) return;
   const bool isWritten = Written(package, "BackupPON") != nullptr;
@@ -140,12 +165,12 @@ void CheckFamilyName(const DescribedFamily& family, Findings& findings) {
 
 void CheckNamesAndTexts(const Records& records, Findings& findings) {
   for (const DescribedFamily& family : records.Families()) {
-    CheckBlanks(family, kComparedOfFamily, findings);
+    CheckSigns(family, kComparedOfFamily, findings);
     CheckFamilyName(family, findings);
   }
   for (const DescribedDevice& device : records.Devices()) {
     Apply(kTextRules, device, findings);
-    CheckBlanks(device, kComparedOfDevice, findings);
+    CheckSigns(device, kComparedOfDevice, findings);
     ForEachPackage(device, [&](const DescribedPackage& package) { CheckPackageTexts(package, findings); });
   }
 }

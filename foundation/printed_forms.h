@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,8 +14,10 @@
 namespace plddb::internal {
 
 inline std::string HexDigits(std::uint32_t value, int digits) {
-  std::string text;
-  for (; value != 0 || digits > 0; value >>= 4, --digits) text.insert(text.begin(), "0123456789ABCDEF"[value & 0xF]);
+  std::size_t count = 0;
+  for (std::uint32_t rest = value; rest != 0; rest >>= 4) ++count;
+  std::string text(std::max(count, static_cast<std::size_t>(std::max(digits, 0))), '0');
+  for (auto place = text.rbegin(); value != 0; ++place, value >>= 4) *place = "0123456789ABCDEF"[value & 0xF];
   return text;
 }
 
@@ -22,6 +26,7 @@ inline std::string Hex(unsigned int value, int digits) { return "0x" + HexDigits
 
 /// Whether the character is visible, and does not move other characters.
 inline bool IsSeen(std::uint32_t code) {
+  if (code >= 0x20 && code < 0x7F) return true;  // most are ASCII
   constexpr struct {
     std::uint32_t first, last;
   } kUnseen[] = {

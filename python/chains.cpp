@@ -112,7 +112,7 @@ class HeldCandidates {
 std::shared_ptr<Chain> Identify(Tree& tree, const py::object& asked, const Text& comm, bool trustsGuessedIrLengths,
                                 const Text& order, const py::object& irLengths) {
   CheckComm(comm.bytes);
-  const auto answer = std::make_shared<Chain>();
+  auto answer = std::make_shared<Chain>();
   answer->tree = tree.shared_from_this();
   answer->comm = comm.bytes;
   answer->scan = ScanOf(asked);

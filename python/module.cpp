@@ -78,5 +78,6 @@ PYBIND11_MODULE(_plddb, module) {
   AddFits(module);
   AddBsdlFiles(module);
   RefuseWhatPythonCannotDo(module);
+  module.attr("__version__") = PLDDB_VERSION;
   module.attr("__name__") = "plddb._plddb";
 }

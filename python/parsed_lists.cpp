@@ -108,13 +108,17 @@ class Entry {
   const Owner& OwnerRecord() const { return owner_; }
   Place GetPlace() const { return place_; }
 
+  /// Whether its owner was deleted, or its list replaced.
+  bool IsDeleted() const {
+    if (owner_ == nullptr) return false;
+    if (owner_->IsDeleted() || replacements_ != owner_->replacements[List::kListKind]) return true;
+    return place_.inner >= List::All(**owner_, place_).size();
+  }
+
   const T& Get() const {
     if (owner_ == nullptr) return value_;
-    const std::vector<T>& list = List::All(**owner_, place_);
-    if (replacements_ != owner_->replacements[List::kListKind] || place_.inner >= list.size()) {
-      throw Deleted("the list that this entry was in has been replaced");
-    }
-    return list[place_.inner];
+    if (IsDeleted()) throw Deleted("this entry was deleted, or the list that it was in replaced");
+    return List::All(**owner_, place_)[place_.inner];
   }
 
   /// Calls `change(value)` and keeps what becomes of it.
@@ -210,7 +214,9 @@ std::shared_ptr<Entry<T>> MakeEntry(const Properties<T>& properties, const py::d
 /// "plddb.ControlStatus(bit_name='DONE', index=3)".
 template <class T>
 py::object ShowEntry(const Properties<T>& properties, const py::object& self) {
-  py::str text = py::str("plddb.") + py::str(py::type::of(self).attr("__name__")) + py::str("(");
+  const py::str name = py::str("plddb.") + py::str(py::type::of(self).attr("__name__"));
+  if (self.cast<const Entry<T>&>().IsDeleted()) return py::str("<{} (deleted)>").format(name);
+  py::str text = name + py::str("(");
   const char* comma = "";
   for (const Property<T>& property : properties) {
     text = text + py::str(comma + property.name + "=") + py::repr(property.get(self.cast<const Entry<T>&>()));

@@ -1,7 +1,6 @@
 // The tree: its records, their fields, and how they are made and deleted.
 
-#include <algorithm>
-
+#include "foundation/printed_forms.h"
 #include "module.h"
 
 namespace plddb::python {
@@ -144,12 +143,6 @@ std::string Counted(std::size_t count, const std::string& one, const std::string
   return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
-std::string HexText(unsigned int value) {
-  char text[11];
-  std::snprintf(text, sizeof text, "0x%08X", value);
-  return text;
-}
-
 py::object ShowFamily(const Family& self) {
   if (self.IsDeleted()) return DeletedRepresentation("Family");
   return Representation("Family", self->GetName(), ", " + Counted(self->GetDeviceCount(), "device", "devices"));
@@ -159,7 +152,7 @@ py::object ShowDevice(const Device& self) {
   if (self.IsDeleted()) return DeletedRepresentation("Device");
   const FamilyList* const family = self->GetFamilyObject();
   std::string rest = family == nullptr || family->GetName() == nullptr ? "" : std::string(" of ") + family->GetName();
-  if (self->GetjtagDeviceID() != 0) rest += ", IDCODE " + HexText(self->GetjtagDeviceID());
+  if (self->GetjtagDeviceID() != 0) rest += ", IDCODE " + internal::Hex(self->GetjtagDeviceID(), 8);
   return Representation("Device", self->GetName(), rest);
 }
 

@@ -1,6 +1,5 @@
 #include "values.h"
 
-#include <cctype>
 #include <limits>
 
 namespace plddb::python {

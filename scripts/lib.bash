@@ -25,7 +25,7 @@ processor_seconds() {
 
 # The folders of the product; each uses only those before it.
 layers=()
-for folder in foundation package device family database descriptions chain find check bsdl programming_files python tool; do
+for folder in foundation package device family database descriptions chain find check bsdl programming_files python tool web; do
   if [ -d "$folder" ]; then layers+=("$folder"); fi
 done
 

@@ -21,14 +21,14 @@ using plddb::check::Finding;
 using plddb::check::Severity;
 
 constexpr const char* kFooter =
-    R"(The files are checked as one database, in this order. A finding is a line
+    R"(The files are checked as one database, in their order. A finding is a line
 "FILE:LINE:COLUMN: error|warning[code]: text" on standard output; the place is
 that of the value, or of the element that lacks it. An error can never work, or
-a value is lost; a warning may be meant so. docs/check.md explains each code.
+a value is lost; a warning may be intended. docs/check.md explains each code.
 
 With --bsdl the descriptions are compared with those of the makers' files that
 match their IDCODEs or have the entity name of a package, instead: id, mask, IR
-length, codes and boundary length. A folder stands for all *.bsd, *.bsdl, *.bsm,
+length, codes and boundary length. A folder means all *.bsd, *.bsdl, *.bsm,
 *.bs and *.1532 files in it. docs/bsdl.md explains the codes.
 
 A comment allows a finding in the start tag of the next element:
@@ -177,7 +177,7 @@ Run AddCheck(Subcommand subcommand) {
   subcommand.AddFlag("--list-codes", options->listCodes, "Show what each code means, and check nothing");
   const Option makersFiles =
       subcommand.Add("--bsdl", options->makersFiles, "Compare with makers' BSDL files, or folders of them");
-  makersFiles.Type("BSDL...");
+  makersFiles.Type("BSDL");
   subcommand.AddFlag("--missing", options->missing, "List what the makers' files state and a description lacks")
       .Needs(makersFiles);
   subcommand.Add("FILE", options->files, "Description files, or folders of *.xml").Type("");

@@ -92,7 +92,7 @@ std::string HelpText(const CLI::App& app, const std::string& program) {
   return help;
 }
 
-constexpr const char* kExample = "\nExample: plddb identify 0x59604093\n";
+constexpr const char* kExample = "Example: plddb identify 0x59604093\n";
 
 std::string HelpOfProgramItself(const CLI::App& program) {
   // App::help() would answer for the subcommand that was given.

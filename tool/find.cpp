@@ -8,6 +8,7 @@
 #include "device_lookup.h"
 #include "device_text.h"
 #include "element_tables.h"
+#include "find_forms.h"
 #include "json_text.h"
 #include "shared_options.h"
 #include "standard_streams.h"
@@ -38,14 +39,10 @@ struct Options {
   bool json = false;
 };
 
-/// An answer, and all that is needed to show it.
-struct Answer {
-  Matches matches;
-  std::vector<std::string> suggestions;  // when there are no matches
-  std::string reason;                    // why there are none, where that is known
-};
-
 unsigned long Fuses(const Options& options) { return plddb::find::ParseFuses(options.fuses); }
+
+/// The fuse count whose candidates are wanted; 0 without one.
+unsigned long CountAsked(const Options& options) { return options.fullName.empty() ? Fuses(options) : 0; }
 
 /// The keys that --NAME asks for, at most one.
 std::size_t KeyAsked(const Options& options) {
@@ -107,70 +104,6 @@ constexpr std::size_t kMostShown = 20;
 /// How many of `matches` are shown.
 std::size_t Shown(const Matches& matches, const Options& options) {
   return options.all ? matches.size() : std::min(matches.size(), kMostShown);
-}
-
-Json MarkOrNull(const Match& match) {
-  if (!match.mark) return nullptr;
-  const plddb::find::Mark& mark = *match.mark;
-  const auto orNull = [](const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); };
-  return {{"name", mark.name},
-          {"package", orNull(mark.package)},
-          {"packageDescribed", mark.isPackageDescribed},
-          {"leadFree", mark.isLeadFree},
-          {"speed", orNull(mark.speed)},
-          {"temperature", orNull(mark.temperature == '\0' ? "" : plddb::find::TemperatureName(mark.temperature))},
-          {"unknown", mark.unknown}};
-}
-
-Json KeyNames(const Match& match) {
-  Json names = Json::array();
-  for (const Key key : match.keys) names.push_back(NameOf(key));
-  return names;
-}
-
-Json ToJson(const Match& match, const Place& place) {
-  const DeviceInfo& device = *match.device;
-  return {{"key", NameOf(match.keys.front())},
-          {"matchedBy", KeyNames(match)},
-          {"match", NameOf(match.kind)},
-          {"name", TextOrNull(device.GetName())},
-          {"family", TextOrNull(FamilyNameOrNull(device))},
-          {"codeName", TextOrNull(device.GetCodeName())},
-          {"packages", PackageTypeList(device)},
-          {"file", place.database->file},
-          {"line", place.device->line},
-          {"mark", MarkOrNull(match)}};
-}
-
-/// The candidates of a fuse count, with the markers of devices that have two access modes.
-void AddCandidates(const std::vector<Database>& databases, const Options& options, Json& report) {
-  std::vector<std::string> all;
-  std::vector<std::string> names;
-  for (const Database& database : databases) {
-    std::vector<std::string> codeNames;
-    database.devices->GetDeviceCodeNameWithFuseMap(Fuses(options), codeNames);
-    all.insert(all.end(), codeNames.begin(), codeNames.end());
-    database.devices->GetDeviceWithFuseMap(Fuses(options), names);  // appends
-  }
-  report["fuses"] = Fuses(options);
-  report["codeNames"] = all;
-  report["names"] = names;
-}
-
-std::string JsonReport(const std::vector<Database>& databases, const Answer& answer, const Options& options) {
-  const std::size_t shown = Shown(answer.matches, options);
-  Json report = Json::object();
-  if (!options.fuses.empty() && options.fullName.empty()) AddCandidates(databases, options, report);
-  Json matches = Json::array();
-  for (std::size_t i = 0; i < shown; ++i) {
-    matches.push_back(ToJson(answer.matches[i], PlaceOf(databases, answer.matches[i])));
-  }
-  report["matches"] = std::move(matches);
-  report["ambiguous"] = IsAmbiguous(answer.matches);
-  report["more"] = answer.matches.size() - shown;
-  report["suggestions"] = answer.suggestions;
-  report["reason"] = answer.reason.empty() ? Json(nullptr) : Json(answer.reason);
-  return ToText(report);
 }
 
 /// A code name is shown where any device has another one than its name.
@@ -238,7 +171,7 @@ ExitCode RunFind(const Options& options, Option fuses) {
   const std::vector<Database>& databases = LoadDatabases(options.databases, Outlines::kYes);
   const Answer answer = FindAnswer(databases, options);
   if (options.json) {
-    WriteOutput(JsonReport(databases, answer, options));
+    WriteOutput(MatchesJson(databases, answer, Shown(answer.matches, options), CountAsked(options)));
   } else if (answer.matches.empty()) {
     return ReportNoMatch(answer);
   } else {

@@ -7,6 +7,7 @@
 #include "command.h"
 #include "databases.h"
 #include "device_text.h"
+#include "fits_forms.h"
 #include "json_text.h"
 #include "shared_options.h"
 #include "standard_streams.h"
@@ -18,7 +19,7 @@ namespace pf = plddb::programming_files;
 
 constexpr const char* kFooter =
     R"(A FILE is a JEDEC fuse map, a bitstream (.bit, .bin, .mcs, .fs, .hex, .pof, .sof, .rbf), SVF, XSVF, STAPL or an IEEE 1532 data
-file, also packed by gzip. Its format and its device are told by its content, never by its name. Nothing is played.
+file, also packed by gzip. Its format and its device are read from its content, not from its name. Nothing is sent to a device.
 
 Without a chain, the answer is the devices that the file can be for. With one, it is the positions that the file fits. The
 chain is given as ids, as for identify, or by --scan. The last arguments that are ids (8 hex digits, or 0x and 1 to 8) are the
@@ -26,8 +27,8 @@ chain; write ./ before the name of a file that looks like one.
 
 A file that is damaged is reported on standard error; what it states still counts.
 
-Exit code: 0 when every file fits (without a chain: when its device is known), 1 when one does not fit or it cannot be decided, 2 for
-wrong usage or a file that cannot be read.)";
+Exit code: 0 when every file fits (without a chain: when its device is known), 1 when one does not fit or it cannot be
+decided, 2 for wrong usage or a file that cannot be read.)";
 
 struct Options {
   std::vector<std::string> databases;
@@ -42,13 +43,6 @@ struct Options {
 struct GivenChain {
   plddb::chain::Chain positions;
   plddb::chain::End nearest;
-};
-
-/// A file that was judged.
-struct Judged {
-  std::string path;
-  pf::File file;
-  pf::Verdict verdict;
 };
 
 /// Takes the ids at the end of the arguments.
@@ -84,87 +78,6 @@ pf::File ReadProgrammingFile(const pf::Reader& reader, const std::string& path) 
   if (std::ferror(opened.get()) != 0) throw Failure(CannotRead(path) + ": " + std::strerror(errno));
   return file;
 }
-
-// --- The answer as text -----------------------------------------------------------------------------------------------------
-
-std::string Numbers(const std::vector<std::size_t>& numbers) {
-  std::string text;
-  for (const std::size_t number : numbers) text += (text.empty() ? "" : ", ") + std::to_string(number);
-  return text;
-}
-
-std::string FitText(const pf::Verdict& verdict) {
-  switch (verdict.fit) {
-    case pf::Fit::kFits:
-      return "fits position " + Numbers(verdict.positions);
-    case pf::Fit::kFitsSeveral:
-      return "fits several positions: " + Numbers(verdict.positions);
-    case pf::Fit::kFitsNone:
-      return "fits no position";
-    case pf::Fit::kUnknown:
-      break;
-  }
-  return "cannot be decided";
-}
-
-std::string DevicesText(const pf::Verdict& verdict) {
-  if (verdict.devices.empty()) return "device: not known";
-  constexpr std::size_t most = 12;
-  std::string names;
-  for (std::size_t i = 0; i < verdict.devices.size() && i < most; ++i)
-    names += (i == 0 ? "" : ", ") + DeviceName(*verdict.devices[i]);
-  if (verdict.devices.size() > most) names += " and " + std::to_string(verdict.devices.size() - most) + " more";
-  return "device: " + names + " (plddb show " + DeviceName(*verdict.devices.front()) + ")";
-}
-
-std::string AsText(const Judged& judged, bool hasChain) {
-  std::string text =
-      Printable(judged.path) + ": " + Description(judged.file.format) + (judged.file.isCompressed ? ", compressed" : "") + "\n";
-  text += "  " + DevicesText(judged.verdict) + "\n";
-  if (hasChain) text += "  " + FitText(judged.verdict) + "\n";
-  for (const std::string& reason : judged.verdict.reasons) text += "    " + Printable(reason) + "\n";
-  return text;
-}
-
-// --- The answer as JSON -----------------------------------------------------------------------------------------------------
-
-Json ValueOf(const pf::Statement& statement) {
-  if (statement.kind == pf::Kind::kId) return IdText(statement.value);
-  return statement.kind == pf::Kind::kFuseCount ? Json(statement.value) : Json(nullptr);
-}
-
-Json AsJson(const pf::Statement& statement) {
-  const bool isId = statement.kind == pf::Kind::kId;
-  Json json = {{"kind", ToText(statement.kind)},
-               {"text", statement.text},
-               {"value", ValueOf(statement)},
-               {"mask", isId ? Json(IdText(statement.mask)) : Json(nullptr)}};
-  if (statement.place.line != 0) {
-    json["line"] = statement.place.line;
-  } else {
-    json["offset"] = statement.place.offset;
-  }
-  return json;
-}
-
-Json AsJson(const Judged& judged) {
-  Json statements = Json::array();
-  for (const pf::Statement& statement : judged.file.statements) statements.push_back(AsJson(statement));
-  Json devices = Json::array();
-  for (const DeviceInfo* const device : judged.verdict.devices) devices.push_back(device->GetName());
-  Json reasons = judged.verdict.reasons;
-  for (const pf::Fault& fault : judged.file.faults) reasons.push_back("damaged (" + ToText(fault.place) + "): " + fault.text);
-  return {{"file", judged.path},
-          {"format", ToText(judged.file.format)},
-          {"statements", std::move(statements)},
-          {"fuseCount", judged.file.fuseCount ? Json(*judged.file.fuseCount) : Json(nullptr)},
-          {"devices", std::move(devices)},
-          {"verdict", ToText(judged.verdict.fit)},
-          {"positions", judged.verdict.positions},
-          {"reasons", std::move(reasons)}};
-}
-
-// ----------------------------------------------------------------------------------------------------------------------------
 
 void WarnOfFaults(const Judged& judged) {
   for (const pf::Fault& fault : judged.file.faults) {

@@ -95,7 +95,8 @@ Run AddImport(Subcommand subcommand) {
   units.Type("s|ms|us|ns").ValueMayBeMissing();
   subcommand.Add("--into", options->into, "A description file that gets the devices; all else in it stays").Type("FILE");
   AddOutputOption(subcommand, options->output);
-  subcommand.Footer(kFooter, {"plddb import pld1234a_tq100.bsd --family PLD1200 --output my_devices.xml"});
+  subcommand.Footer(kFooter, {"plddb import pld1234a_tq100.bsd --family PLD1200 --output my_devices.xml",
+                              "plddb import pld1234a_tq100.bsd --family PLD1200 --units us"});
   return [options, units] {
     if (units.IsGiven()) options->import.unitOfTimes = UnitOfTimes(options->units);
     return RunImport(*options);

@@ -55,6 +55,42 @@ Json NumberOrNull(Number number) {
   return number == 0 ? Json(nullptr) : Json(number);
 }
 
+/// Writes JSON piece by piece in the form of ToText: for a million objects, of which trees would take minutes.
+class JsonWriter {
+ public:
+  /// Appends to `text`. With a `depth` that many brackets are open, and the last one is not empty.
+  explicit JsonWriter(std::string& text, std::size_t depth = 0) : text_(text), depth_(depth) {}
+
+  void Begin(char bracket);
+  void End(char bracket);
+  JsonWriter& Name(std::string_view name);  ///< Of the member whose value follows.
+  void Value(std::string_view text);
+  void Value(const char* text) { text == nullptr ? Value(nullptr) : Value(std::string_view(text)); }
+  void Value(const std::string& text) { Value(std::string_view(text)); }
+  void Value(std::nullptr_t) { Plain("null"); }
+  void Value(bool value) { Plain(value ? "true" : "false"); }
+  template <typename Number, std::enable_if_t<std::is_integral_v<Number>, int> = 0>
+  void Value(Number number) {
+    Plain(std::to_string(number));
+  }
+  void Value(const Json& json);  ///< With all that it holds.
+
+  /// For numbers whose 0, and texts whose "", mean that there is none.
+  template <typename Maybe>
+  void ValueOrNull(const Maybe& value) {
+    value == Maybe() ? Value(nullptr) : Value(value);
+  }
+
+ private:
+  void Separate();  // starts an element, a name, or the value of a member
+  void Plain(std::string_view text);
+
+  std::string& text_;
+  std::size_t depth_;
+  bool isFirst_ = false;  // nothing follows the open bracket so far
+  bool isNamed_ = false;
+};
+
 /// `json` as it is printed. Bytes that are not UTF-8 are replaced, since descriptions made in code may hold any; what a
 /// terminal cannot show without harm is escaped.
 std::string ToText(const Json& json);

@@ -17,7 +17,7 @@ namespace tool {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Without a FAMILY all families are listed, with it the devices of all families of that name or alias name, in any letter case; failing that, of those whose names contain it. Hidden families, whose devices are no programmable logic, are left out unless they are named, or with --all: lookups find their devices. The id is the one for JTAG, or else the one for ISP; where the scan mask has a 0, the bit of the id does not count.
+    R"(Without a FAMILY all families are listed, with it the devices of all families of that name or alias name, in any letter case; failing that, of those whose names contain it. Hidden families, whose devices are no programmable logic, are left out unless they are named, or with --all: lookups find their devices. The id is the one for JTAG, or else the one for ISP; a bit of the id that is 0 in the scan mask is not compared.
 
 Exit code: 0 when something is listed, 1 when nothing is; 2 for wrong usage or data that cannot be read.)";
 
@@ -320,7 +320,7 @@ void AddChoice(Subcommand subcommand, Options& options) {
   const Option length = subcommand.Add("--ir", options.irLength, "Only devices with an IR of so many bits")
                             .Type("LENGTH")
                             .Check(ComplaintAboutLength);
-  const Option all = subcommand.AddFlag("--all", options.all, "With hidden families");
+  const Option all = subcommand.AddFlag("--all", options.all, "Also hidden families");
   const Option files = subcommand.AddFlag("--files", options.files,
                                           "List the description files that are read, in the order in which they are searched");
   for (const Option& other : {family, named, devices, maker, package, length, all}) files.Excludes(other);

@@ -10,6 +10,7 @@
 #include "element_tables.h"
 #include "json_text.h"
 #include "shared_options.h"
+#include "show_forms.h"
 #include "standard_streams.h"
 #include "suggestions.h"
 #include "text_table.h"
@@ -21,13 +22,11 @@ using plddb::find::Match;
 using plddb::find::Matches;
 
 constexpr const char* kFooter =
-    R"(TEXT is all that plddb find knows: a name, ordering name, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; where there are others, it is marked, and they are listed at the end.
+    R"(TEXT is anything that plddb find takes: a name, ordering name, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; if there are others, it is marked, and they are listed at the end.
 
-Shown is what is set, as a description file writes it, and in which line. What has its default is left out, and so is what is derived on loading. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
+Values are shown as in a description file, with their lines. Defaults and values that are derived on loading are omitted. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
 
 Exit code: 0 when a device is found, 1 when none is, or several with --unique; 2 for wrong usage or data that cannot be read.)";
-
-constexpr int kModes = 7;  // of chain processing
 
 struct Options {
   std::vector<std::string> databases;
@@ -43,17 +42,6 @@ constexpr std::size_t kMostOthers = 20;
 std::size_t OthersShown(const Matches& matches, const Options& options) {
   return options.all ? matches.size() - 1 : std::min(matches.size() - 1, kMostOthers);
 }
-
-std::vector<int> BypassModes(const DeviceInfo& device) {
-  std::vector<int> modes;
-  for (int mode = 0; mode < kModes; ++mode) {
-    if (IsBypassDevice(&device, mode)) modes.push_back(mode);
-  }
-  return modes;
-}
-
-/// Describing takes a device that may be changed, and changes nothing.
-DeviceInfo& Writable(const DeviceInfo& device) { return const_cast<DeviceInfo&>(device); }
 
 std::string Listing(const std::vector<std::string>& texts) {
   std::string listing;
@@ -98,57 +86,6 @@ std::string Report(const Matches& matches, const std::vector<Database>& database
          OtherMatches(matches, databases, options);
 }
 
-// --- JSON -------------------------------------------------------------------------------------------------------------------
-
-/// Descriptions are a few levels deep, and so is the recursion.
-Json ToJson(const plddb::Element& element) {
-  Json fields = Json::object();
-  for (const plddb::Attribute& field : element.attributes) {
-    fields[field.name] = {{"value", field.value}, {"line", NumberOrNull(field.line)}, {"column", NumberOrNull(field.column)}};
-  }
-  Json lists = Json::object();
-  for (const plddb::Element& child : element.children) lists[child.name].push_back(ToJson(child));
-  return {{"line", NumberOrNull(element.line)},
-          {"column", NumberOrNull(element.column)},
-          {"fields", std::move(fields)},
-          {"lists", std::move(lists)}};
-}
-
-Json KeyNames(const Match& match) {
-  Json names = Json::array();
-  for (const plddb::find::Key key : match.keys) names.push_back(NameOf(key));
-  return names;
-}
-
-Json OthersJson(const Matches& matches, const std::vector<Database>& databases, const Options& options) {
-  Json others = Json::array();
-  for (std::size_t i = 1; i <= OthersShown(matches, options); ++i) {
-    const Place place = PlaceOf(databases, matches[i]);
-    others.push_back({{"matchedBy", KeyNames(matches[i])},
-                      {"name", TextOrNull(matches[i].device->GetName())},
-                      {"codeName", TextOrNull(matches[i].device->GetCodeName())},
-                      {"family", TextOrNull(FamilyNameOrNull(*matches[i].device))},
-                      {"file", place.database->file},
-                      {"line", place.device->line}});
-  }
-  return others;
-}
-
-std::string JsonReport(const Matches& matches, const std::vector<Database>& databases, const Options& options) {
-  const DeviceInfo& device = *matches.front().device;
-  const Place place = PlaceOf(databases, matches.front());
-  return ToText({{"matchedBy", KeyNames(matches.front())},
-                 {"match", NameOf(matches.front().kind)},
-                 {"file", place.database->file},
-                 {"device", ToJson(Located(plddb::Describe(Writable(device)).root, *place.device))},
-                 {"family", ToJson(Located(plddb::Describe(*device.GetFamilyObject()).root, *place.family))},
-                 {"bypassModes", BypassModes(device)},
-                 {"ambiguous", matches.size() > 1},
-                 {"others", OthersJson(matches, databases, options)},
-                 {"more", matches.size() - 1 - OthersShown(matches, options)},
-                 {"suggestions", Json::array()}});
-}
-
 // --- The command ------------------------------------------------------------------------------------------------------------
 
 ExitCode AnswerNothing(const std::vector<Database>& databases, const Options& options) {
@@ -162,7 +99,8 @@ ExitCode RunShow(const Options& options) {
   const std::vector<Database>& databases = LoadDatabases(options.databases, Outlines::kYes);
   const Matches matches = plddb::find::Find(ToSearch(databases), options.text);
   if (matches.empty()) return AnswerNothing(databases, options);
-  WriteOutput(options.json ? JsonReport(matches, databases, options) : Report(matches, databases, options));
+  WriteOutput(options.json ? DeviceJson(databases, matches, OthersShown(matches, options))
+                           : Report(matches, databases, options));
   return options.unique && matches.size() > 1 ? ReportSeveral(matches.size()) : ExitCode::kFound;
 }
 
@@ -175,7 +113,7 @@ Run AddShow(Subcommand subcommand) {
   subcommand.AddFlag("--all", options->all, "List all other devices that match; without it the first 20");
   subcommand.AddFlag("--json", options->json,
                      "Write a JSON object: {matchedBy, file, device, family, bypassModes, others, suggestions}");
-  subcommand.Add("TEXT", options->text, "What plddb find knows").Type("").NotEmpty().Required();
+  subcommand.Add("TEXT", options->text, "Anything that plddb find takes").Type("").NotEmpty().Required();
   subcommand.Footer(kFooter, {"plddb show XC9572XL", "plddb show --json 0x59604093"});
   return [options] { return RunShow(*options); };
 }

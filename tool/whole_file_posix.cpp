@@ -21,7 +21,7 @@ class FileBeside {
     struct stat old = {};
     const bool replaces = stat(path.c_str(), &old) == 0;
     descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? old.st_mode & 0777 : 0666);
-    if (descriptor_ < 0) Fail(name_);
+    if (descriptor_ < 0) Fail();
     if (replaces) static_cast<void>(fchmod(descriptor_, old.st_mode & 07777));  // if the file system has such modes
   }
 
@@ -37,20 +37,20 @@ class FileBeside {
     for (std::size_t done = 0; done < text.size();) {
       const ssize_t count = write(descriptor_, text.data() + done, text.size() - done);
       if (count < 0 && errno == EINTR) continue;
-      if (count < 0) Fail(name_);
+      if (count < 0) Fail();
       done += static_cast<std::size_t>(count);
     }
   }
 
   void TakePlace() {
-    if (fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0) Fail(name_);
-    if (rename(name_.c_str(), path_.c_str()) != 0) Fail(path_);
+    if (fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0) Fail();
+    if (rename(name_.c_str(), path_.c_str()) != 0) Fail();
     name_.clear();
   }
 
  private:
-  [[noreturn]] static void Fail(const std::string& file) {
-    throw Failure("plddb: error: cannot write " + Printable(file) + ": " + std::strerror(errno));
+  [[noreturn]] void Fail() const {
+    throw Failure("plddb: error: cannot write " + Printable(path_) + ": " + std::strerror(errno));
   }
 
   const std::string path_;

@@ -28,6 +28,7 @@ Taken TakeCount(const ScanLine& line, ScanReports& reports) {
   return kTaken;
 }
 
+/// J-Link found 1 JTAG device, Total IRLen = 4
 Taken TakeJtagCount(const ScanLine& line, ScanReports& reports) {
   return line.after.find(" JTAG device") == line.after.npos ? kNotMine : TakeCount(line, reports);
 }
@@ -60,9 +61,24 @@ Taken TakeNumberedId(const ScanLine& line, ScanReports& reports) {
   return TakeId(WholeNumber(line.after.substr(0, line.after.find(':'))), After(line.after, ":"), reports);
 }
 
+/// JTAG ID: 0x4BA00477 (Cortex-M4)
+/// The server for debuggers prints it after the number of devices, and only that of its own device.
+Taken TakeOwnId(const ScanLine& line, ScanReports& reports) {
+  if (reports.Current().deviceCount == 0 || !reports.Current().taps.empty()) return kNotMine;
+  const auto id = LeadingId(line.after);
+  if (!id) return Wrong(FirstWord(line.after), kExpectedFullId);
+  reports.Add({"", id, reports.Current().deviceCount == 1 ? reports.Current().irLength : 0});
+  return kTaken;
+}
+
 constexpr LineKind kKinds[] = {
-    {"TotalIRLen = ", TakeTotal}, {"JTAG chain detection found ", TakeCount}, {"Found ", TakeJtagCount},
-    {" Id: ", TakeDevice},        {"Id of device #", TakeNumberedId},
+    {"TotalIRLen = ", TakeTotal},
+    {"JTAG chain detection found ", TakeCount},
+    {"Found ", TakeJtagCount},
+    {" found ", TakeJtagCount},
+    {" Id:", TakeDevice},
+    {"JTAG ID: ", TakeOwnId},
+    {"Id of device #", TakeNumberedId},
 };
 
 }  // namespace

@@ -27,8 +27,13 @@ bool IsItsName(std::string_view name) {
 ///   02E660DD   10AX115H1(.|E2|ES)/10AX115H2/..  (IR=10)
 ///   02B030DD
 Taken TakeDevice(const ScanLine& line, ScanReports& reports) {
-  const auto words = Words(WithoutMargin(line.after));
-  if (words.empty() || !AreHexDigits(words[0], 8, 8)) return kNotMine;
+  auto words = Words(WithoutMargin(line.after));
+  if (words.empty()) return kNotMine;
+  if (words[0].substr(0, 2) == "0x") words[0].remove_prefix(2);
+  const bool isIndented = WithoutMargin(line.after).size() < line.after.size();
+  const bool isAlmostId = isIndented && words.size() > 1 && AreHexDigits(words[0], 6, 10) && words[0].size() != 8;
+  if (reports.isOpen && isAlmostId) return Wrong(words[0], kExpectedBareId);  // lost, it would shift the others
+  if (!AreHexDigits(words[0], 8, 8)) return kNotMine;
   if (!reports.isOpen && (words.size() < 2 || !IsItsName(words[1]))) return kNotMine;
   const std::string name = words.size() < 2 || words[1].front() == '(' ? "" : std::string(words[1]);
   const unsigned long irLength = LeadingNumber(After(line.after, "(IR="));

@@ -1,6 +1,6 @@
 // The output of openFPGALoader --detect. It counts from TDI. For a device that it knows it prints the id of its own table, and
-// it stops at the first device that it does not know. At verbose level 2 it shows the ids that it really read, in the order of
-// reading.
+// it stops at the first device that it does not know. At verbose level 2 it shows the ids that it really read; their order is
+// not documented, and follows from the devices where these are shown as well.
 
 #include <algorithm>
 #include <iterator>
@@ -10,15 +10,6 @@
 
 namespace plddb::chain {
 namespace {
-
-/// index 0:
-Taken TakeIndex(const ScanLine& line, ScanReports& reports) {
-  const std::string_view word = FirstWord(line.after);
-  const auto number = WholeNumber(word.substr(0, std::max<std::size_t>(word.size(), 1) - 1));
-  if (!IsMargin(line.before) || !number || word.back() != ':') return kNotMine;
-  reports.AddNumbered(*number, {"index " + std::to_string(*number)});
-  return kTaken;
-}
 
 ///     idcode 0x362d093
 /// Versions without "index" lines start a device with it.
@@ -33,6 +24,17 @@ Taken TakeIdcode(const ScanLine& line, ScanReports& reports) {
   return kTaken;
 }
 
+/// index 0:
+/// index 0: idcode 0x362d093 irlength 6                  where line ends were lost
+Taken TakeIndex(const ScanLine& line, ScanReports& reports) {
+  const std::string_view word = FirstWord(line.after);
+  const auto number = WholeNumber(word.substr(0, std::max<std::size_t>(word.size(), 1) - 1));
+  if (!IsMargin(line.before) || !number || word.back() != ':') return kNotMine;
+  reports.AddNumbered(*number, {"index " + std::to_string(*number)});
+  const std::string_view rest = After(line.after, "idcode");
+  return rest.empty() ? kTaken : TakeIdcode({"", rest}, reports);
+}
+
 ///     irlength 6
 /// It is that of the tool's own table.
 Taken TakeTapIrLength(const ScanLine& line, ScanReports& reports) {
@@ -45,7 +47,7 @@ Taken TakeTapIrLength(const ScanLine& line, ScanReports& reports) {
 
 /// JTAG init failed with: Unknown device with IDCODE: 0x12345677 (manufacturer: 0x33b (), part: 0x11 vers: 0x1
 Taken TakeUnknownDevice(const ScanLine& line, ScanReports& reports) {
-  const auto id = LeadingId(line.after);
+  const auto id = LeadingId(line.after, 1);  // without zeros before it
   if (!id) return Wrong(FirstWord(line.after), kExpectedFullId);
   reports.StartReport();
   reports.Add({"", id});
@@ -78,7 +80,7 @@ constexpr const char* kTool = "openFPGALoader";
 
 }  // namespace
 
-const ScanFormat kOpenFpgaLoaderRaw = {"openFPGALoader raw ids", kTool, End::kTdo, true, true, false, false, kRawKinds,
+const ScanFormat kOpenFpgaLoaderRaw = {"openFPGALoader raw ids", kTool, End::kAsPrinted, true, true, false, false, kRawKinds,
                                        std::size(kRawKinds)};
 const ScanFormat kOpenFpgaLoaderDetect = {"openFPGALoader --detect", kTool, End::kTdi, false, true, false, false, kDetectKinds,
                                           std::size(kDetectKinds)};

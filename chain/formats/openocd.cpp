@@ -70,6 +70,8 @@ constexpr LineKind kLogKinds[] = {
     {"UNEXPECTED: ", PassOver},
     {" expected 1 of ", PassOver},
     {"JTAG tap: ", TakeEnabledTap},
+    {"JTAG Tap/device matched", PassOver},
+    {"AUTO ", PassOver},
     {"JTAG tap: ", PassOver},
     {"Debug:", PassOver},
     {"ERROR: ", PassOver},
@@ -99,7 +101,7 @@ bool IsAutomatic(std::string_view name) { return name.substr(0, 4) == "auto" && 
 
 ///  0 xc7.tap                Y     0x0362d093 0x0362d093     6 0x01  0x03
 ///  1 | omap3530.dap       |    Y    | 0x0b6d602f | 0x00000000 | 0x04 | 0x01 | 0x0f |      the first versions
-/// Disabled TAPs have n, and are not in the chain.
+/// Disabled TAPs have n, and are not in the chain. A table starts with number 0, whatever lines come between its rows.
 Taken TakeTableRow(const ScanLine& line, ScanReports& reports) {
   const auto withoutBars = [](std::string_view text) {
     std::string plain(text);
@@ -134,8 +136,11 @@ Taken TakeExpectedId(const ScanLine& line, ScanReports& reports) {
 }
 
 ///  2 old.dap                n     0x00000000 0x00000000     4 0x01  0x03
-Taken PassOverDisabled(const ScanLine& line, ScanReports&) {
-  return FirstWord(line.after).substr(0, 2) == "0x" || FirstWord(line.after) == "|" ? kInside : kNotMine;
+Taken PassOverDisabled(const ScanLine& line, ScanReports& reports) {
+  if (!IsPrefixed(FirstWord(line.after)) && FirstWord(line.after) != "|") return kNotMine;
+  const auto before = Words(line.before);
+  if (before.size() >= 2 && before[before.size() - 2] == "0") reports.StartReport();
+  return kInside;
 }
 
 constexpr LineKind kTableKinds[] = {
@@ -168,7 +173,7 @@ constexpr LineKind kSuggestionKinds[] = {{" - use \"jtag newtap ", TakeSuggestio
 }  // namespace
 
 const ScanFormat kOpenOcdLog = {"OpenOCD log", "OpenOCD", End::kTdo, true, true, true, false, kLogKinds, std::size(kLogKinds)};
-const ScanFormat kOpenOcdTable = {"OpenOCD scan_chain table", "OpenOCD", End::kTdo, true, true, true, false, kTableKinds,
+const ScanFormat kOpenOcdTable = {"OpenOCD scan_chain table", "OpenOCD", End::kTdo, true, true, false, false, kTableKinds,
                                   std::size(kTableKinds)};
 const ScanFormat kOpenOcdSuggestions = {
     "OpenOCD suggestions", "OpenOCD", End::kTdo, true, false, true, false, kSuggestionKinds, std::size(kSuggestionKinds)};

@@ -27,19 +27,22 @@ Taken TakeChainLength(const ScanLine& line, ScanReports& reports) {
 /// Device Id: 00000110010101001000000010010011 (0x06548093)
 /// Device Id: 0000-0110010101001000-00001001001-1                 2005
 /// Device Id: not supported (bit 0 was not a 1)
-/// Some versions write 16 hex digits, and a BYPASS bit as an id of one bit.
+/// Some versions write 16 hex digits, and a BYPASS bit as an id of one bit. Web pages may have blanks between the bits.
 Taken TakeDeviceId(const ScanLine& line, ScanReports& reports) {
   if (LastWord(line.before) == "Found") return kNotMine;  // another tool
   const std::string_view word = FirstWord(line.after);
-  if (word == "not" || word == "0") {
+  const auto hex = LeadingId(line.after);
+  std::string bits(line.after.substr(0, line.after.find_first_not_of("01- ")));
+  bits.erase(std::remove_if(bits.begin(), bits.end(), [](char c) { return c == '-' || c == ' '; }), bits.end());
+  if (word == "not" || (bits == "0" && !hex)) {
     reports.Add({});
     return kTaken;
   }
-  std::string bits(word);
-  bits.erase(std::remove(bits.begin(), bits.end(), '-'), bits.end());
-  unsigned int id = 0;
+  unsigned int id = hex.value_or(0);
   const bool isId = bits.size() == 32 && std::from_chars(bits.data(), bits.data() + 32, id, 2).ptr == bits.data() + 32;
-  if (!isId) return Wrong(word, "expected the 32 bits of an id");
+  if (!isId && !hex) return Wrong(word, "expected the 32 bits of an id");
+  const std::string_view repeated = After(line.after, "(");
+  if (LeadingId(repeated).value_or(id) != id) return Wrong(repeated, "expected the same id as in bits");
   reports.Add({"", id});
   return kTaken;
 }

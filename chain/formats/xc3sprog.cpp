@@ -33,7 +33,16 @@ Taken TakeDevice(const ScanLine& line, ScanReports& reports) {
   return kTaken;
 }
 
-constexpr LineKind kKinds[] = {{"JTAG loc.:", TakeDevice}, {"JTAG chainpos:", TakeDevice}};
+/// Cannot find device having IDCODE=0362d093 Revision A
+/// Older versions may show it instead of the device, without the version.
+Taken TakeUnknownDevice(const ScanLine&, ScanReports& reports) {
+  const char* const note = "the tool does not know a device, which may be missing here";
+  if (reports.notes.empty()) reports.notes.emplace_back(note);
+  return kTaken;
+}
+
+constexpr LineKind kKinds[] = {
+    {"JTAG loc.:", TakeDevice}, {"JTAG chainpos:", TakeDevice}, {"Cannot find device having IDCODE", TakeUnknownDevice}};
 
 }  // namespace
 

@@ -31,7 +31,7 @@ Taken PassOverParts(const ScanLine& line, ScanReports& reports) {
   return reports.Current().taps.empty() || Indentation(line.after) <= reports.indentation ? kNotMine : kInside;
 }
 
-constexpr LineKind kKinds[] = {{"(idcode ", TakeTarget}, {"", PassOverParts}};
+constexpr LineKind kKinds[] = {{"(idcode ", TakeTarget}, {"(unknown idcode ", TakeTarget}, {"", PassOverParts}};
 
 }  // namespace
 

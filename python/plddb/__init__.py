@@ -15,5 +15,6 @@ A database may be used from several threads.
 
 from plddb import _plddb
 from plddb._plddb import *  # noqa: F403
+from plddb._plddb import __version__ as __version__
 
 __all__ = sorted(name for name in vars(_plddb) if not name.startswith("_"))

@@ -6,6 +6,8 @@ from typing import Literal, SupportsIndex, Union, overload
 
 _StrPath = Union[str, bytes, os.PathLike[str], os.PathLike[bytes]]
 
+__version__: str
+
 class Error(Exception):
     faults: list[Fault]
 

@@ -99,7 +99,11 @@ TEST(ScanFormats, AreReadInTheWordsOfEachVersion) {
        "\tidcode 0xba00477\n",
        "openFPGALoader", End::kTdi, "1362D093 4BA00477", "0 0"},
       {"openFPGALoader, verbose, one", "Raw IDCODE: - 0 -> 0x13636093\nindex 0:\n\tidcode 0x3636093\n\tirlength 6\n",
-       "openFPGALoader", End::kTdo, "13636093", "6?"},
+       "openFPGALoader", End::kTdi, "13636093", "6?"},
+      {"openFPGALoader, verbose, no devices", "Raw IDCODE:\n- 0 -> 0x4ba00477\n- 1 -> 0x1362d093\n", "openFPGALoader",
+       End::kAsPrinted, "4BA00477 1362D093", "0 0"},
+      {"openFPGALoader, verbose, other devices", "Raw IDCODE:\n- 0 -> 0x4ba00477\n- 1 -> 0x1362d093\nindex 0:\n\tidcode 0x1\n",
+       "openFPGALoader", End::kAsPrinted, "4BA00477 1362D093", "0 0"},
       {"xc3sprog",
        "JTAG loc.:   0  IDCODE: 0x11c22093  Desc:                 XC3S500E Rev: B  IR length:  6\n"
        "JTAG loc.:   1  IDCODE: 0xf5046093  Desc:                   XCF04S Rev: P  IR length:  8\n",
@@ -174,6 +178,189 @@ TEST(ScanFormats, AreReadInTheWordsOfEachVersion) {
     EXPECT_EQ(Shown(ReadScan(dos)), c.ids) << "row: DOS " << c.what;
     EXPECT_EQ(Shown(ReadScan(utf16)), c.ids) << "row: UTF-16 " << c.what;
     EXPECT_EQ(Shown(ReadScan(utf16.substr(2))), c.ids) << "row: UTF-16 without mark " << c.what;
+  }
+}
+
+const std::string kTwo = Found("a.tap", "0362d093") + Found("b.cpu", "4ba00477");
+const std::string kTwoRows =
+    " 0 a.tap                  Y     0x0362d093 0x0362d093     6 0x01  0x03\n"
+    " 1 b.cpu                  Y     0x4ba00477 0x4ba00477     4 0x01  0x0f\n";
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size()) text.replace(at, from.size(), to);
+  return text;
+}
+
+/// `text` with `before` each line, and `after` it.
+std::string Lines(const std::string& text, const std::string& before, const std::string& after = "") {
+  std::string lines = before + Replaced(text, "\n", after + "\n" + before);
+  return lines.substr(0, lines.size() - before.size());
+}
+
+TEST(ScanFormats, AreReadAsPeoplePasteThem) {
+  const std::string bits = "00000011011000101101000010010011";
+  const std::string uniform = "0362D093 4BA00477";
+  const struct {
+    const char* what;
+    std::string text;
+    std::string ids;
+  } cases[] = {
+      {"no-break blanks", Replaced(kTwo, " ", "\xC2\xA0"), uniform},
+      {"no-break blanks of code page 1252", Replaced(kTwo, " ", "\xA0"), uniform},
+      {"no-break blanks in a table", Replaced(kTableHead + kTwoRows, " ", "\xC2\xA0"), uniform},
+      {"tabs in a table", Replaced(kTableHead + kTwoRows, " ", "\t"), uniform},
+      {"HTML quote", Lines(kTwo, "&gt; "), uniform},
+      {"HTML blanks", Replaced(kTwo, " ", "&nbsp;"), uniform},
+      {"HTML marks", Lines(kTwo, "<span class=\"x\">", "</span><br/>"), uniform},
+      {"HTML quotation marks",
+       "Warn : AUTO auto0.tap - use &quot;jtag newtap auto0 tap -irlen 6 -expected-id 0x0362d093&quot;\n", "0362D093"},
+      {"quotation marks of a word processor",
+       "Warn : AUTO auto0.tap - use \xE2\x80\x9Cjtag newtap auto0 tap -irlen 6 -expected-id 0x0362d093\xE2\x80\x9D\n",
+       "0362D093"},
+      {"bold ids", Replaced(Replaced(kTwo, "found: ", "found: **"), " (mfg", "** (mfg"), uniform},
+      {"ids in backticks", Replaced(Replaced(kTwo, "found: ", "found: `"), " (mfg", "` (mfg"), uniform},
+      {"Markdown list", Lines(kTwo, "- `", "`"), uniform},
+      {"Markdown fence", "```\n" + kTwo + "```\n", uniform},
+      {"syslog", Lines(kTwo, "Nov 22 03:00:01 host openocd[1234]: "), uniform},
+      {"journal", Lines(kTwo, "2024-11-22T03:00:01+0100 host openocd[1234]: "), uniform},
+      {"grep", Lines(kTwo, "build.log:12:"), uniform},
+      {"JSON log", Lines(kTwo, "{\"log\":\"", "\\n\",\"stream\":\"stderr\"}"), uniform},
+      {"colours of 256", Lines(kTwo, "\x1B[38;5;10m", "\x1B[0m\x1B[K"), uniform},
+      {"title of a terminal", "\x1B]0;title\x07" + kTwo, uniform},
+      {"carriage returns only", Replaced(kTwo, "\n", "\r"), uniform},
+      {"two carriage returns", Replaced(kTwo, "\n", "\r\r\n"), uniform},
+      {"a line that was rewritten", "10 %\r20 %\r" + kTwo, uniform},
+      {"UTF-8 with a mark", "\xEF\xBB\xBF" + kTwo, uniform},
+      {"a first line that is cut", "nd: 0x11111111 (mfg: 0x049)\n" + kTwo, uniform},
+      {"a last line that is cut", kTwo + "Info : JTAG tap: c.x tap/dev", uniform},
+      {"a capital X", Replaced(kTwo, "0x", "0X"), uniform},
+      {"telnet, log and table", "> init\n" + kTwo + "> scan_chain\n" + kTableHead + kTwoRows + "> ", uniform},
+      {"a table in a Markdown table",
+       "| # | TapName | Enabled | IdCode | Expected | IrLen | IrCap | IrMask |\n|---|---|---|---|---|---|---|---|\n"
+       "| 0 | a.tap | Y | 0x0362d093 | 0x0362d093 | 6 | 0x01 | 0x03 |\n"
+       "| 1 | b.cpu | Y | 0x4ba00477 | 0x4ba00477 | 4 | 0x01 | 0x0f |\n",
+       uniform},
+      {"a table, disabled TAPs around",
+       kTableHead + " 0 x.d n 0x00000000 0x00000000 4 0x01 0x03\n" + Replaced(Replaced(kTwoRows, " 1 ", " 3 "), " 0 ", " 2 "),
+       uniform},
+      {"a table, other lines between", kTableHead + Replaced(kTwoRows, " 1 b", "Info : accepting\n 1 b"), uniform},
+      {"two tables, TAP 0 disabled",
+       kTableHead + " 0 x.d n 0x00000000 0x00000000 4 0x01 0x03\n 1 a.t Y 0x59604093 0x59604093 8 0x01 0x03\nx\n" +
+           " 0 x.d n 0x00000000 0x00000000 4 0x01 0x03\n 1 a.t Y 0x59604093 0x59604093 8 0x01 0x03\n",
+       "59604093"},
+      {"OpenOCD of 2009",
+       "Info:   JTAG tap: a.tap tap/device found: 0x0362d093 (Manufacturer: 0x049)\nInfo:   JTAG Tap/device matched\n"
+       "Info:   JTAG tap: b.cpu tap/device found: 0x4ba00477 (Manufacturer: 0x23b)\nInfo:   JTAG Tap/device matched\n",
+       uniform},
+      {"suggestions between",
+       Found("auto0.tap", "0362d093") +
+           "Warn : AUTO auto0.tap - use \"jtag newtap auto0 tap -irlen 6 -expected-id 0x0362d093\"\n" +
+           Found("auto1.tap", "4ba00477"),
+       uniform},
+      {"suggestions without ids", kTwo + "Warn : AUTO a.tap - use \"... -irlen 5\"\n", uniform},
+      {"a TAP without IDCODE first", "Warn : TAP x.y does not have IDCODE\n" + kTwo, "none " + uniform},
+      {"no-break blanks, without IDCODE", "TAP\xC2\xA0x.y does\xC2\xA0not\xC2\xA0have IDCODE\n" + kTwo, "none " + uniform},
+      {"UrJTAG, unknown part",
+       "Chain length: 1\nDevice Id: " + bits + " (0x0362D093)\n  Unknown part! (0011011000101101) (/x/PARTS)\n", "0362D093"},
+      {"UrJTAG, hex digits only", "Chain length: 1\nDevice Id: 0x0362D093\n", "0362D093"},
+      {"UrJTAG, blanks between", "Device Id: 0000 0011 0110 0010 1101 0000 1001 0011 (0x0362D093)\n", "0362D093"},
+      {"UrJTAG, wrapped bits", "Chain length: 1\nDevice Id: 0000001101100010110100\n0010010011 (0x0362D093)\n", "0362D093"},
+      {"UrJTAG, no-break blanks",
+       "Chain\xC2\xA0length:\xC2\xA0"
+       "1\nDevice\xC2\xA0Id:\xC2\xA0" +
+           bits + "\n",
+       "0362D093"},
+      {"xc3sprog, an unknown device",
+       "JTAG loc.:   0  IDCODE: 0x0362d093  Desc: XC7A35T Rev: A  IR length:  6\n"
+       "JTAG loc.:   1  IDCODE: 0x4ba00477  not found in 'built-in device list'.\n",
+       uniform},
+      {"xc3sprog, tabs", "JTAG loc.: 0\tIDCODE: 0x0362d093\tDesc: XC7A35T\tRev: A\tIR length: 6\n", "0362D093"},
+      {"jtagconfig, a cable without chain",
+       "1) A [1-1]\n  0362D093   XC7\n  4BA00477   SOCVHPS\n\n2) B [2-1]\n  Unable to read device chain - JTAG chain broken\n",
+       uniform},
+      {"jtagconfig -n",
+       "1) A [1-1]\n  0362D093   XC7\n    Design hash    5A55D6F8CF96D4B0F5DC\n    + Node 19104600  Nios II #0\n"
+       "    + Node 0C006E00  JTAG UART #0\n  4BA00477   SOCVHPS\n",
+       uniform},
+      {"jtagconfig, HTML", "1) A [1-1]<br>\n&nbsp;&nbsp;0362D093&nbsp;&nbsp; XC7<br>\n", "0362D093"},
+      {"jtagconfig, ids with 0x", "1) A [1-1]\n  0x0362D093   XC7\n  0x4BA00477   SOCVHPS\n", uniform},
+      {"xsdb, an unknown device", "  1  Cable\n     2  whole scan chain (unknown idcode 4ba00477)\n", "4BA00477"},
+      {"xsdb, two cables",
+       "  1  Cable A\n     2  xc7 (idcode 59604093 irlen 8 fpga)\n  3  Cable B\n     4* xc7 (idcode 0362d093 irlen 6 fpga)\n"
+       "        6  bscan-switch (idcode 04900101 irlen 1 fpga)\n     5  arm_dap (idcode 4ba00477 irlen 4)\n",
+       uniform},
+      {"J-Link, tight", "#0 Id:0x0362D093, IRLen:06\n#1 Id:0x4BA00477, IRLen:04\n", uniform},
+      {"J-Link, \"Device\" before", "Device #0 Id: 0x0362D093, IRLen: 6\nDevice #1 Id: 0x4BA00477, IRLen: 4\n", uniform},
+      {"J-Link's server for debuggers", "J-Link found 1 JTAG device, Total IRLen = 4\nJTAG ID: 0x4BA00477 (Cortex-M4)\n",
+       "4BA00477"},
+      {"probe-rs, a list in JSON",
+       "{\"fields\":{\"message\":\"JTAG DR scan complete, found 1 TAPs. [Some(IdCode(0x120034E5 (Tensilica)))]\"}}\n",
+       "120034E5"},
+      {"Glasgow, in colours and without its count",
+       "\x1B[1;37mI: g.applet.interface.jtag_probe: TAP #0: IR[6] IDCODE=0x0362d093\x1B[0m\nI: TAP #1: IR[?] "
+       "IDCODE=0x4ba00477\n",
+       uniform},
+      {"djtgcfg, ids with 0x", "Found Device ID: 0x0362d093\nFound Device ID: 0x4ba00477\n", uniform},
+      {"iMPACT, word processor",
+       "\xE2\x80\x98"
+       "1\xE2\x80\x99: IDCODE is \xE2\x80\x98"
+       "0362d093\xE2\x80\x99 (in hex).\n",
+       "0362D093"},
+      {"openFPGALoader, no-break blanks",
+       "index 0:\n\xC2\xA0\xC2\xA0idcode\xC2\xA0"
+       "0x362d093\n",
+       "0362D093"},
+      {"openFPGALoader, line ends were lost", "index 0: idcode 0x362d093 irlength 6\nindex 1: idcode 0x4ba00477 irlength 4\n",
+       uniform},
+      {"openFPGALoader, a short unknown id",
+       "JTAG init failed with: Unknown device with IDCODE: 0x362d093 (manufacturer: 0x049 (Xilinx), part: 0x2d\n", "0362D093"},
+      {"ids, one per line", "0362D093\n0x4ba00477\n", uniform},
+      {"ids, with commas", "0x0362d093, 0x4ba00477\n", uniform},
+      {"ids, with semicolons", "0x0362d093;0x4ba00477;\n", uniform},
+      {"ids, with blanks", "0362d093 4ba00477\n", uniform},
+      {"ids, of C", "const uint32_t ids[] = { 0x0362d093, 0x4ba00477 };\n", uniform},
+      {"ids, of C with suffixes and comments", "  0x0362d093UL, // logic\n  0x4ba00477UL, // processor\n", uniform},
+      {"ids, of Python", "[0x0362d093, 0x4ba0_0477]\n", uniform},
+      {"ids, of JSON", "[\"0x0362d093\", \"4BA00477\"]\n", uniform},
+      {"ids, of Verilog", "32'h0362d093\n32'h4ba0_0477\n", uniform},
+      {"ids, of an assembler", "0362d093h\n4BA00477H\n", uniform},
+      {"ids, 32 bits", bits + "\n0b" + bits + "\n32'b" + bits + "\n", "0362D093 0362D093 0362D093"},
+      {"ids, numbered from 0", "0: 0x0362d093\n1: 0x4ba00477\n", uniform},
+      {"ids, numbered from 1", "1. 0x0362d093\n2. 0x4ba00477\n", uniform},
+      {"ids, named", "IDCODE: 0x0362d093\nIDCODE = 0x4ba00477\n", uniform},
+      {"ids, quoted", "> 0x0362d093\n> 0x4ba00477\n", uniform},
+      {"ids, in a fence and a list", "```\n- 0x0362d093\n* 0x4ba00477\n```\n", uniform},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Shown(ReadScan(c.text)), c.ids) << "row: " << c.what << "\n" << c.text;
+}
+
+TEST(ScanFormats, RefuseWhatWouldShiftPositions) {
+  const struct {
+    const char* what;
+    std::string text;
+    int line;
+    int column;
+    const char* part;
+  } cases[] = {
+      {"two TAPs in a line", "x\n" + Replaced(kTwo, "\n", "<br>"), 2, 125, "a second TAP in one line"},
+      {"line ends as a program writes them", Replaced(kTwo, "\n", "\\n"), 1, 123, "a second TAP in one line"},
+      {"an id that is cut", kTwo + "Info : JTAG tap: c.x tap/device found: 0x12", 3, 40, "8 hex digits"},
+      {"an id without 0x", "JTAG tap: a.tap tap/device found: 0362d093 (mfg\n", 1, 35, "8 hex digits"},
+      {"UrJTAG, bits are missing", "Device Id: 000000110110001011\n", 1, 12, "32 bits"},
+      {"UrJTAG, bits and digits differ", "Device Id: 00000011011000101101000010010011 (0x0362D097)\n", 1, 46, "the same id"},
+      {"jtagconfig, a digit is missing", "1) A [1-1]\n  0362D09   XC7\n  4BA00477   SOCVHPS\n", 2, 3, "8 hex digits"},
+      {"xc3sprog, an id without 0x", "JTAG loc.: 0 IDCODE: 0362d093 Desc: x\n", 1, 22, "8 hex digits"},
+      {"ids, and another word", "0x0362d093\nnone\n0x4ba00477\n", 2, 1, "'none' is not an id"},
+      {"ids, another order", "0x0362d093\n5: 0x4ba00477\n", 2, 1, "is not an id"},
+      {"a sentence", "I read 0x0362d093 and then 0x4ba00477.\n", 1, 1, "no chain in this text"},
+      {"names without ids", "xsdb% targets\n  1  APU\n     2  ARM Cortex-A9 MPCore #0 (Running)\n", 1, 1, "no chain"},
+  };
+  for (const auto& c : cases) {
+    const ScanResult result = ReadScan(c.text);
+    ASSERT_FALSE(result.faults.empty()) << "row: " << c.what << ": " << Shown(result);
+    EXPECT_EQ(result.faults[0].line, c.line) << "row: " << c.what;
+    EXPECT_EQ(result.faults[0].column, c.column) << "row: " << c.what;
+    EXPECT_NE(result.faults[0].text.find(c.part), std::string::npos) << "row: " << c.what << ": " << result.faults[0].text;
   }
 }
 

@@ -153,6 +153,7 @@ def test_entries_of_a_replaced_list_raise(tree):
     for entry in old:
         with pytest.raises(plddb.DeletedError):
             _ = entry.index
+        assert repr(entry) == "<plddb.ControlStatus (deleted)>"
     assert other.bit_name == "R"
     assert [entry.bit_name for entry in device.list_control_status] == ["B"]
 

@@ -5,6 +5,7 @@ import subprocess
 import sys
 import tarfile
 
+import plddb
 import pytest
 
 from conftest import SOURCE
@@ -39,6 +40,21 @@ def test_all_sources_and_descriptions_are_in_the_archive(archive):
         expected += [str(path.relative_to(SOURCE)) for path in files if "__pycache__" not in path.parts]
     expected += [str(path.relative_to(SOURCE)) for path in (SOURCE / "data").glob("*.xml")]
     assert sorted(set(expected) - archive) == []
+
+
+def test_the_module_has_the_version_of_the_library():
+    assert f"project(plddb VERSION {plddb.__version__} " in (SOURCE / "CMakeLists.txt").read_text()
+
+
+def test_setup_compiles_the_files_of_this_system():
+    code = (
+        "import setuptools; setuptools.setup = lambda **all: print(*all['ext_modules'][0].sources);"
+        "exec(open('setup.py').read())"
+    )  # fmt: skip
+    run = subprocess.run([sys.executable, "-B", "-c", code], cwd=SOURCE, check=True, capture_output=True, text=True, timeout=60)
+    sources = run.stdout.split()
+    assert "descriptions/platform_posix.cpp" in sources
+    assert [source for source in sources if source.endswith("_windows.cpp")] == []
 
 
 def test_setup_compiles_the_folders_that_the_module_is_made_of():

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Descriptions.h"
+#include "json_schema.h"
 #include "run_tool.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/words.h"
@@ -163,6 +164,15 @@ TEST(Check, WritesSarif) {
     EXPECT_FALSE(rule.at("shortDescription").at("text").get<std::string>().empty());
     EXPECT_TRUE(rule.at("defaultConfiguration").at("level") == "error" ||
                 rule.at("defaultConfiguration").at("level") == "warning");
+  }
+}
+
+TEST(Check, WritesSarifThatItsSchemaAllows) {
+  const TemporaryFolder folder;
+  const std::string strange = (folder.path() / "a b%\xC3\xA4:.xml").string();
+  std::ofstream(strange) << "<DeviceDatabase";
+  for (const std::string& file : {kCorpus, kCorpus + "/clean_empty.xml", strange, std::string("missing.xml")}) {
+    EXPECT_EQ(SchemaFaults("sarif.json", RunTool({"check", "--format", "sarif", file}).out), "") << "row: " << file;
   }
 }
 

@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -101,10 +103,10 @@ void Expect(const Outcome& outcome, const std::string& row) {
 }
 
 // Not where values of the JSON library are involved: it ends the program if it runs out of memory.
-TEST(FailingMemory, OfARunWritesNothingOrAllAndLeaksNothing) {
+std::vector<std::string> Runs() {
   const std::string ids = " --db " + kLong + " 0x0ABCD043 0x1ABCD143 0x0ABCC043 0x8765432 0x00000000 0x12345677";
   const std::string faulty = kData + "check/";
-  const std::string rows[] = {
+  return {
       "list --db " + kLong + " --db " + kLists,
       "list --db " + kLong + " --family 'alias of the first family'",
       "list --db " + kLong + " --family 'family of the first device'",
@@ -125,8 +127,22 @@ TEST(FailingMemory, OfARunWritesNothingOrAllAndLeaksNothing) {
       "check --missing --bsdl " + kBsdl + " " + kLong,
       "export " + kLong,
       "merge " + kLong + " " + kLong,
+      "fits " PLDDB_TEST_DIR "/../examples/counter.jed --db " + kLong + " 0x0ABCD043",
   };
-  for (const std::string& line : rows) Expect(FailEachAllocationOf(line), line);
+}
+
+TEST(FailingMemory, OfARunWritesNothingOrAllAndLeaksNothing) {
+  for (const std::string& line : Runs()) Expect(FailEachAllocationOf(line), line);
+}
+
+TEST(FailingMemory, HasARunOfEachSubcommand) {
+  std::set<std::string> subcommands;
+  std::set<std::string> tested;
+  std::istringstream offered(RunTool({"complete", ""}).out);
+  for (std::string line; std::getline(offered, line);) subcommands.insert(line.substr(0, line.find('\t')));
+  for (const std::string& run : Runs()) tested.insert(run.substr(0, run.find(' ')));
+  subcommands.erase("help");  // help is formatted by streams, which leave out what they have no memory for
+  EXPECT_EQ(tested, subcommands);
 }
 
 TEST(FailingMemory, OfReadingAScanWritesNothingOrAllAndLeaksNothing) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "run_tool.h"
+#include "tests/programming_files/samples.h"
 #include "tests/support/read_file.h"
 #include "tests/support/temporary_folder.h"
 
@@ -34,6 +35,13 @@ std::vector<std::string> Examples(const std::string& subcommand) {
   return examples;
 }
 
+/// All that --help lists, so that a new one is tested too.
+std::vector<std::string> Subcommands() {
+  std::vector<std::string> names;
+  for (const std::string& line : Lines(RunTool({"complete", ""}).out)) names.push_back(line.substr(0, line.find('\t')));
+  return names;
+}
+
 /// A folder with the files that examples name, and the command and a scanning tool on the path.
 void Fill(const fs::path& folder) {
   const fs::path sample = PLDDB_TEST_DIR "/../examples/my_devices.xml";
@@ -43,13 +51,16 @@ void Fill(const fs::path& folder) {
   }
   fs::create_directory(folder / "bin");
   fs::create_symlink(PLDDB_TOOL, folder / "bin/plddb");
+  fs::copy_file(PLDDB_TEST_DIR "/tool/data/pld1234a_tq100.bsd", folder / "pld1234a_tq100.bsd");
+  fs::copy_file(PLDDB_TEST_DIR "/../examples/counter.jed", folder / "top.jed");
+  std::ofstream(folder / "top.bit", std::ios::binary) << samples::Bit("7a35tcpg236", samples::WideStream(0x0362D093));
   std::ofstream(folder / "log.txt") << "59604093\n4BA00477\n0362D093\n";
   std::ofstream(folder / "bin/openocd") << "#!/bin/sh\ncat log.txt\n";
   fs::permissions(folder / "bin/openocd", fs::perms::owner_all);
 }
 
 TEST(HelpExamples, WorkAsTheyAreWritten) {
-  for (const char* const subcommand : {"identify", "find", "list", "show", "check", "export", "merge", "help"}) {
+  for (const std::string& subcommand : Subcommands()) {
     const std::vector<std::string> examples = Examples(subcommand);
     EXPECT_GE(examples.size(), 2U) << "row: " << subcommand;
     for (const std::string& example : examples) {
@@ -64,9 +75,11 @@ TEST(HelpExamples, WorkAsTheyAreWritten) {
 }
 
 TEST(HelpTexts, FitALineOfATerminal) {
-  for (const char* const subcommand : {"", "identify", "find", "list", "show", "check", "export", "merge", "help"}) {
-    const ToolRun run = *subcommand == '\0' ? RunTool({"--help"}) : RunTool({subcommand, "--help"});
-    for (const std::string& line : Lines(run.out)) EXPECT_LE(line.size(), 80U) << "row: " << subcommand << ": " << line;
+  std::vector<std::string> helps = {RunTool({"--help"}).out};
+  for (const std::string& subcommand : Subcommands()) helps.push_back(RunTool({"help", subcommand}).out);
+  EXPECT_GT(helps.size(), 8U);
+  for (const std::string& help : helps) {
+    for (const std::string& line : Lines(help)) EXPECT_LE(line.size(), 80U) << "row: " << line;
   }
 }
 

@@ -14,9 +14,9 @@ inline constexpr struct {
   const char* name;
   tool::Run (*add)(tool::Subcommand subcommand);
 } kSubcommands[] = {
-    {"identify", tool::AddIdentify}, {"find", tool::AddFind},     {"list", tool::AddList},
-    {"show", tool::AddShow},         {"check", tool::AddCheck},   {"export", tool::AddExport},
-    {"merge", tool::AddMerge},       {"import", tool::AddImport}, {"help", tool::AddHelp},
+    {"identify", tool::AddIdentify}, {"find", tool::AddFind},     {"list", tool::AddList},   {"show", tool::AddShow},
+    {"check", tool::AddCheck},       {"export", tool::AddExport}, {"merge", tool::AddMerge}, {"import", tool::AddImport},
+    {"help", tool::AddHelp},         {"fits", tool::AddFits},
 };
 
 /// The command as main sets it up. A run throws what main would tell.

@@ -52,7 +52,7 @@ std::string Devices(const std::string& word, std::size_t words) {
 
 TEST(Texts, FitATerminalOfEightyColumns) {
   const support::TemporaryFolder folder;
-  const std::string file = (folder.path() / "d.xml").string();
+  const std::string file = (folder.Path() / "d.xml").string();
   const struct {
     const char* word;
     std::size_t words;

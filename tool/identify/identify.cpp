@@ -23,17 +23,17 @@ a comment and blank lines are skipped.
 --scan reads what a scanning tool printed, in its order: OpenOCD's log or scan_chain table, UrJTAG's detect
 (both nearest TDO first), openFPGALoader's --detect, xc3sprog, xsdb's jtag targets (nearest TDI first),
 jtagconfig, J-Link Commander, probe-rs, Glasgow's jtag-probe, djtgcfg init, iMPACT's batch log (their order is
-not documented: "as printed"), or ids, one per line. --order states the order where it is known better. Of
+not documented: "as printed"), or ids, one per line. Set --order if you know the order. Of
 several reports in a text the last is taken, and OpenOCD's log rather than its table.
 
-The answer is the first device that matches, in the order of the databases and of their devices. Where
-more than one matches, the device is marked with * and all of them are listed, the most exact first; their
-IR lengths often tell which one it is.
+The answer is the first device that matches, in the order of the databases and of their devices. If more
+than one matches, the device is marked with *, and all of them are listed, the most exact first; the
+measured IR length often shows which one it is.
 
-The fields of an unknown id are split, its maker is named (banks are counted from 0), and devices of the same
-part or one bit apart; an id that was read one bit late or early, reversed or swapped is recognised. A chain
-with an unknown TAP works only when its IR length is known: a length that OpenOCD verified is used, any other
-is given with --ir, or taken from the scan with --trust-ir.
+For an unknown id, its fields and its maker are shown (banks are counted from 0), and described devices of
+the same part or one bit apart. An id that was read one bit late or early, reversed or swapped is
+recognised. A chain with an unknown TAP can be used only if its IR length is known: a length that OpenOCD
+verified is used; give any other with --ir, or take it from the scan with --trust-ir.
 
 --format openocd writes the chain for OpenOCD's configuration, nearest TDO first; svg draws it. tsv has a head
 line and a line for each position. Notes go to standard error with tsv, json and svg.
@@ -68,7 +68,7 @@ struct Options {
 void Write(const IdentifiedChain& identified, const std::string& format) {
   const auto hasName = [&](const auto& row) { return row.name == format; };
   const auto* const chosen = std::find_if(std::begin(kFormats), std::end(kFormats), hasName);
-  Output output;
+  Output output(WriteOutput);
   chosen->write(identified, output);
   output.Flush();
   if (chosen->showsNotes) return;
@@ -91,7 +91,7 @@ Chain IdentifyAll(plddb::chain::DeviceFinder& finder, const Scan& scan, bool tru
 
 ExitCode Answer(const IdentifiedChain& identified, const Options& options) {
   if (!options.expected.empty()) {
-    Output output;
+    Output output(WriteOutput);
     const bool agrees = CompareWithExpected(identified, ExpectedNames(options.expected), output);
     output.Flush();
     return agrees ? ExitCode::kFound : ExitCode::kNotFound;

@@ -5,133 +5,145 @@
 namespace tool {
 namespace {
 
-Json DeviceAsJson(const DeviceInfo& device) {
-  return {{"family", TextOrNull(FamilyNameOrNull(device))},
-          {"name", TextOrNull(device.GetName())},
-          {"codeName", TextOrNull(device.GetCodeName())},
-          {"irLength", NumberOrNull(device.GetIRLength())}};
+void WriteDevice(const DeviceInfo& device, JsonWriter& json) {
+  json.Name("family").Value(FamilyNameOrNull(device));
+  json.Name("name").Value(device.GetName());
+  json.Name("codeName").Value(device.GetCodeName());
+  json.Name("irLength").ValueOrNull(device.GetIRLength());
 }
 
 /// "0x09", or what the family's description has; null where it is not known.
-Json KnownOrNull(const std::string& text) { return text == "-" ? Json(nullptr) : Json(text); }
+void WriteKnown(const std::string& text, JsonWriter& json) { json.ValueOrNull(text == "-" ? std::string() : text); }
 
-/// The device that was taken, with what is needed to talk to it.
-Json MatchAsJson(const DeviceInfo& device) {
-  Json match = DeviceAsJson(device);
-  match["idcodeInstruction"] = KnownOrNull(IdCodeInstruction(device));
-  match["bypassInstruction"] = KnownOrNull(BypassInstruction(device));
-  match["packages"] = PackageTypeList(device);
-  match["vendor"] = TextOrNull(device.GetVendor());
-  match["neighbour"] = IsNeighbour(device);
-  match["hint"] = HintOn(device).empty() ? Json(nullptr) : Json(HintOn(device));
-  return match;
+/// The device that was taken, with what is needed to talk to it; null without one.
+void WriteMatch(const DeviceInfo* device, JsonWriter& json) {
+  if (device == nullptr) return json.Value(nullptr);
+  json.Begin('{');
+  WriteDevice(*device, json);
+  WriteKnown(IdCodeInstruction(*device), json.Name("idcodeInstruction"));
+  WriteKnown(BypassInstruction(*device), json.Name("bypassInstruction"));
+  json.Name("packages").Value(Json(PackageTypeList(*device)));
+  json.Name("vendor").Value(device->GetVendor());
+  json.Name("neighbour").Value(IsNeighbour(*device));
+  json.Name("hint").ValueOrNull(HintOn(*device));
+  json.End('}');
 }
 
-Json CodeNames(const std::vector<Candidate>& candidates) {
-  Json names = Json::array();
+void WriteCodeNames(const std::vector<Candidate>& candidates, JsonWriter& json) {
+  json.Begin('[');
   for (const Candidate& candidate : candidates) {
     const char* const name = candidate.device->GetCodeName();
-    names.push_back(name == nullptr ? "" : name);  // as the library's own candidate list has it
+    json.Value(name == nullptr ? "" : name);  // as the library's own candidate list has it
   }
-  return names;
+  json.End(']');
 }
 
-Json RankedCandidates(const IdentifiedChain& identified, const ChainPosition& position) {
-  Json ranked = Json::array();
+void WriteRanked(const IdentifiedChain& identified, const ChainPosition& position, JsonWriter& json) {
+  json.Begin('[');
   for (const Candidate& candidate : MostExactFirst(position)) {
-    Json one = DeviceAsJson(*candidate.device);
-    one["file"] = FileOf(identified, candidate.database);
-    one["reason"] = Reason(candidate);
-    one["comparedBits"] = IdText(candidate.bits);
-    one["searchOrder"] = candidate.searchOrder;
-    ranked.push_back(std::move(one));
+    json.Begin('{');
+    WriteDevice(*candidate.device, json);
+    json.Name("file").Value(FileOf(identified, candidate.database));
+    json.Name("reason").Value(Reason(candidate));
+    json.Name("comparedBits").Value(IdText(candidate.bits));
+    json.Name("searchOrder").Value(candidate.searchOrder);
+    json.End('}');
   }
-  return ranked;
+  json.End(']');
 }
 
-Json Nearest(const IdentifiedChain& identified, unsigned int id) {
-  Json nearest = Json::array();
+void WriteNearest(const IdentifiedChain& identified, unsigned int id, JsonWriter& json) {
+  json.Begin('[');
   for (const NearDevice& near : identified.finder.NearestDevices(id)) {
-    Json one = DeviceAsJson(*near.device);
-    one["id"] = IdText(near.device->GetjtagDeviceID());
-    one["file"] = FileOf(identified, near.database);
-    one["difference"] = near.difference;
-    nearest.push_back(std::move(one));
+    json.Begin('{');
+    WriteDevice(*near.device, json);
+    json.Name("id").Value(IdText(near.device->GetjtagDeviceID()));
+    json.Name("file").Value(FileOf(identified, near.database));
+    json.Name("difference").Value(near.difference);
+    json.End('}');
   }
-  return nearest;
+  json.End(']');
 }
 
-Json MisreadAsJson(const IdentifiedChain& identified, std::optional<unsigned int> id) {
+void WriteMisread(const IdentifiedChain& identified, std::optional<unsigned int> id, JsonWriter& json) {
   const auto misread = id ? identified.finder.MisreadOf(*id) : std::nullopt;
-  if (!misread) return nullptr;
-  Json one = DeviceAsJson(*misread->device);
-  one["id"] = IdText(misread->id);
-  one["file"] = FileOf(identified, misread->database);
-  one["how"] = misread->how;
-  return one;
+  if (!misread) return json.Value(nullptr);
+  json.Begin('{');
+  WriteDevice(*misread->device, json);
+  json.Name("id").Value(IdText(misread->id));
+  json.Name("file").Value(FileOf(identified, misread->database));
+  json.Name("how").Value(misread->how);
+  json.End('}');
 }
 
-Json Manufacturer(const IdcodeFields& fields, const char* vendor) {
-  return {{"field", Hex(fields.manufacturer, 3)},
-          {"bank", fields.bank},
-          {"code", Hex(fields.code, 2)},
-          {"maker", MakerText(fields.manufacturer)},
-          {"vendor", TextOrNull(vendor)}};
+void WriteManufacturer(const IdcodeFields& fields, const char* vendor, JsonWriter& json) {
+  json.Begin('{');
+  json.Name("field").Value(Hex(fields.manufacturer, 3));
+  json.Name("bank").Value(fields.bank);
+  json.Name("code").Value(Hex(fields.code, 2));
+  json.Name("maker").Value(MakerText(fields.manufacturer));
+  json.Name("vendor").Value(vendor);
+  json.End('}');
+}
+
+/// The members that only an IDCODE has.
+void WriteIdcode(const IdentifiedChain& identified, unsigned int id, unsigned long irLength, JsonWriter& json) {
+  const IdcodeFields fields = SplitIdcode(id);
+  const char* const vendor = identified.finder.VendorOf(fields.manufacturer);
+  json.Name("version").Value(Hex(fields.version, 1));
+  json.Name("part").Value(Hex(fields.part, 4));
+  WriteManufacturer(fields, vendor, json.Name("manufacturer"));
+  WriteNearest(identified, id, json.Name("nearest"));
+  json.Name("stub").Value(DescriptionStub(id, vendor, irLength, ""));
 }
 
 /// An explanation of an id that no device answers to; null for a known id.
-Json Unknown(const IdentifiedChain& identified, const ChainPosition& position) {
-  if (position.Match() != nullptr) return nullptr;
+void WriteUnknown(const IdentifiedChain& identified, const ChainPosition& position, JsonWriter& json) {
+  if (position.Match() != nullptr) return json.Value(nullptr);
   const IdKind& kind = KindOf(identified.comm, position.id);
-  Json unknown = {{"kind", kind.name}, {"meaning", kind.meaning}, {"misread", MisreadAsJson(identified, position.id)}};
-  if (!kind.isIdcode) return unknown;
-  const IdcodeFields fields = SplitIdcode(*position.id);
-  const char* const vendor = identified.finder.VendorOf(fields.manufacturer);
-  unknown["version"] = Hex(fields.version, 1);
-  unknown["part"] = Hex(fields.part, 4);
-  unknown["manufacturer"] = Manufacturer(fields, vendor);
-  unknown["nearest"] = Nearest(identified, *position.id);
-  unknown["stub"] = DescriptionStub(*position.id, vendor, position.IrLength(), "");
-  return unknown;
+  json.Begin('{');
+  json.Name("kind").Value(kind.name);
+  json.Name("meaning").Value(kind.meaning);
+  WriteMisread(identified, position.id, json.Name("misread"));
+  if (kind.isIdcode) WriteIdcode(identified, *position.id, position.IrLength(), json);
+  json.End('}');
 }
 
-Json Nearest(End nearest) {
+const char* NearestEnd(End nearest) {
   if (nearest == End::kAsPrinted) return nullptr;
   return nearest == End::kTdo ? "TDO" : "TDI";
 }
 
-Json Scanned(const Scan& scan, const ScannedTap& tap) {
-  if (scan.format.empty()) return nullptr;
-  return {{"format", scan.format},
-          {"nearest", Nearest(scan.nearest)},
-          {"name", tap.name.empty() ? Json(nullptr) : Json(tap.name)},
-          {"irLength", NumberOrNull(tap.irLength)},
-          {"irLengthIsGuess", tap.irLength != 0 && tap.irLengthIsGuess}};
+void WriteScanned(const Scan& scan, const ScannedTap& tap, JsonWriter& json) {
+  if (scan.format.empty()) return json.Value(nullptr);
+  json.Begin('{');
+  json.Name("format").Value(scan.format);
+  json.Name("nearest").Value(NearestEnd(scan.nearest));
+  json.Name("name").ValueOrNull(tap.name);
+  json.Name("irLength").ValueOrNull(tap.irLength);
+  json.Name("irLengthIsGuess").Value(tap.irLength != 0 && tap.irLengthIsGuess);
+  json.End('}');
 }
 
-/// All of an element but its position, which is the first of its members.
-Json PositionAsJson(const IdentifiedChain& identified, std::size_t i) {
+/// All members of an element but its position, which is the first one.
+std::string MembersText(const IdentifiedChain& identified, std::size_t i) {
   const ChainPosition& position = identified.chain[i];
   const Scan& scan = identified.scan;
-  return {{"id", position.id ? Json(IdText(*position.id)) : Json(nullptr)},
-          {"kind", KindText(identified, position)},
-          {"match", position.Match() == nullptr ? Json(nullptr) : MatchAsJson(*position.Match())},
-          {"candidates", CodeNames(position.Candidates())},
-          {"ambiguous", position.IsAmbiguous()},
-          {"ranked", RankedCandidates(identified, position)},
-          {"irLength", NumberOrNull(position.IrLength())},
-          {"unknown", Unknown(identified, position)},
-          {"order", OrderText(scan.nearest)},
-          {"tool", scan.tool.empty() ? Json(nullptr) : Json(scan.tool)},
-          {"scan", Scanned(scan, scan.taps[i])}};
-}
-
-/// The members of an element as ToText would write them in an array, up to its closing brace.
-std::string MembersText(const Json& element) {
-  std::string text = ToText(element);
-  text.pop_back();  // its line end
-  for (std::size_t at = 0; (at = text.find('\n', at)) != text.npos; at += 3) text.insert(at + 1, "  ");
-  return text.substr(2);  // without the opening brace and the line end
+  std::string text;
+  text.reserve(1024);
+  JsonWriter json(text, 2);
+  json.Name("id").ValueOrNull(position.id ? IdText(*position.id) : std::string());
+  json.Name("kind").Value(KindText(identified, position));
+  WriteMatch(position.Match(), json.Name("match"));
+  WriteCodeNames(position.Candidates(), json.Name("candidates"));
+  json.Name("ambiguous").Value(position.IsAmbiguous());
+  WriteRanked(identified, position, json.Name("ranked"));
+  json.Name("irLength").ValueOrNull(position.IrLength());
+  WriteUnknown(identified, position, json.Name("unknown"));
+  json.Name("order").Value(OrderText(scan.nearest));
+  json.Name("tool").ValueOrNull(scan.tool);
+  WriteScanned(scan, scan.taps[i], json.Name("scan"));
+  return text;
 }
 
 }  // namespace
@@ -139,10 +151,10 @@ std::string MembersText(const Json& element) {
 void JsonOutput(const IdentifiedChain& identified, Output& output) {
   AnswerTexts texts;
   for (std::size_t i = 0; i < identified.chain.size(); ++i) {
-    const auto members = [&] { return MembersText(PositionAsJson(identified, i)); };
     output << (i == 0 ? "[\n  {\n    \"position\": " : ",\n  {\n    \"position\": ");
-    output << std::to_string(i) + ",\n";
-    output << texts.Of(identified.chain[i], identified.scan.taps[i], members);
+    output << std::to_string(i);
+    output << texts.Of(identified.chain[i], identified.scan.taps[i], [&] { return MembersText(identified, i); });
+    output << "\n  }";
   }
   output << (identified.chain.empty() ? "[]\n" : "\n]\n");
 }

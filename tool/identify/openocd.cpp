@@ -71,13 +71,23 @@ std::string ExpectedId(const IdentifiedChain& identified, const ChainPosition& p
   return " -expected-id " + id + (IgnoresVersion(identified, position) ? " -ignore-version" : "");
 }
 
+/// The device that an unknown id was meant to be.
+std::string MisreadComment(const IdentifiedChain& identified, std::size_t number) {
+  const ChainPosition& position = identified.chain[number];
+  if (position.Match() != nullptr || !position.id) return "";
+  const auto misread = identified.finder.MisreadOf(*position.id);
+  if (!misread) return "";
+  return Comment("position " + std::to_string(number) + ": " + IdText(*position.id) + " is probably " + IdText(misread->id) +
+                 " (" + DeviceName(*misread->device) + "), " + misread->how);
+}
+
 std::string NewTap(const IdentifiedChain& identified, std::size_t number, TakenNames& taken) {
   const ChainPosition& position = identified.chain[number];
   const unsigned long length = position.IrLength();
   const std::string line = "jtag newtap " + UniqueName(TapName(position, number), taken) + " tap -irlen " +
                            (length == 0 ? "?" : std::to_string(length)) + ExpectedId(identified, position);
   const std::string give = "  give --ir " + std::to_string(number) + "=LENGTH";
-  return Others(position, number) + (length == 0 ? Comment(line + give) : line + "\n");
+  return Others(position, number) + MisreadComment(identified, number) + (length == 0 ? Comment(line + give) : line + "\n");
 }
 
 std::string Head(const IdentifiedChain& identified) {

@@ -1,7 +1,7 @@
 #include "identify/output.h"
 
+#include "command.h"
 #include "device_text.h"
-#include "standard_streams.h"
 
 namespace tool {
 
@@ -12,7 +12,7 @@ void Output::operator<<(std::string_view text) {
 }
 
 void Output::Flush() {
-  WriteOutput(block_);
+  write_(block_);
   block_.clear();
 }
 
@@ -42,6 +42,11 @@ std::string KindText(const IdentifiedChain& identified, const ChainPosition& pos
 }
 
 void SvgOutput(const IdentifiedChain& identified, Output& output) {
+  using plddb::chain::kMostDrawn;
+  if (identified.chain.size() > kMostDrawn) {
+    throw Failure("plddb: error: --format svg: the chain has " + std::to_string(identified.chain.size()) +
+                  " TAPs; expected at most " + std::to_string(kMostDrawn));
+  }
   output << plddb::chain::Svg(identified.chain, identified.comm, identified.scan.nearest);
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Chain.h"
@@ -41,14 +44,16 @@ struct IdentifiedChain {
   Chain chain;  ///< Who answers; one position for each TAP of the scan.
 };
 
-/// Standard output, in blocks: the answer for a million ids is never in memory as a whole.
+/// Where the answer goes, in blocks: that for a million ids is never in memory as a whole.
 class Output {
  public:
-  ~Output() = default;
+  /// `write` takes a block. What it throws passes through operator<< and Flush.
+  explicit Output(std::function<void(const std::string& block)> write) : write_(std::move(write)) {}
   void operator<<(std::string_view text);
-  void Flush();  ///< Throws Failure when the text does not get there, and so does operator<<.
+  void Flush();
 
  private:
+  std::function<void(const std::string& block)> write_;
   std::string block_;
 };
 
@@ -69,6 +74,9 @@ const char* OrderText(End nearest);
 
 /// plddb::chain::Notes.
 std::vector<std::string> Notes(const IdentifiedChain& identified);
+
+/// "IR length of the chain: 18 bits", and what it depends on; in lines, after an empty one.
+std::string TotalIrLength(const Chain& chain);
 
 /// plddb::chain::KindText.
 std::string KindText(const IdentifiedChain& identified, const ChainPosition& position);
@@ -109,22 +117,33 @@ EqualPositions EqualPositionsWhere(const Chain& chain, Rule rule) {
   constexpr std::size_t most = 1000;
   EqualPositions equal;
   std::unordered_map<std::uint64_t, std::size_t> groupOf;
+  std::vector<std::uint64_t> others;  // answers beyond those, which are only counted
   for (std::size_t i = 0; i < chain.size(); ++i) {
     if (!rule(chain[i])) continue;
-    const auto [group, isNew] = groupOf.try_emplace(AnswerKey(chain[i]), groupOf.size());
-    if (isNew && group->second < most) equal.groups.emplace_back();
-    if (group->second < most) equal.groups[group->second].push_back(i);
+    const std::uint64_t key = AnswerKey(chain[i]);
+    const auto known = groupOf.find(key);
+    if (known != groupOf.end()) {
+      equal.groups[known->second].push_back(i);
+    } else if (groupOf.size() < most) {
+      groupOf.emplace(key, groupOf.size());
+      equal.groups.push_back({i});
+    } else {
+      others.push_back(key);
+    }
   }
-  equal.more = groupOf.size() - equal.groups.size();
+  std::sort(others.begin(), others.end());
+  equal.more = static_cast<std::size_t>(std::unique(others.begin(), others.end()) - others.begin());
   return equal;
 }
 
-/// Texts of positions, made once for equal answers: a measured tenth of the time for a million ids.
+/// Texts of positions, made once for equal known ids: a measured tenth of the time for a million. Unknown ids of a long list
+/// differ as a rule, and are not kept.
 class AnswerTexts {
  public:
   template <typename Make>
   const std::string& Of(const ChainPosition& position, const ScannedTap& tap, Make make) {
-    if (!tap.name.empty() || tap.irLength != 0) return own_ = make();
+    const bool isPlain = tap.name.empty() && tap.irLength == 0 && position.Match() != nullptr;
+    if (!isPlain) return single_ = make();
     if (size_ > kMostBytes) texts_.clear(), size_ = 0;
     const auto [text, isNew] = texts_.try_emplace(AnswerKey(position));
     if (isNew) size_ += (text->second = make()).size();
@@ -134,7 +153,7 @@ class AnswerTexts {
  private:
   static constexpr std::size_t kMostBytes = 1 << 26;
   std::unordered_map<std::uint64_t, std::string> texts_;
-  std::string own_;  // of a TAP with a name or a length
+  std::string single_;  // the last one that is not kept
   std::size_t size_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include <algorithm>
-#include <unordered_map>
+#include <map>
+#include <tuple>
 
 #include "colour.h"
 #include "device_text.h"
@@ -27,23 +28,34 @@ Row CellsOf(const ChainPosition& position) {
           PackageTypes(*device)};
 }
 
-/// A row for each position. The rows of equal answers differ in the number alone, and are made once.
+/// What the rows of positions have in common that differ in number and id alone.
+using RowKey = std::tuple<const DeviceInfo*, bool, unsigned long, bool>;
+
+RowKey KeyOfRow(const ChainPosition& position) {
+  return {position.Match(), position.IsAmbiguous(), position.IrLength(), position.id.has_value()};
+}
+
+/// A row for each position. Rows that differ in number and id alone are made once.
 void DeviceTable(const Chain& chain, Output& output) {
   std::vector<Row> rows = {{"id", "device", "family", "IR", "IDCODE", "BYPASS", "packages"}};
-  std::unordered_map<std::uint64_t, std::size_t> rowOf;
+  std::map<RowKey, std::size_t> rowOf;
   for (const ChainPosition& position : chain) {
-    if (rowOf.try_emplace(AnswerKey(position), rows.size()).second) rows.push_back(CellsOf(position));
+    if (rowOf.try_emplace(KeyOfRow(position), rows.size()).second) rows.push_back(CellsOf(position));
   }
   const std::string head = "TAP";
   const std::size_t width = std::max(head.size(), std::to_string(chain.size() - 1).size()) + 2;
-  const std::vector<std::string> lines = WrappedRows(rows, std::string(width, ' '));
+  std::vector<std::string> lines = WrappedRows(rows, std::string(width, ' '));
   const auto write = [&](const std::string& position, const std::string& row) {
     output << position;
     output << std::string_view(row).substr(position.size());
     output << "\n";
   };
   write(head, lines[0]);
-  for (std::size_t i = 0; i < chain.size(); ++i) write(std::to_string(i), lines[rowOf[AnswerKey(chain[i])]]);
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    std::string& line = lines[rowOf[KeyOfRow(chain[i])]];
+    if (chain[i].id) line.replace(width, 10, IdText(*chain[i].id));
+    write(std::to_string(i), line);
+  }
 }
 
 // --- The length of the chain ------------------------------------------------------------------------------------------------
@@ -67,6 +79,8 @@ std::string MissingOptions(const Chain& chain) {
   return options;
 }
 
+}  // namespace
+
 std::string TotalIrLength(const Chain& chain) {
   unsigned long bits = 0;
   for (const ChainPosition& position : chain) bits += position.IrLength();
@@ -78,6 +92,8 @@ std::string TotalIrLength(const Chain& chain) {
          (open.empty() ? "" : WrappedText("give " + MissingOptions(chain), "  ")) +
          (doubtful.empty() ? "" : WrappedText("another device that matches would change it at " + doubtful, "  "));
 }
+
+namespace {
 
 // --- Unknown ids ------------------------------------------------------------------------------------------------------------
 
