@@ -26,8 +26,8 @@ std::vector<fs::path> DescriptionFiles() {
 
 TEST(CanonicalForm, OfItselfIsTheSameBytes) {
   const support::TemporaryFolder folder;
-  const std::string once = (folder.path() / "once.xml").string();
-  const std::string twice = (folder.path() / "twice.xml").string();
+  const std::string once = (folder.Path() / "once.xml").string();
+  const std::string twice = (folder.Path() / "twice.xml").string();
   int written = 0;
   for (const fs::path& file : DescriptionFiles()) {
     if (RunTool({"export", "--force", file.string(), "--output", once}).exit_code != 0) continue;  // it does not load

@@ -169,7 +169,7 @@ TEST(Check, WritesSarif) {
 
 TEST(Check, WritesSarifThatItsSchemaAllows) {
   const TemporaryFolder folder;
-  const std::string strange = (folder.path() / "a b%\xC3\xA4:.xml").string();
+  const std::string strange = (folder.Path() / "a b%\xC3\xA4:.xml").string();
   std::ofstream(strange) << "<DeviceDatabase";
   for (const std::string& file : {kCorpus, kCorpus + "/clean_empty.xml", strange, std::string("missing.xml")}) {
     EXPECT_EQ(SchemaFaults("sarif.json", RunTool({"check", "--format", "sarif", file}).out), "") << "row: " << file;
