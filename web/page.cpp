@@ -398,6 +398,6 @@ const char* AddShipped(const char* name, std::size_t nameSize, const char* text,
   return web::Answer([&] { return web::AddShipped({name, nameSize}, {text, size}); });
 }
 
-PLDDB_EXPORTED("remove_") const char* Remove(const char* name, std::size_t size) {
+PLDDB_EXPORTED("removeFile") const char* Remove(const char* name, std::size_t size) {
   return web::Answer([&] { return web::Remove({name, size}); });
 }
