@@ -263,7 +263,9 @@ void Keep(Database database) {
 
 std::size_t CountDevices(const DeviceList& devices) {
   std::size_t count = 0;
-  tool::ForEachDevice(devices, [&](const DeviceInfo&) { ++count; });
+  for (int f = 0; const FamilyList* const family = devices.GetFamily(f); ++f) {
+    for (unsigned short d = 0; family->GetDevice(d) != nullptr; ++d) ++count;
+  }
   return count;
 }
 
