@@ -263,7 +263,9 @@ void Keep(Database database) {
 
 std::size_t CountDevices(const DeviceList& devices) {
   std::size_t count = 0;
-  tool::ForEachDevice(devices, [&](const DeviceInfo&) { ++count; });
+  for (int f = 0; const FamilyList* const family = devices.GetFamily(f); ++f) {
+    for (unsigned short d = 0; family->GetDevice(d) != nullptr; ++d) ++count;
+  }
   return count;
 }
 
@@ -398,6 +400,6 @@ const char* AddShipped(const char* name, std::size_t nameSize, const char* text,
   return web::Answer([&] { return web::AddShipped({name, nameSize}, {text, size}); });
 }
 
-PLDDB_EXPORTED("remove_") const char* Remove(const char* name, std::size_t size) {
+PLDDB_EXPORTED("removeFile") const char* Remove(const char* name, std::size_t size) {
   return web::Answer([&] { return web::Remove({name, size}); });
 }

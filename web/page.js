@@ -487,7 +487,7 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
   function addedContent(answer, article) {
     const findings = [...answer.faults, ...answer.findings];
     const remove = () => {
-      ask("remove", answer.file);
+      ask("removeFile", answer.file);
       own = own.filter((one) => one.name !== answer.file);
       article.remove();
       at("own-file").focus();
