@@ -253,8 +253,8 @@ std::vector<std::string> Notes(const Scan& scan, const Chain& chain);
 /// The most TAPs that are drawn: any more are no chain that a person could look at.
 inline constexpr std::size_t kMostDrawn = 10000;
 
-/// A drawing of the chain, from TDI to TDO, in rows of `perRow` TAPs (at least 1); empty for an empty chain, and for one of more
-/// than kMostDrawn TAPs. `nearest` is the end at which `chain` starts.
+/// A drawing of the chain, from TDI to TDO, in rows of `perRow` TAPs (at least 1); empty for an empty chain, and for one of
+/// more than kMostDrawn TAPs. `nearest` is the end at which `chain` starts.
 std::string Svg(const Chain& chain, const std::string& comm, End nearest, std::size_t perRow = 5);
 ///@}
 

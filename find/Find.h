@@ -90,9 +90,8 @@ bool IsAmbiguous(const Matches& matches);
 ///      or more, or all of the rest is understood. A number at its end is not cut. A maker or family before it does not count;
 ///      failing that, hyphens and blanks within the name do not, either.
 ///
-/// White space around the text does not count. Dashes and blanks of printed pages are taken as '-' and ' ', where the text as it
-/// is finds nothing. `family`, unless empty, limits the search to families of this name or alias
-/// name.
+/// White space around the text does not count. Dashes and blanks of printed pages are taken as '-' and ' ', where the text as
+/// it is finds nothing. `family`, unless empty, limits the search to families of this name or alias name.
 Matches Find(const Databases& databases, std::string_view text, std::string_view family = {});
 
 /// The devices that have `text` as their `key`, exactly; none for kFullName.

@@ -13,8 +13,8 @@
 #include "command.h"
 #include "data_files.h"
 #include "device_text.h"
-#include "whole_file.h"
 #include "standard_streams.h"
+#include "whole_file.h"
 
 namespace tool {
 namespace {

@@ -12,8 +12,8 @@ inline constexpr std::size_t kLineWidth = 80;
 
 /// `rows` as aligned columns, one text a row, without a line end: two blanks between columns, none at the end of a line, and
 /// `indent` before each line. Columns are as wide as their widest cell in columns of a terminal; colours (Painted) have no
-/// width. Where lines would be longer than kLineWidth, the widest columns are wrapped between their words; where their words are
-/// too long for that, the last columns get lines of their own, below the others.
+/// width. Where lines would be longer than kLineWidth, the widest columns are wrapped between their words; where their words
+/// are too long for that, the last columns get lines of their own, below the others.
 std::vector<std::string> WrappedRows(std::vector<Row> rows, const std::string& indent = "");
 
 /// The rows in one text.
