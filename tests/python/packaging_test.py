@@ -59,6 +59,6 @@ def test_setup_compiles_the_files_of_this_system():
 
 def test_setup_compiles_the_folders_that_the_module_is_made_of():
     made = re.findall(r"^\s*add_subdirectory\((\w+)\)", (SOURCE / "CMakeLists.txt").read_text(), re.MULTILINE)
-    others = {"tool", "tests", "examples", "fuzz", "bench"}
+    others = {"web", "tool", "tests", "examples", "fuzz", "bench"}
     core = {"foundation", "package", "device", "family", "database"}
     assert set(libraries()) == core | (set(made) - others)

@@ -105,7 +105,7 @@ std::string LogOfOpenOcd(const Chain& chain, const std::string& configuration = 
                       << configuration;
   const ToolRun run = RunProgram("/usr/bin/env", {"timeout", "--kill-after=5", "60", "openocd", "-f", file, "-c", "init", "-c",
                                                   "scan_chain", "-c", "shutdown"});
-  EXPECT_EQ(run.exit_code, 0) << "row: " << chain.what << ":\n" << run.err;
+  EXPECT_EQ(run.exitCode, 0) << "row: " << chain.what << ":\n" << run.err;
   EXPECT_EQ(run.out, "") << "row: " << chain.what;
   return run.err;
 }
@@ -156,7 +156,7 @@ std::string IdentifyScan(const std::string& log, const std::vector<std::string>&
   std::vector<std::string> arguments = {"identify", "--scan", "-"};
   arguments.insert(arguments.end(), options.begin(), options.end());
   const ToolRun run = RunTool(arguments, log);
-  EXPECT_TRUE(run.exit_code == 0 || run.exit_code == 1) << run.err;
+  EXPECT_TRUE(run.exitCode == 0 || run.exitCode == 1) << run.err;
   return run.out;
 }
 

@@ -30,8 +30,8 @@ TEST(CanonicalForm, OfItselfIsTheSameBytes) {
   const std::string twice = (folder.Path() / "twice.xml").string();
   int written = 0;
   for (const fs::path& file : DescriptionFiles()) {
-    if (RunTool({"export", "--force", file.string(), "--output", once}).exit_code != 0) continue;  // it does not load
-    EXPECT_EQ(RunTool({"export", "--force", once, "--output", twice}).exit_code, 0) << "row: " << file;
+    if (RunTool({"export", "--force", file.string(), "--output", once}).exitCode != 0) continue;  // it does not load
+    EXPECT_EQ(RunTool({"export", "--force", once, "--output", twice}).exitCode, 0) << "row: " << file;
     EXPECT_EQ(support::ReadFile(twice), support::ReadFile(once)) << "row: " << file;
     ++written;
   }

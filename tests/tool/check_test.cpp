@@ -59,13 +59,13 @@ TEST(Check, SaysEachFindingInOneLineAndTheNumbersOnStandardError) {
 
 TEST(Check, FindsNothingInTheDataThatIsNotAllowedAtItsPlace) {
   const ToolRun run = RunTool({"check", "--strict", PLDDB_DATA_DIR});
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.out, "");
 }
 
 TEST(Check, AcceptsTheFilesThatAreShown) {
   for (const char* const file : {"/descriptions/every_list.xml", "/../examples/my_devices.xml"}) {
-    EXPECT_EQ(RunTool({"check", "--strict", PLDDB_TEST_DIR + std::string(file)}).exit_code, 0) << "row: " << file;
+    EXPECT_EQ(RunTool({"check", "--strict", PLDDB_TEST_DIR + std::string(file)}).exitCode, 0) << "row: " << file;
   }
 }
 
@@ -98,7 +98,7 @@ TEST(Check, TellsFindingsFromMisuse) {
   for (const auto& row : rows) {
     Texts arguments = {"check"};
     arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
-    EXPECT_EQ(RunTool(arguments).exit_code, row.exitCode) << "row: " << testing::PrintToString(row.arguments);
+    EXPECT_EQ(RunTool(arguments).exitCode, row.exitCode) << "row: " << testing::PrintToString(row.arguments);
   }
 }
 
@@ -192,7 +192,7 @@ TEST(Check, FindsThatAFileCannotBeRead) {
   const ToolRun run = RunTool({"check", "missing.xml", kCorpus + "/clean_empty.xml"});
   EXPECT_EQ(run.out, "missing.xml:1:1: error[unreadable]: cannot read the file: No such file or directory\n");
   EXPECT_EQ(run.err, "plddb: 1 error and 0 warnings in 2 files\n");
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
 }
 
 TEST(Check, SaysTheSameInJson) {
@@ -229,7 +229,7 @@ TEST(Check, RefusesWrongUsage) {
   for (const char* const arguments : {"check", "check --unknown a.xml", "check --allow nothing a.xml", "check --allow",
                                       "check --format xml a.xml", "check --json --format text a.xml"}) {
     const ToolRun run = RunTool(Words(arguments));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << arguments;
     EXPECT_EQ(run.out, "") << "row: " << arguments;
     EXPECT_NE(run.err.find("plddb: error: "), std::string::npos) << "row: " << arguments;
   }

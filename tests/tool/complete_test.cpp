@@ -91,7 +91,7 @@ TEST(Complete, KnowsWhatMayStandAtTheCursor) {
   for (const auto& row : rows) {
     const ToolRun run = Complete(row.line);
     EXPECT_EQ(Candidates(run.out), row.candidates) << "row:" << Shown(row.line);
-    EXPECT_EQ(run.exit_code, 0) << "row:" << Shown(row.line);
+    EXPECT_EQ(run.exitCode, 0) << "row:" << Shown(row.line);
     EXPECT_EQ(run.err, "") << "row:" << Shown(row.line);
   }
 }
@@ -100,7 +100,7 @@ TEST(Complete, LeavesFilesToTheShell) {
   for (const Line& line : {Line{"list", "--db", ""}, Line{"find", "--db", kKeys, "--db", "x"}, Line{"export", ""},
                            Line{"merge", "a.xml", "b.xml", ""}, Line{"merge", "--output", ""}, Line{"list", "--db="}}) {
     const ToolRun run = Complete(line);
-    EXPECT_EQ(run.exit_code, 1) << "row:" << Shown(line);
+    EXPECT_EQ(run.exitCode, 1) << "row:" << Shown(line);
     EXPECT_EQ(run.out, "") << "row:" << Shown(line);
   }
 }
@@ -124,7 +124,7 @@ TEST(Complete, TakesTheTildeForTheHomeFolder) {
 TEST(Complete, HasNothingToSayWhereTheLineIsWrong) {
   for (const Line& line : {Line{"nonsense", ""}, Line{"list", "--db", "missing.xml", "--family", ""}}) {
     const ToolRun run = Complete(line);
-    EXPECT_EQ(run.exit_code, 2) << "row:" << Shown(line);
+    EXPECT_EQ(run.exitCode, 2) << "row:" << Shown(line);
     EXPECT_EQ(run.out, "") << "row:" << Shown(line);
   }
 }

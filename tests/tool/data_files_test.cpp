@@ -55,7 +55,7 @@ class DataFiles : public testing::Test {
   /// The files in their order, each with its origin: "shipped share/plddb/a.xml".
   Texts Files(const std::string& environment, const std::string& arguments = "") const {
     const ToolRun run = Run(environment, "list --files --json " + arguments);
-    if (run.exit_code != 0) return {"exit code " + std::to_string(run.exit_code) + ": " + run.err};
+    if (run.exitCode != 0) return {"exit code " + std::to_string(run.exitCode) + ": " + run.err};
     Texts files;
     const auto parsed = nlohmann::json::parse(run.out);
     for (const auto& file : parsed["files"]) {
@@ -189,7 +189,7 @@ TEST_F(DataFiles, ThatAreBrokenStopTheRun) {
   for (const auto& row : rows) {
     for (const char* const command : {"list --files", "list", "identify 0x1ABCD043", "find PLD", "show PLD"}) {
       const ToolRun run = Run(row.environment, std::string(command) + ' ' + row.arguments);
-      EXPECT_EQ(run.exit_code, 2) << "row: " << row.environment << ' ' << command << ' ' << row.arguments;
+      EXPECT_EQ(run.exitCode, 2) << "row: " << row.environment << ' ' << command << ' ' << row.arguments;
       EXPECT_EQ(run.err.rfind(Path(row.file) + ":1:", 0), 0U) << run.err;
       EXPECT_EQ(run.out, "");
     }
@@ -198,9 +198,9 @@ TEST_F(DataFiles, ThatAreBrokenStopTheRun) {
 
 TEST_F(DataFiles, HaveToBeNamed) {
   const ToolRun run = Run("", "list --files --db=+");
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_NE(run.err.find("--db: the name of a file or folder is missing"), std::string::npos) << run.err;
-  EXPECT_EQ(Run("", "list --files --db=").exit_code, 2);
+  EXPECT_EQ(Run("", "list --files --db=").exitCode, 2);
 }
 
 TEST_F(DataFiles, OfOnesOwnAreEnoughWithoutShippedOnes) {
@@ -208,28 +208,26 @@ TEST_F(DataFiles, OfOnesOwnAreEnoughWithoutShippedOnes) {
   Describe("own.xml");
   if (fs::is_directory(PLDDB_INSTALLED_DATA)) return;  // this machine has an installation
   EXPECT_EQ(Files("PLDDB_PATH=@/own.xml"), Texts{"PLDDB_PATH own.xml"});
-  EXPECT_EQ(Run("", "list --files").exit_code, 2);
+  EXPECT_EQ(Run("", "list --files").exitCode, 2);
 }
 
 TEST_F(DataFiles, AreListedAsATable) {
   Describe("own.xml");
   const ToolRun run = Run("PLDDB_PATH=@/own.xml", "list --files --db +@/share/plddb/b.xml");
-  EXPECT_EQ(run.out,
-            "order  from          families  devices  file\n"
-            "1      command line  1         1        " +
-                Path("share/plddb/b.xml") + "\n" + "2      PLDDB_PATH    1         1        " + Path("own.xml") + "\n" +
-                "3      shipped       1         1        " + Path("share/plddb/a.xml") + "\n");
+  EXPECT_EQ(OneBlankEach(run.out), "order from families devices file 1 command line 1 1 " + Path("share/plddb/b.xml") +
+                                       " 2 PLDDB_PATH 1 1 " + Path("own.xml") + " 3 shipped 1 1 " + Path("share/plddb/a.xml") +
+                                       " ");
   EXPECT_EQ(SchemaFaults("list_files.json", Run("PLDDB_PATH=@/own.xml", "list --files --json").out), "");
-  EXPECT_EQ(Run("", "list --files --family F").exit_code, 2);
+  EXPECT_EQ(Run("", "list --files --family F").exitCode, 2);
 }
 
 TEST_F(DataFiles, OnlyTheNamedOnesAreWrittenAndChecked) {
   Describe("own.xml");
   Write("broken.xml", "");
   for (const char* const command : {"export @/own.xml", "merge @/own.xml", "check @/own.xml"}) {
-    EXPECT_EQ(Run("PLDDB_PATH=@/broken.xml", command).exit_code, 0) << "row: " << command;
+    EXPECT_EQ(Run("PLDDB_PATH=@/broken.xml", command).exitCode, 0) << "row: " << command;
   }
-  EXPECT_EQ(Run("", "export +@/own.xml").exit_code, 2);
+  EXPECT_EQ(Run("", "export +@/own.xml").exitCode, 2);
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ TEST(Databases, HaveToBeNamedWhereNoneIsInstalled) {
     if (isEmptyFolder) fs::create_directories(beside);
     const ToolRun run = RunProgram(stage.Path() / "bin/plddb", {"list"});
     EXPECT_EQ(run.err, isInstalled ? "" : message) << "row: " << isEmptyFolder;
-    EXPECT_EQ(run.exit_code, isInstalled ? 0 : 2) << "row: " << isEmptyFolder;
+    EXPECT_EQ(run.exitCode, isInstalled ? 0 : 2) << "row: " << isEmptyFolder;
   }
 }
 
@@ -87,7 +87,7 @@ TEST(Databases, MayNotBeAFolderWithoutDescriptions) {
   const TemporaryFolder folder;
   const ToolRun run = RunTool({"identify", "--db", folder.Path(), "0x0ABCD043"});
   EXPECT_EQ(run.err, folder.Path().string() + ":1:1: error: no *.xml file in this folder\n");
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
 }
 
 }  // namespace

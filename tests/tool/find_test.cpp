@@ -72,7 +72,7 @@ TEST(Find, AnswersByEveryKey) {
   for (const auto& row : rows) {
     const ToolRun run = Find(std::string(row.arguments) + " --json");
     EXPECT_EQ(Matches(run), row.matches) << "row: " << row.arguments;
-    EXPECT_EQ(run.exit_code, *row.matches == '\0' ? 1 : 0) << "row: " << row.arguments;
+    EXPECT_EQ(run.exitCode, *row.matches == '\0' ? 1 : 0) << "row: " << row.arguments;
     EXPECT_EQ(run.err, "") << "row: " << row.arguments;
   }
 }
@@ -83,7 +83,7 @@ TEST(Find, AnswersByTheAliasNameOfADeviceWithoutCodeName) {
   std::ofstream(file) << "<DeviceDatabase><Family Name='F'><Device Name='N' AliasName='OLD'/></Family></DeviceDatabase>";
   EXPECT_EQ(OneBlankEach(Find("--alias old", {file}).out),
             "matched by device family code name packages where alias N F - - " + file + ":1 ");
-  EXPECT_EQ(Find("--code-name OLD", {file}).exit_code, 1);
+  EXPECT_EQ(Find("--code-name OLD", {file}).exitCode, 1);
 }
 
 TEST(Find, PrintsATableOfWhatMatched) {
@@ -93,28 +93,28 @@ TEST(Find, PrintsATableOfWhatMatched) {
                                        ":15 "
                                        "* More than one device matches; lookups take the first. ");
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(Find, ListsAllDevicesOfAFuseCountAndInJsonTheCandidatesWithTheirMarkers) {
   const ToolRun run = Find("--fuses 5828");
   EXPECT_EQ(OneBlankEach(run.out), "matched by device family code name packages where fuses OTHER2 First CODE2 - " +
                                        std::string(kMadeUp) + ":8 fuses SAME First CODE3 - " + kMadeUp + ":9 ");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
   const Json json = Json::parse(Find("--fuses 5892 --json").out);
   EXPECT_EQ(json["fuses"], 5892);
   EXPECT_EQ(json["codeNames"], Json({"CODE2", "CODE3"}));
   EXPECT_EQ(json["names"], Json({"SAME"}));
   EXPECT_EQ(Json::parse(Find("--fuses 5828 --json").out)["codeNames"], Json({"CODE2", "CODE3<ISP>", "CODE3<JTAG>"}));
   EXPECT_EQ(Json::parse(Find("05828 --json").out)["matches"], Json::parse(Find("--fuses 5828 --json").out)["matches"]);
-  EXPECT_EQ(Find("--fuses 1").exit_code, 1);
+  EXPECT_EQ(Find("--fuses 1").exitCode, 1);
 }
 
 TEST(Find, OffersNearNamesWhenNothingMatches) {
   const ToolRun run = Find("PLD1243A");
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "plddb: nothing found; did you mean PLD1234A?\n");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(Json::parse(Find("--name PLD1243A --json").out)["suggestions"], Json({"PLD1234A"}));
   EXPECT_EQ(Find("QQQQQQQQQQQQ").err, "plddb: nothing found\n");
 }
@@ -123,12 +123,12 @@ TEST(Find, SaysWhenThereIsNoSuchFamily) {
   const ToolRun run = Find("--family secnd --name PLD1234A");
   EXPECT_EQ(run.err, "plddb: no family is named secnd; did you mean Second?\n");
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
 }
 
 TEST(Find, RefusesEmptyTexts) {
   for (const char* const option : {"--name", "--fuses", "--family", "--alias"}) {
-    EXPECT_EQ(RunTool({"find", "--db", kMadeUp, option, ""}).exit_code, 2) << "row: " << option;
+    EXPECT_EQ(RunTool({"find", "--db", kMadeUp, option, ""}).exitCode, 2) << "row: " << option;
   }
 }
 
@@ -150,7 +150,7 @@ TEST(Find, RefusesQuestionsThatMakeNoSense) {
                                 "--fuses -1", "--fuses=-1", "--fuses 0x10", "--fuses 0", "--fuses 99999999999999999999",
                                 "--package TQ100 --code-name A", "--unknown A", "A B"}) {
     const ToolRun run = Find(arguments);
-    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << arguments;
     EXPECT_EQ(run.out, "") << "row: " << arguments;
     EXPECT_EQ(run.err.rfind("plddb: error: ", 0), 0U) << "row: " << arguments << ", message: " << run.err;
   }
@@ -158,7 +158,7 @@ TEST(Find, RefusesQuestionsThatMakeNoSense) {
 
 TEST(Find, EndsWithTheFaultsOfABadFile) {
   const ToolRun run = Find("--name A", {PLDDB_TEST_DIR "/tool/data/missing.xml"});
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_NE(run.err.find("missing.xml:1:1: error: "), std::string::npos) << run.err;
 }
 
@@ -166,9 +166,9 @@ TEST(Find, MarksSeveralAnswersAndMakesThemAnErrorWhenOneIsWanted) {
   const ToolRun run = Find("--name PLD1234A --unique");
   EXPECT_EQ(run.err, "plddb: 2 devices match, and --unique wants one\n");
   EXPECT_NE(run.out.find("PLD1234A *"), std::string::npos) << run.out;
-  EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(Find("--unique CODE1").exit_code, 0);
-  EXPECT_EQ(Find("--unique QQQQ").exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(Find("--unique CODE1").exitCode, 0);
+  EXPECT_EQ(Find("--unique QQQQ").exitCode, 1);
   const Json json = Json::parse(Find("--json --name PLD1234A").out);
   EXPECT_EQ(json["ambiguous"], true);
   EXPECT_EQ(json["matches"][1]["file"], kMadeUp);
@@ -179,7 +179,7 @@ TEST(Find, MarksSeveralAnswersAndMakesThemAnErrorWhenOneIsWanted) {
 TEST(Find, ListsTwentyUnlessAllAreWanted) {
   const ToolRun some = RunTool({"find", "--db", PLDDB_DATA_DIR, "'XC95*'"});
   const ToolRun run = RunTool({"find", "--db", PLDDB_DATA_DIR, "--json", "XC7*"});
-  EXPECT_EQ(some.exit_code, 1);  // quotes are for shells
+  EXPECT_EQ(some.exitCode, 1);  // quotes are for shells
   EXPECT_EQ(Json::parse(run.out)["matches"].size(), 20U);
   EXPECT_GT(Json::parse(run.out)["more"], 20);
   const Json all = Json::parse(RunTool({"find", "--db", PLDDB_DATA_DIR, "--json", "--all", "XC7*"}).out);
@@ -208,7 +208,7 @@ TEST(Find, TellsWhyNothingIsFoundWhereItIsKnown) {
   for (const auto& row : rows) {
     const ToolRun run = Find(row.arguments, {file});
     EXPECT_EQ(run.err, row.message) << "row: " << row.arguments;
-    EXPECT_EQ(run.exit_code, 1) << "row: " << row.arguments;
+    EXPECT_EQ(run.exitCode, 1) << "row: " << row.arguments;
   }
 }
 
@@ -242,7 +242,7 @@ TEST(Find, ReadsADatabaseFromStandardInput) {
   const ToolRun run =
       RunTool({"find", "--db", "-", "N"}, "<DeviceDatabase><Family Name='F'><Device Name='N'/></Family></DeviceDatabase>");
   EXPECT_NE(run.out.find("  -:1\n"), std::string::npos) << run.out;
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 }  // namespace

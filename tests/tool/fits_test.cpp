@@ -48,7 +48,7 @@ TEST_F(Fits, PrintsDeviceVerdictAndReasons) {
                          "    package and speed grade cannot be read through JTAG; the file is for VQ44\n"
                          "    XC9572XL, XC9572XV share this number of fuses\n");
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST_F(Fits, ExitCodeIsTheAnswer) {
@@ -77,7 +77,7 @@ TEST_F(Fits, ExitCodeIsTheAnswer) {
     std::vector<std::string> arguments = {"fits"};
     arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
     const ToolRun run = RunTool(arguments);
-    EXPECT_EQ(run.exit_code, c.exitCode) << c.what << run.err;
+    EXPECT_EQ(run.exitCode, c.exitCode) << c.what << run.err;
     EXPECT_NE(run.out.find(c.line), std::string::npos) << c.what << "\n" << run.out;
     EXPECT_EQ(run.err, "") << c.what;
   }
@@ -107,32 +107,32 @@ TEST_F(Fits, RefusesWrongUsageAndUnreadableFiles) {
     const ToolRun run = RunTool(arguments);
     EXPECT_NE(run.err.find(c.message), std::string::npos) << c.message << "\n" << run.err;
     EXPECT_EQ(run.out, "") << c.message;
-    EXPECT_EQ(run.exit_code, 2) << c.message;
+    EXPECT_EQ(run.exitCode, 2) << c.message;
   }
 }
 
 TEST_F(Fits, ReadsIdsAndScansFromStandardInput) {
-  EXPECT_EQ(RunTool({"fits", kCounter, "-"}, "# board\n59604093\n").exit_code, 0);
-  EXPECT_EQ(RunTool({"fits", kCounter, "--scan", "-"}, "59602093\n").exit_code, 1);
+  EXPECT_EQ(RunTool({"fits", kCounter, "-"}, "# board\n59604093\n").exitCode, 0);
+  EXPECT_EQ(RunTool({"fits", kCounter, "--scan", "-"}, "59602093\n").exitCode, 1);
 }
 
 TEST_F(Fits, AFileThatLooksLikeAnIdIsGivenByItsPath) {
   const std::string path = Write("59604093", support::ReadFile(kCounter));
-  EXPECT_EQ(RunTool({"fits", path, "59604093"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"fits", path, "59604093"}).exitCode, 0);
 }
 
 TEST_F(Fits, AnInstructionLengthTellsTwoPartsApart) {
   const std::string path = Write("x.jed", samples::XilinxJedec("XCR3064XL-10-VQ44", "24481"));
-  EXPECT_EQ(RunTool({"fits", path, "0x0484A093"}).exit_code, 1);
-  EXPECT_EQ(RunTool({"fits", path, "0x0484A093", "--ir", "0=5"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"fits", path, "0x0484A093"}).exitCode, 1);
+  EXPECT_EQ(RunTool({"fits", path, "0x0484A093", "--ir", "0=5"}).exitCode, 0);
 }
 
 TEST_F(Fits, TheOrderTellsForWhichPositionAPaddingIs) {
   const std::string path =
       Write("x.svf", samples::Svf("HIR 8 TDI (ff); HDR 1 TDI (0);\n" + samples::SvfCheck("8", "fe", "f9604093", "0fffffff")));
-  EXPECT_EQ(RunTool({"fits", path, "0x59604093", "0x06E1C093"}).exit_code, 1);
-  EXPECT_EQ(RunTool({"fits", path, "--order", "tdi", "0x59604093", "0x06E1C093"}).exit_code, 0);
-  EXPECT_EQ(RunTool({"fits", path, "--order", "tdi"}).exit_code, 2);
+  EXPECT_EQ(RunTool({"fits", path, "0x59604093", "0x06E1C093"}).exitCode, 1);
+  EXPECT_EQ(RunTool({"fits", path, "--order", "tdi", "0x59604093", "0x06E1C093"}).exitCode, 0);
+  EXPECT_EQ(RunTool({"fits", path, "--order", "tdi"}).exitCode, 2);
 }
 
 TEST_F(Fits, WarnsOfDamageAndStillAnswers) {
@@ -149,7 +149,7 @@ TEST_F(Fits, WarnsOfDamageAndStillAnswers) {
   for (const auto& c : cases) {
     const ToolRun run = RunTool({"fits", c.path, c.id});
     EXPECT_EQ(run.err.substr(0, c.message.size()), c.message);
-    EXPECT_EQ(run.exit_code, 0) << c.path;
+    EXPECT_EQ(run.exitCode, 0) << c.path;
     const Json json = Json::parse(RunTool({"fits", "--json", c.path, c.id}).out);
     EXPECT_EQ(json[0]["reasons"].back().get<std::string>().substr(0, 9), "damaged (") << c.path;
   }

@@ -69,7 +69,7 @@ TEST(HelpExamples, WorkAsTheyAreWritten) {
       const ToolRun run =
           RunProgram("/bin/sh", {"-c", "cd \"$0\" && export PATH=\"$0/bin:$PATH\" PLDDB_PATH=\"$1\" && " + example,
                                  folder.Path().string(), PLDDB_DATA_DIR});
-      EXPECT_EQ(run.exit_code, 0) << "row: " << example << "\n" << run.err;
+      EXPECT_EQ(run.exitCode, 0) << "row: " << example << "\n" << run.err;
     }
   }
 }
@@ -86,7 +86,7 @@ TEST(HelpTexts, FitALineOfATerminal) {
 TEST(HelpTexts, AreAnErrorWhereNobodyCanReadThem) {
   for (const char* const words : {"--help", "find --help", "--version", "help list"}) {
     const ToolRun run = RunProgram("/bin/sh", {"-c", std::string("exec \"$0\" ") + words + " >/dev/full", PLDDB_TOOL});
-    EXPECT_EQ(run.exit_code, 2) << "row: " << words;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << words;
     EXPECT_NE(run.err.find("cannot write standard output"), std::string::npos) << "row: " << words << ": " << run.err;
   }
 }
@@ -107,7 +107,7 @@ TEST(UnknownWords, AreAnsweredWithTheNearOnes) {
   for (const auto& row : rows) {
     const ToolRun run = RunTool(Words(row.arguments));
     EXPECT_EQ(run.err, std::string("plddb: error: ") + row.message + "\nRun with --help for more information.\n");
-    EXPECT_EQ(run.exit_code, 2) << "row: " << row.arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << row.arguments;
   }
 }
 
@@ -115,7 +115,7 @@ TEST(NoWords, ShowTheSubcommandsAndAnExample) {
   const ToolRun run = RunTool({});
   EXPECT_NE(run.err.find("  identify "), std::string::npos) << run.err;
   EXPECT_NE(run.err.find("Example: plddb identify 0x59604093\n"), std::string::npos) << run.err;
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
 }
 
 TEST(Hyphen, IsStandardInputAndOutputEverywhere) {
@@ -124,10 +124,10 @@ TEST(Hyphen, IsStandardInputAndOutputEverywhere) {
   for (const char* const arguments : {"list --db -", "list --db +- F", "find --db - N", "show --db - N", "export -", "merge -",
                                       "export - --output -", "check -"}) {
     const ToolRun run = RunTool(Words(arguments), text);
-    EXPECT_EQ(run.exit_code, 0) << "row: " << arguments << "\n" << run.err;
+    EXPECT_EQ(run.exitCode, 0) << "row: " << arguments << "\n" << run.err;
     EXPECT_NE(run.out, "") << "row: " << arguments;
   }
-  EXPECT_EQ(RunTool({"find", "--db", "-", "N"}, "<DeviceDatabase>").exit_code, 2);
+  EXPECT_EQ(RunTool({"find", "--db", "-", "N"}, "<DeviceDatabase>").exitCode, 2);
 }
 
 }  // namespace

@@ -67,13 +67,13 @@ TEST(Help, OfASubcommandIsThatOfItsHelpOption) {
     EXPECT_EQ(run.out, RunTool({subcommand, "--help"}).out) << "row: " << subcommand;
     EXPECT_NE(run.out.find("Usage: plddb " + subcommand + " "), std::string::npos) << "row: " << subcommand;
     EXPECT_EQ(run.err, "") << "row: " << subcommand;
-    EXPECT_EQ(run.exit_code, 0) << "row: " << subcommand;
+    EXPECT_EQ(run.exitCode, 0) << "row: " << subcommand;
   }
 }
 
 TEST(Help, WithoutASubcommandIsThatOfTheProgram) {
   EXPECT_EQ(RunTool({"help"}).out, RunTool({"--help"}).out);
-  EXPECT_EQ(RunTool({"help"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"help"}).exitCode, 0);
 }
 
 TEST(Help, NamesWhatAMisspeltSubcommandMayHaveMeant) {
@@ -90,7 +90,7 @@ TEST(Help, NamesWhatAMisspeltSubcommandMayHaveMeant) {
     const ToolRun run = RunTool(Words(row.arguments));
     EXPECT_EQ(run.err, std::string("plddb: error: ") + row.message + "\nRun with --help for more information.\n");
     EXPECT_EQ(run.out, "") << "row: " << row.arguments;
-    EXPECT_EQ(run.exit_code, 2) << "row: " << row.arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << row.arguments;
   }
 }
 
@@ -106,7 +106,7 @@ TEST(Version, IsOneLineWithTheProgramsName) {
   EXPECT_EQ(run.out.substr(0, 6), "plddb ");
   EXPECT_EQ(run.out.find_first_not_of("0123456789.", 6), run.out.size() - 1) << run.out;
   EXPECT_EQ(run.out.back(), '\n');
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(ManualPage, HasASectionForEachSubcommandWithAllItsOptions) {
@@ -128,7 +128,7 @@ TEST(ManualPage, HasASectionForEachSubcommandWithAllItsOptions) {
 TEST(ManualPage, IsSetWithoutWarnings) {
   const ToolRun run = RunProgram("/usr/bin/env", {"groff", "-man", "-Tutf8", "-ww", "-z", kManualPage});
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 }  // namespace

@@ -123,7 +123,7 @@ TEST(HostileNames, ReachNoTerminalAsTheyAre) {
     for (const std::string& text : {run.out, run.err}) {
       EXPECT_EQ(("\n" + text).find("\nforged"), std::string::npos) << "row: " << testing::PrintToString(row) << "\n" << text;
     }
-    EXPECT_LT(run.exit_code, 3) << "row: " << testing::PrintToString(row);
+    EXPECT_LT(run.exitCode, 3) << "row: " << testing::PrintToString(row);
     EXPECT_FALSE(run.out.empty() && run.err.empty()) << "row: " << testing::PrintToString(row);
   }
 }

@@ -232,14 +232,14 @@ TEST(Expect, AnswersPositionByPositionAndByItsExitCode) {
     const ToolRun run = RunTool(arguments);
     EXPECT_EQ(run.out, c.out) << "row: " << c.names;
     EXPECT_EQ(run.err, "") << "row: " << c.names;
-    EXPECT_EQ(run.exit_code, c.exitCode) << "row: " << c.names;
+    EXPECT_EQ(run.exitCode, c.exitCode) << "row: " << c.names;
   }
 }
 
 TEST(Expect, RefusesAnEmptyName) {
   for (const char* names : {",", "XC9572XL,", ",XC9572XL", "XC9572XL,,XC7A35T", " ", "XC9572XL, "}) {
     const ToolRun run = RunTool({"identify", "0x59604093", "--expect", names});
-    EXPECT_EQ(run.exit_code, 2) << "row: " << names;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << names;
     EXPECT_EQ(run.out, "") << "row: " << names;
   }
 }
@@ -248,7 +248,7 @@ TEST(JsonFormat, IsTheSameByItsTwoNames) {
   const ToolRun flag = RunTool(Words("identify --json 0x59604093 0x4BAFF477"));
   const ToolRun format = RunTool(Words("identify --format json 0x59604093 0x4BAFF477"));
   EXPECT_EQ(flag.out, format.out);
-  EXPECT_EQ(flag.exit_code, format.exit_code);
+  EXPECT_EQ(flag.exitCode, format.exitCode);
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST(Identify, ShowsAChainAsATableWithTheUnknownIdAfterIt) {
             "            jtagDeviceID=\"0x0BAFF477\" DeviceIDScanMask=\"0x0FFFFFFF\"\n"
             "            IDLength=\"32\" IRLength=\"?\" BypassLength=\"1\"/>\n");
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
 }
 
 TEST(Identify, PrintsWhatTheReadmeShows) {
@@ -87,7 +87,7 @@ TEST(Identify, MarksAPositionWhereMoreThanOneDeviceMatchesAndListsThemAll) {
             "    XCKU9P     Kintex UltraScale+  6          masked 0x0FFFFFFF  1\n"
             "    XCR3064XL  CoolRunner XPLA3    5          masked 0x0FFF8FFF  2\n");
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(Identify, NamesTheFileOfEachCandidateWhenThereAreSeveralDatabases) {
@@ -191,7 +191,7 @@ TEST(IdentifyJson, RanksAllThatMatch) {
     const char* name;
     const char* reason;
     const char* bits;
-    int search_order;
+    int searchOrder;
   } rows[] = {
       {"EXACT", "all 32 bits", "0xFFFFFFFF", 3},        {"PART", "masked 0x0FFFFFFF", "0x0FFFFFFF", 2},
       {"PART2", "masked 0x0FFFFFFF", "0x0FFFFFFF", 4},  {"WIDE", "masked 0x0FF00FFF", "0x0FF00FFF", 1},
@@ -203,7 +203,7 @@ TEST(IdentifyJson, RanksAllThatMatch) {
     EXPECT_EQ(one["name"], rows[i].name) << "row: " << i;
     EXPECT_EQ(one["reason"], rows[i].reason) << "row: " << i;
     EXPECT_EQ(one["comparedBits"], rows[i].bits) << "row: " << i;
-    EXPECT_EQ(one["searchOrder"], rows[i].search_order) << "row: " << i;
+    EXPECT_EQ(one["searchOrder"], rows[i].searchOrder) << "row: " << i;
     EXPECT_EQ(one["file"], kData + "exactness.xml") << "row: " << i;
   }
 }
@@ -231,12 +231,12 @@ TEST(IdentifyIrLengths, AreRefusedWhenTheyAreNoneOrForNoPosition) {
   for (const char* text : {"0", "0=", "=4", "2=4", "-1=4", "0=1", "0=65536", "0=x", "0=4x", "x=4", "0=4=5", " 0=4", "0x0=4",
                            "99999999999999999999=4", "0=99999999999999999999", ""}) {
     const ToolRun run = RunTool({"identify", "0x59604093", "0x4BAFF477", "--ir", text});
-    EXPECT_EQ(run.exit_code, 2) << "row: " << text;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << text;
     EXPECT_EQ(run.out, "") << "row: " << text;
     EXPECT_TRUE(Contains(run.err, "expected POSITION=LENGTH, from 0 to 1 and from 2 to 65535")) << "row: " << text << run.err;
   }
   const ToolRun twice = RunTool(Words("identify 0x59604093 --ir 0=4 --ir 0=5"));
-  EXPECT_EQ(twice.exit_code, 2);
+  EXPECT_EQ(twice.exitCode, 2);
   EXPECT_TRUE(Contains(twice.err, "position 0 twice")) << twice.err;
 }
 
@@ -396,7 +396,7 @@ TEST(IdentifyIds, AreRefusedOtherwise) {
                                "0x-5960409", "0x+5960409", "0x0x1", "1e8",         "59604093h", "0x5960 4093", ""};
   for (const char* text : cases) {
     const ToolRun run = RunTool(Identify({"0x59604093", text}));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << text;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << text;
     EXPECT_EQ(run.out, "") << "row: " << text;
     EXPECT_EQ(run.err,
               "plddb: error: '" + std::string(text) + "' is not an id: expected 8 hex digits, or 0x and 1 to 8 hex digits\n");
@@ -449,7 +449,7 @@ TEST(IdentifyStdin, PointsAtWhatIsNoId) {
     const ToolRun run = RunTool(Identify({"-"}), c.input);
     EXPECT_EQ(run.err, c.err) << "row: " << c.input;
     EXPECT_EQ(run.out, "") << "row: " << c.input;
-    EXPECT_EQ(run.exit_code, 2) << "row: " << c.input;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << c.input;
   }
 }
 
@@ -459,7 +459,7 @@ TEST(Identify, ExitsWith0WhenAllIsKnownAnd1WhenSomeIdIsNot) {
   const struct {
     const char* arguments;
     const char* input;
-    int exit_code;
+    int exitCode;
   } cases[] = {
       {"identify 0x59604093", "", 0},
       {"identify 0x59604093 0x0362D093", "", 0},
@@ -479,7 +479,7 @@ TEST(Identify, ExitsWith0WhenAllIsKnownAnd1WhenSomeIdIsNot) {
   };
   for (const auto& c : cases) {
     const ToolRun run = RunTool(Words(c.arguments), c.input);
-    EXPECT_EQ(run.exit_code, c.exit_code) << "row: " << c.arguments;
+    EXPECT_EQ(run.exitCode, c.exitCode) << "row: " << c.arguments;
     EXPECT_EQ(run.err, "") << "row: " << c.arguments;
     EXPECT_NE(run.out, "") << "row: " << c.arguments;
   }
@@ -508,7 +508,7 @@ TEST(Identify, ExitsWith2AndTheReasonWhenTheUsageIsWrong) {
   };
   for (const auto& c : cases) {
     const ToolRun run = RunTool(Words(c.arguments));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << c.arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << c.arguments;
     EXPECT_EQ(run.out, "") << "row: " << c.arguments;
     EXPECT_TRUE(Contains(run.err, c.message)) << "row: " << c.arguments << ": " << run.err;
   }
@@ -535,7 +535,7 @@ TEST(Identify, RefusesADatabaseThatDoesNotLoadWhole) {
     std::vector<std::string> arguments;
     for (const std::string& path : c.paths) arguments.insert(arguments.end(), {"--db", path});
     const ToolRun run = RunTool(Identify(arguments, {"0x0ABCD043"}));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << c.paths.back();
+    EXPECT_EQ(run.exitCode, 2) << "row: " << c.paths.back();
     EXPECT_EQ(run.out, "") << "row: " << c.paths.back();
     std::size_t start = 0;
     for (const std::string& message : c.messages) {
@@ -558,7 +558,7 @@ TEST(Identify, ExitsWith2WhenItsInputOrItsAnswerBreaksOff) {
   };
   for (const auto& c : cases) {
     const ToolRun run = RunProgram("/bin/sh", {"-c", c.command, PLDDB_TOOL});
-    EXPECT_EQ(run.exit_code, 2) << "row: " << c.command;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << c.command;
     EXPECT_TRUE(Contains(run.err, c.message)) << "row: " << c.command << ": " << run.err;
   }
 }

@@ -38,12 +38,12 @@ TEST(Import, LeadsFromAMakersFileToAnIdentifiedChain) {
       RunTool({"import", folder / "a.bsd", "--family", "PLD1200", "--vendor", "Example", "--output", folder / "my.xml"});
   EXPECT_EQ(import.err, "");
   EXPECT_EQ(import.out, "");
-  EXPECT_EQ(import.exit_code, 0);
-  EXPECT_EQ(RunTool({"check", "--strict", folder / "my.xml"}).exit_code, 0);
-  EXPECT_EQ(RunTool({"check", "--strict", "--missing", "--bsdl", folder / "a.bsd", folder / "my.xml"}).exit_code, 0);
+  EXPECT_EQ(import.exitCode, 0);
+  EXPECT_EQ(RunTool({"check", "--strict", folder / "my.xml"}).exitCode, 0);
+  EXPECT_EQ(RunTool({"check", "--strict", "--missing", "--bsdl", folder / "a.bsd", folder / "my.xml"}).exitCode, 0);
   const ToolRun identify = RunTool({"identify", "--db", folder / "my.xml", "0x51234057"});
   EXPECT_NE(identify.out.find("PLD1234A"), std::string::npos) << identify.out;
-  EXPECT_EQ(identify.exit_code, 0);
+  EXPECT_EQ(identify.exitCode, 0);
   const ToolRun find = RunTool({"find", "--entity", "pld1234a_tq100", "--db", folder / "my.xml"});
   EXPECT_NE(find.out.find("PLD1234A"), std::string::npos) << find.out;
   const ToolRun show = RunTool({"show", "PLD1234A", "--db", folder / "my.xml"});
@@ -56,7 +56,7 @@ TEST(Import, WritesToStandardOutput) {
   const Folder folder;
   const ToolRun run =
       RunTool({"import", folder / "a.bsd", "--family", "F", "--name", "N1", "--package", "P1", "--vendor", "V1"});
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
   for (const char* const part :
        {"Family Name=\"F\"", "Name=\"N1\"", "Type=\"P1\"", "Vendor=\"V1\"", "<!-- From a.bsd (PLD1234A_TQ100):"}) {
     EXPECT_NE(run.out.find(part), std::string::npos) << "row: " << part << "\n" << run.out;
@@ -70,7 +70,7 @@ TEST(Import, WarnsAndWrites) {
   const ToolRun run = RunTool({"import", file, "--family", "F"});
   EXPECT_EQ(run.err, file + ":30:6: warning: the IDCODE fixes the version, bits 31 to 28: DeviceIDScanMask leaves it out\n");
   EXPECT_NE(run.out, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(Import, RefusesAllFilesForTheFaultsOfOne) {
@@ -83,7 +83,7 @@ TEST(Import, RefusesAllFilesForTheFaultsOfOne) {
                          ":30:6: error: the IDCODE leaves the maker open, bits 11 to 1: other devices answer to it, too\n" +
                          (folder / "none.bsd") + ":1:1: error: cannot read the file: No such file or directory\n");
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_FALSE(fs::exists(folder / "my.xml"));
 }
 
@@ -94,7 +94,7 @@ TEST(Import, NamesFilesThatContradictEachOther) {
   EXPECT_EQ(run.err, other + ":26:14: error: the code of IDCODE of PLD1234A is 11111100, but 11111110 in " +
                          (folder / "a.bsd") + ":26:14\n");
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.exit_code, 2);
+  EXPECT_EQ(run.exitCode, 2);
 }
 
 TEST(Import, PutsDevicesIntoAFile) {
@@ -104,15 +104,15 @@ TEST(Import, PutsDevicesIntoAFile) {
   const ToolRun run = RunTool({"import", folder / "a.bsd", "--family", "F", "--into", my});
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
   const std::string once = folder.Read("my.xml");
   EXPECT_EQ(once.rfind("<!-- mine -->\n<DeviceDatabase>\n  <Family Name=\"F\">\n    <!-- From a.bsd", 0), 0U) << once;
   EXPECT_NE(once.find("  </Family> <!-- this -->\n</DeviceDatabase>\n"), std::string::npos) << once;
   const ToolRun again = RunTool({"import", folder / "a.bsd", "--family", "F", "--into", my, "--output", folder / "out.xml"});
-  EXPECT_EQ(again.exit_code, 0);
+  EXPECT_EQ(again.exitCode, 0);
   EXPECT_EQ(folder.Read("out.xml"), once);
   const ToolRun other = RunTool({"import", folder / "a.bsd", "--family", "G", "--into", my});
-  EXPECT_EQ(other.exit_code, 0);
+  EXPECT_EQ(other.exitCode, 0);
   EXPECT_NE(other.err.find("warning[name-shadowed]: "), std::string::npos) << other.err;  // one of them is not found any more
 }
 
@@ -125,7 +125,7 @@ TEST(Import, LeavesTheFileAsItWasWhenItRefuses) {
     const std::string my = folder.Write("my.xml", text);
     const ToolRun run = RunTool({"import", folder / "a.bsd", "--family", "F", "--into", my});
     EXPECT_EQ(run.err.rfind(my + ":1:", 0), 0U) << run.err;
-    EXPECT_EQ(run.exit_code, 2) << "row: " << text;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << text;
     EXPECT_EQ(folder.Read("my.xml"), text);
   }
 }
@@ -148,23 +148,23 @@ TEST(Import, WritesTimesOnlyWithAUnit) {
     words.insert(words.end(), row.units.begin(), row.units.end());
     const ToolRun run = RunTool(words);
     EXPECT_EQ(run.err, "") << "row: " << row.time;
-    EXPECT_EQ(run.exit_code, 0) << "row: " << row.time;
+    EXPECT_EQ(run.exitCode, 0) << "row: " << row.time;
     EXPECT_NE(run.out.find(row.time), std::string::npos) << "row: " << row.time << run.out;
     EXPECT_EQ(run.out.find("ProgramTime") == std::string::npos, row.units.empty());
   }
-  EXPECT_EQ(RunTool({"import", file, "--family", "F", "--units", "hours"}).exit_code, 2);
+  EXPECT_EQ(RunTool({"import", file, "--family", "F", "--units", "hours"}).exitCode, 2);
 }
 
 TEST(Import, RefusesWrongUsage) {
   for (const char* const line : {"import", "import a.bsd", "import --family F", "import a.bsd --family",
                                  "import a.bsd --family F --nam X", "import /nowhere/a.bsd --family F"}) {
     const ToolRun run = RunTool(Words(line));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << line;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << line;
     EXPECT_EQ(run.out, "") << "row: " << line;
     EXPECT_NE(run.err, "") << "row: " << line;
   }
   const Folder folder;
-  EXPECT_EQ(RunTool({"import", folder / "a.bsd", "--family", ""}).exit_code, 2);
+  EXPECT_EQ(RunTool({"import", folder / "a.bsd", "--family", ""}).exitCode, 2);
 }
 
 TEST(CheckBsdl, ComparesWithFilesAndFolders) {
@@ -195,7 +195,7 @@ TEST(CheckBsdl, ComparesWithFilesAndFolders) {
   for (const auto& row : rows) {
     const ToolRun run = RunTool(row.words);
     EXPECT_EQ(run.out, row.out) << "row: " << testing::PrintToString(row.words) << run.err;
-    EXPECT_EQ(run.exit_code, row.code) << "row: " << testing::PrintToString(row.words);
+    EXPECT_EQ(run.exitCode, row.code) << "row: " << testing::PrintToString(row.words);
   }
   const ToolRun missing = RunTool({"check", "--missing", "--json", "--bsdl", folder / "a.bsd", my});
   EXPECT_NE(missing.out.find("bsdl-missing"), std::string::npos) << missing.out;
@@ -204,7 +204,7 @@ TEST(CheckBsdl, ComparesWithFilesAndFolders) {
   for (const std::vector<std::string>& words : {std::vector<std::string>{"check", "--bsdl", folder / "a.bsd"},
                                                 {"check", "--missing", my},
                                                 {"check", "--bsdl", folder / "empty", my}}) {
-    EXPECT_EQ(RunTool(words).exit_code, 2) << "row: " << testing::PrintToString(words);
+    EXPECT_EQ(RunTool(words).exitCode, 2) << "row: " << testing::PrintToString(words);
   }
 }
 

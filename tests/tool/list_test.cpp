@@ -33,7 +33,7 @@ TEST(List, SaysWhichFamiliesThereAreAndHowManyDevicesTheyHave) {
             "Custom        2        also named Own\n"
             "Own           2\n");
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(List, SaysWhichDevicesAFamilyHas) {
@@ -44,7 +44,7 @@ TEST(List, SaysWhichDevicesAFamilyHas) {
             "OTHER2    -   -          -          -\n"
             "SAME      -   -          -          -\n");
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(List, HasTheDevicesOfAllFamiliesOfThatNameOrAliasName) {
@@ -82,7 +82,7 @@ TEST(List, OffersNearNamesOfFamilies) {
   const ToolRun run = List({kKeys}, {"--family", "frist"});
   EXPECT_EQ(run.err, "plddb: no family is named frist; did you mean First?\n");
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(List({kKeys}, {"--family", "Qqqqqqqq"}).err, "plddb: no family is named Qqqqqqqq\n");
 }
 
@@ -119,7 +119,7 @@ TEST(List, OffersNearNamesInJsonAsWell) {
   EXPECT_EQ(SchemaFaults("list_devices.json", run.out), "");
   EXPECT_EQ(Json::parse(run.out), Json({{"devices", Json::array()}, {"suggestions", {"First"}}}));
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
 }
 
 TEST(List, RefusesWhatMakesNoSense) {
@@ -127,10 +127,10 @@ TEST(List, RefusesWhatMakesNoSense) {
        {"--family", "--family=", "First Second", "First --family First", "--names", "--ir", "--ir 0", "--ir x", "--files First",
         "--files --all", "--format xml", "--format tsv --json"}) {
     const ToolRun run = List({kKeys}, Words(arguments));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << arguments;
     EXPECT_EQ(run.err.rfind("plddb: error: ", 0), 0U) << "row: " << arguments << ", message: " << run.err;
   }
-  EXPECT_EQ(List({kKeys}, {"--family", ""}).exit_code, 2);
+  EXPECT_EQ(List({kKeys}, {"--family", ""}).exitCode, 2);
 }
 
 TEST(List, LeavesOutHiddenFamiliesUnlessTheyAreWanted) {
@@ -140,9 +140,9 @@ TEST(List, LeavesOutHiddenFamiliesUnlessTheyAreWanted) {
             "Own     2\n"
             "\n1 hidden family with 0 devices is left out; --all lists all\n");
   const std::string neighbours = PLDDB_DATA_DIR "/neighbours.xml";
-  EXPECT_EQ(List({neighbours}, {"--devices"}).exit_code, 1);
-  EXPECT_EQ(List({neighbours}, {"--devices", "--all"}).exit_code, 0);
-  EXPECT_EQ(List({neighbours}, {"arm debug ports"}).exit_code, 0);  // named
+  EXPECT_EQ(List({neighbours}, {"--devices"}).exitCode, 1);
+  EXPECT_EQ(List({neighbours}, {"--devices", "--all"}).exitCode, 0);
+  EXPECT_EQ(List({neighbours}, {"arm debug ports"}).exitCode, 0);  // named
 }
 
 TEST(List, FindsDevicesByFamilyMakerPackageAndLength) {
@@ -170,7 +170,7 @@ TEST(List, FindsDevicesByFamilyMakerPackageAndLength) {
 TEST(List, SaysThatNothingPassesTheFilters) {
   EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--maker", "Xilnx"}).err, "plddb: no such device; did you mean Xilinx?\n");
   EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--ir", "999"}).err, "plddb: no such device\n");
-  EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--ir", "999"}).exit_code, 1);
+  EXPECT_EQ(List({PLDDB_DATA_DIR}, {"--ir", "999"}).exitCode, 1);
 }
 
 TEST(List, WritesTabsForScripts) {

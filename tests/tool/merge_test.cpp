@@ -50,15 +50,15 @@ TEST(Export, WritesOneFileInItsCanonicalFormAndTheSameAgain) {
             "  </Family>\n"
             "</DeviceDatabase>\n");
   EXPECT_EQ(once.err, "");
-  EXPECT_EQ(once.exit_code, 0);
+  EXPECT_EQ(once.exitCode, 0);
   const std::string output = folder / "out.xml";
-  EXPECT_EQ(RunTool({"export", PLDDB_DATA_DIR "/xilinx.xml", "--output", output}).exit_code, 0);
+  EXPECT_EQ(RunTool({"export", PLDDB_DATA_DIR "/xilinx.xml", "--output", output}).exitCode, 0);
   EXPECT_EQ(RunTool({"export", output}).out, ReadFile(output));
 }
 
 TEST(Merge, WritesTheFamiliesOfAllFilesInTheirOrderAndReportsWhatIsShadowed) {
   const ToolRun run = RunTool({"merge", kKeys, kOtherKeys, kOtherKeys});
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
   const plddb::LoadResult merged = plddb::ParseDescriptions(run.out, "merged.xml");
   ASSERT_NE(merged.database, nullptr);
   std::string families;
@@ -115,7 +115,7 @@ TEST(Merge, TakesVersionAndCommentOfTheFirstFile) {
 TEST(Merge, ReportsWhichIdcodeFindsAnotherDevice) {
   const std::string file = PLDDB_DATA_DIR "/xilinx.xml";
   const ToolRun run = RunTool({"merge", file, file});
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.err.rfind(file + ":", 0), 0U) << run.err.substr(0, 200);
   EXPECT_NE(run.err.find(": warning[id-shadowed]: the IDCODE finds "), std::string::npos) << run.err.substr(0, 200);
 }
@@ -125,11 +125,11 @@ TEST(Merge, LeavesTheOldFileWholeWhenSomethingFails) {
   const std::string output = folder / "out.xml";
   std::ofstream(output) << "old";
   const ToolRun faulty = RunTool({"merge", kKeys, PLDDB_TEST_DIR "/tool/data/broken.xml", "--output", output});
-  EXPECT_EQ(faulty.exit_code, 2);
+  EXPECT_EQ(faulty.exitCode, 2);
   EXPECT_EQ(ReadFile(output), "old");
   EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
   const ToolRun unwritable = RunTool({"merge", kKeys, "--output", folder / "missing/out.xml"});
-  EXPECT_EQ(unwritable.exit_code, 2);
+  EXPECT_EQ(unwritable.exitCode, 2);
   EXPECT_NE(unwritable.err.find("plddb: error: cannot write "), std::string::npos) << unwritable.err;
 }
 
@@ -176,7 +176,7 @@ TEST(Merge, ReplacesTheOldFileAndKeepsItsPermissions) {
   const std::string output = folder / "out.xml";
   std::ofstream(output) << "old";
   fs::permissions(output, fs::perms::owner_read | fs::perms::owner_write);
-  EXPECT_EQ(RunTool({"merge", kKeys, kOtherKeys, "--output", output}).exit_code, 0);
+  EXPECT_EQ(RunTool({"merge", kKeys, kOtherKeys, "--output", output}).exitCode, 0);
   EXPECT_NE(plddb::LoadDescriptions(output).database, nullptr);
   EXPECT_EQ(fs::status(output).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(folder.Files(), std::vector<std::string>{"out.xml"});
@@ -186,14 +186,14 @@ TEST(Merge, WritesThroughALinkAndRefusesWhatIsNoRegularFile) {
   const Folder folder;
   std::ofstream(folder / "file.xml") << "old";
   fs::create_symlink("file.xml", folder / "link.xml");
-  EXPECT_EQ(RunTool({"merge", kKeys, "--output", folder / "link.xml"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"merge", kKeys, "--output", folder / "link.xml"}).exitCode, 0);
   EXPECT_TRUE(fs::is_symlink(folder / "link.xml"));
   EXPECT_NE(plddb::LoadDescriptions(folder / "file.xml").database, nullptr);
   EXPECT_EQ(mkfifo((folder / "fifo").c_str(), 0600), 0);
   fs::create_directory(folder / "folder");
   for (const char* const name : {"fifo", "folder"}) {
     const ToolRun run = RunTool({"merge", kKeys, "--output", folder / name});
-    EXPECT_EQ(run.exit_code, 2) << "row: " << name;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << name;
     EXPECT_NE(run.err.find("it is not a regular file"), std::string::npos) << "row: " << name << ", message: " << run.err;
   }
   EXPECT_TRUE(fs::is_fifo(folder / "fifo"));
@@ -204,7 +204,7 @@ TEST(Merge, CreatesTheFileThatALinkLeadsTo) {
   fs::create_directory(folder / "sub");
   fs::create_symlink("sub/second.xml", folder / "first.xml");
   fs::create_symlink("new.xml", folder / "sub/second.xml");
-  EXPECT_EQ(RunTool({"merge", kKeys, "--output", folder / "first.xml"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"merge", kKeys, "--output", folder / "first.xml"}).exitCode, 0);
   EXPECT_TRUE(fs::is_symlink(folder / "first.xml"));
   EXPECT_TRUE(fs::is_symlink(folder / "sub/second.xml"));
   EXPECT_NE(plddb::LoadDescriptions(folder / "sub/new.xml").database, nullptr);
@@ -223,7 +223,7 @@ TEST(Merge, CreatesTheFileThatALinkLeadsTo) {
     fs::create_symlink(row.link, output);
     fs::create_symlink("link.xml", folder / "circle.xml");
     const ToolRun run = RunTool({"merge", kKeys, "--output", output});
-    EXPECT_EQ(run.exit_code, 2) << "row: " << row.link;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << row.link;
     EXPECT_NE(run.err.find(row.message), std::string::npos) << "row: " << row.link << ", message: " << run.err;
     EXPECT_TRUE(fs::is_symlink(output)) << "row: " << row.link;
   }
@@ -244,7 +244,7 @@ TEST(Merge, WritesNothingThatWouldNotLoad) {
     std::vector<std::string> command = {"merge", folder / "many.xml", folder / "one.xml"};
     if (*output != '\0') command.insert(command.end(), {"--output", folder / output});
     const ToolRun run = RunTool(command);
-    EXPECT_EQ(run.exit_code, 2) << "row: " << output;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << output;
     EXPECT_EQ(run.out, "") << "row: " << output;
     EXPECT_EQ(run.err,
               "plddb: error: nothing is written, since the file would not load: too many Family elements: expected 65535 at "
@@ -252,7 +252,7 @@ TEST(Merge, WritesNothingThatWouldNotLoad) {
         << "row: " << output;
   }
   EXPECT_EQ(ReadFile(folder / "out.xml"), "old");
-  EXPECT_EQ(RunTool({"merge", folder / "many.xml", "--output", folder / "out.xml"}).exit_code, 0);
+  EXPECT_EQ(RunTool({"merge", folder / "many.xml", "--output", folder / "out.xml"}).exitCode, 0);
 }
 
 /// "LINE:COLUMN: severity[code]" of each message about `file`, with blanks between.
@@ -285,7 +285,7 @@ TEST(Export, ReportsWhatLookupsWillNotFind) {
   for (const auto& row : rows) {
     std::ofstream(file) << "<DeviceDatabase>" << row.families << "</DeviceDatabase>";
     const ToolRun run = RunTool({"export", file});
-    EXPECT_EQ(run.exit_code, 0) << "row: " << row.families;
+    EXPECT_EQ(run.exitCode, 0) << "row: " << row.families;
     EXPECT_EQ(PlacesAndCodes(run.err, file), row.reported) << "row: " << row.families << "\n" << run.err;
     EXPECT_NE(run.out, "") << "row: " << row.families;
   }
@@ -361,13 +361,13 @@ TEST(ExportAndMerge, WriteNothingWhenValuesWouldBeLostUnlessForced) {
       const ToolRun refused = RunTool({command, file, "--output", output});
       EXPECT_EQ(PlacesAndCodes(refused.err, file), row.reported) << "row: " << command << ' ' << row.content << "\n"
                                                                  << refused.err;
-      EXPECT_EQ(refused.exit_code, row.isRefused ? 1 : 0) << "row: " << command << ' ' << row.content;
+      EXPECT_EQ(refused.exitCode, row.isRefused ? 1 : 0) << "row: " << command << ' ' << row.content;
       EXPECT_EQ(ReadFile(output) == "old", row.isRefused) << "row: " << command << ' ' << row.content;
       EXPECT_EQ(refused.err.find("plddb: error: nothing is written, ") != std::string::npos, row.isRefused) << refused.err;
       EXPECT_EQ(RunTool({command, file}).out.empty(), row.isRefused) << "row: " << command << ' ' << row.content;
       const ToolRun forced = RunTool({command, "--force", file, "--output", output});
       EXPECT_EQ(PlacesAndCodes(forced.err, file), row.reported) << "row: " << command << ' ' << row.content;
-      EXPECT_EQ(forced.exit_code, 0) << "row: " << command << ' ' << row.content;
+      EXPECT_EQ(forced.exitCode, 0) << "row: " << command << ' ' << row.content;
       const ToolRun again = RunTool({"export", output});
       EXPECT_EQ(again.err, "") << "row: " << command << ' ' << row.content;
       EXPECT_EQ(again.out, ReadFile(output)) << "row: " << command << ' ' << row.content;
@@ -383,7 +383,7 @@ TEST(Merge, ReportsLostValuesOfEachFile) {
   }
   const ToolRun run = RunTool({"merge", kKeys, files[0], files[1]});
   for (const std::string& file : files) EXPECT_EQ(PlacesAndCodes(run.err, file), "1:44: error[list-unclosed]") << run.err;
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(run.out, "");
 }
 
@@ -398,14 +398,14 @@ TEST(Merge, MayWriteOverOneOfItsFiles) {
   const Folder folder;
   const std::string file = folder / "both.xml";
   fs::copy_file(kKeys, file);
-  EXPECT_EQ(RunTool({"merge", file, kOtherKeys, "--output", file}).exit_code, 0);
+  EXPECT_EQ(RunTool({"merge", file, kOtherKeys, "--output", file}).exitCode, 0);
   EXPECT_EQ(plddb::LoadDescriptions(file).database->GetFamilyCount(), 3);
 }
 
 TEST(ExportAndMerge, RefuseWrongUsage) {
   for (const char* const arguments : {"export", "merge", "export a.xml b.xml", "merge --output x", "export --unknown a.xml"}) {
     const ToolRun run = RunTool(Words(arguments));
-    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << arguments;
     EXPECT_EQ(run.out, "") << "row: " << arguments;
     EXPECT_NE(run.err, "") << "row: " << arguments;
   }

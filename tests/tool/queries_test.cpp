@@ -165,7 +165,7 @@ TEST(Queries, AreAnsweredByTheShippedData) {
     words.insert(words.end(), row.words.begin(), row.words.end());
     const ToolRun run = RunTool(words);
     EXPECT_EQ(Answer(run), row.answer) << "row: " << row.words.front() << " ... " << row.words.back();
-    EXPECT_EQ(run.exit_code, row.exitCode) << "row: " << row.words.front() << " ... " << row.words.back();
+    EXPECT_EQ(run.exitCode, row.exitCode) << "row: " << row.words.front() << " ... " << row.words.back();
   }
 }
 

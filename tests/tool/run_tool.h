@@ -61,7 +61,7 @@ inline int WaitFor(pid_t child) {
 }  // namespace run_tool_detail
 
 struct ToolRun {
-  int exit_code;  ///< 128 + the signal when one ended the program.
+  int exitCode;  ///< 128 + the signal when one ended the program.
   std::string out;
   std::string err;
 };

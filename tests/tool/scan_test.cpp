@@ -124,7 +124,7 @@ TEST(Scan, TakesTheIdcodesOfADetectionOnlyAfterBlanksOrATime) {
   };
   for (const auto& row : rows) {
     const ToolRun run = Scan(row.before + std::string("idcode 0x59604093\n"));
-    EXPECT_EQ(run.exit_code, row.isTaken ? 0 : 2) << "row: " << row.before;
+    EXPECT_EQ(run.exitCode, row.isTaken ? 0 : 2) << "row: " << row.before;
     EXPECT_EQ(Contains(run.err, "no chain in this text"), !row.isTaken) << "row: " << row.before << ", message: " << run.err;
   }
 }
@@ -215,7 +215,7 @@ TEST(Scan, TellsOfAFailureThoughATableFollows) {
   for (const auto& c : cases) {
     const ToolRun run = Scan(c.error + table);
     EXPECT_TRUE(Contains(Unwrapped(run.out), c.note)) << "row: " << c.error << run.out;
-    EXPECT_EQ(run.exit_code, 1) << "row: " << c.error;
+    EXPECT_EQ(run.exitCode, 1) << "row: " << c.error;
   }
 }
 
@@ -263,7 +263,7 @@ TEST(Scan, WithoutAReadableIdIsRefusedWithItsPlace) {
     const ToolRun run = Scan(c.text);
     EXPECT_EQ(run.err, "stdin:" + c.error + "\n") << "row: " << c.text;
     EXPECT_EQ(run.out, "") << "row: " << c.text;
-    EXPECT_EQ(run.exit_code, 2) << "row: " << c.text;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << c.text;
   }
 }
 
@@ -271,7 +271,7 @@ TEST(Scan, OfAFileThatCannotBeReadIsRefused) {
   for (const std::string path : {"nowhere.txt", "/"}) {
     const ToolRun run = RunTool({"identify", "--scan", path});
     EXPECT_EQ(run.err.rfind(path + ":1:1: error: cannot read the file: ", 0), 0u) << "row: " << path << ": " << run.err;
-    EXPECT_EQ(run.exit_code, 2) << "row: " << path;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << path;
   }
 }
 
@@ -307,7 +307,7 @@ TEST(HostileScan, IsRefusedInAFewWords) {
   };
   for (const auto& c : cases) {
     const ToolRun run = Scan(c.text);
-    EXPECT_EQ(run.exit_code, 2) << "row: " << c.what;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << c.what;
     EXPECT_EQ(run.out, "") << "row: " << c.what;
     EXPECT_EQ(run.err.rfind("stdin:", 0), 0u) << "row: " << c.what;
     EXPECT_LT(run.err.size(), 20'000u) << "row: " << c.what;
@@ -319,7 +319,7 @@ TEST(HostileScan, DoesNotReachTheTerminal) {
   const std::string text = "\x1B]0;a title\x07 JTAG tap: \x1B]0;b\x07.tap tap/device found: 0x59604093 (\n";
   for (const char* format : {"text", "tsv", "json", "openocd"}) {
     const ToolRun run = Scan(text, {"--format", format});
-    EXPECT_EQ(run.exit_code, 0) << "row: " << format;
+    EXPECT_EQ(run.exitCode, 0) << "row: " << format;
     for (const char c : {'\x1B', '\x07'}) EXPECT_FALSE(Contains(run.out + run.err, std::string(1, c))) << "row: " << format;
   }
 }
@@ -380,11 +380,11 @@ TEST(HostileScan, OfRandomPiecesIsReadOrRefused) {
   for (int i = 0; i < 300; ++i) {
     const std::string text = RandomText(random);
     const ToolRun run = Scan(text, {"--db", PLDDB_TEST_DIR "/tool/data/first.xml", "--json"});
-    if (run.exit_code == 2) {
+    if (run.exitCode == 2) {
       EXPECT_EQ(run.out, "") << "row: " << text;
       EXPECT_EQ(run.err.rfind("stdin:", 0), 0u) << "row: " << text << run.err;
     } else {
-      EXPECT_EQ(run.exit_code, 1) << "row: " << text;  // a chain, of ids that are not in this database
+      EXPECT_EQ(run.exitCode, 1) << "row: " << text;  // a chain, of ids that are not in this database
       EXPECT_TRUE(Json::accept(run.out)) << "row: " << text;
       ++read;
     }

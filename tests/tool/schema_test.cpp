@@ -62,7 +62,7 @@ TEST(Schema, AcceptsWhatTheToolWrites) {
   const TemporaryFolder folder;
   const std::string written = (folder.Path() / "written.xml").string();
   for (const char* const file : {PLDDB_TEST_DIR "/descriptions/every_list.xml", PLDDB_DATA_DIR "/xilinx.xml"}) {
-    EXPECT_EQ(RunTool({"export", file, "--output", written}).exit_code, 0) << "row: " << file;
+    EXPECT_EQ(RunTool({"export", file, "--output", written}).exitCode, 0) << "row: " << file;
     EXPECT_EQ(Accepted({written}).size(), 1U) << "row: " << file;
   }
 }

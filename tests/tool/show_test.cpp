@@ -38,7 +38,7 @@ TEST(Show, SaysEverythingThatIsSetAndWhereItIsSaid) {
   const ToolRun run = Show("LISTS --db lists.xml");
   EXPECT_EQ(run.out, Content("lists.show.txt"));
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(Show, TakesTheFirstDeviceThatMatchesAndNamesTheOthers) {
@@ -140,9 +140,9 @@ TEST(Show, OffersNearNamesWhenNothingMatches) {
   const ToolRun run = Show("--db keys.xml PLD1243A");
   EXPECT_EQ(run.err, "plddb: nothing found; did you mean PLD1234A?\n");
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(ShowJson("--db keys.xml PLD1243A"), Json({{"device", nullptr}, {"suggestions", {"PLD1234A"}}}));
-  EXPECT_EQ(Show("--db keys.xml --json PLD1243A").exit_code, 1);
+  EXPECT_EQ(Show("--db keys.xml --json PLD1243A").exitCode, 1);
   EXPECT_EQ(Show("--db keys.xml 0x00000000").err, "plddb: nothing found\n");
 }
 
@@ -150,18 +150,18 @@ TEST(Show, MakesSeveralAnErrorWhenOneIsWanted) {
   const ToolRun run = Show("--db keys.xml --unique SAME");
   EXPECT_EQ(run.err, "plddb: 2 devices match, and --unique wants one\n");
   EXPECT_EQ(run.out.rfind("Device SAME *, matched by name\nFile keys.xml\n", 0), 0U) << run.out;
-  EXPECT_EQ(run.exit_code, 1);
-  EXPECT_EQ(Show("--db keys.xml --unique CODE1").exit_code, 0);
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(Show("--db keys.xml --unique CODE1").exitCode, 0);
 }
 
 TEST(Show, RefusesWhatMakesNoSense) {
   for (const char* const arguments : {"", "A B", "--db", "--id A", "--db missing.xml A"}) {
     const ToolRun run = Show(arguments);
-    EXPECT_EQ(run.exit_code, 2) << "row: " << arguments;
+    EXPECT_EQ(run.exitCode, 2) << "row: " << arguments;
     EXPECT_NE(run.err.find(": error: "), std::string::npos) << "row: " << arguments << ", message: " << run.err;
     EXPECT_EQ(run.out, "") << "row: " << arguments;
   }
-  EXPECT_EQ(RunTool({"show", ""}).exit_code, 2);
+  EXPECT_EQ(RunTool({"show", ""}).exitCode, 2);
 }
 
 }  // namespace

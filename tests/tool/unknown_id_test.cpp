@@ -81,7 +81,7 @@ TEST(UnknownId, IsRecognisedWhenItIsNoIdcode) {
     EXPECT_EQ(unknown.size(), 3u) << "row: " << c.id;  // no fields, no stub
     const ToolRun text = RunTool({"identify", "--comm", c.comm, c.id});
     EXPECT_NE(text.out.find(c.words), std::string::npos) << "row: " << c.id;
-    EXPECT_EQ(text.exit_code, 1) << "row: " << c.id;
+    EXPECT_EQ(text.exitCode, 1) << "row: " << c.id;
   }
 }
 
@@ -116,7 +116,7 @@ TEST(UnknownId, IsExplainedInTheText) {
             "    <Device Name=\"?\" CodeName=\"?\" Vendor=\"?\" Comm=\"JTAG\"\n"
             "            jtagDeviceID=\"0x01237155\" DeviceIDScanMask=\"0x0FFFFFFF\"\n"
             "            IDLength=\"32\" IRLength=\"6\" BypassLength=\"1\"/>\n");
-  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_EQ(run.exitCode, 1);
 }
 
 /// `stub` with each blank filled in: "7" is right for names and lengths alike.
