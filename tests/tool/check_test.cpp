@@ -172,7 +172,7 @@ TEST(Check, WritesSarifThatItsSchemaAllows) {
   const std::string strange = (folder.Path() / "a b%\xC3\xA4:.xml").string();
   std::ofstream(strange) << "<DeviceDatabase";
   for (const std::string& file : {kCorpus, kCorpus + "/clean_empty.xml", strange, std::string("missing.xml")}) {
-    EXPECT_EQ(SchemaFaults("sarif.json", RunTool({"check", "--format", "sarif", file}).out), "") << "row: " << file;
+    EXPECT_EQ(SchemaFaults("sarif-2.1.0.json", RunTool({"check", "--format", "sarif", file}).out), "") << "row: " << file;
   }
 }
 
