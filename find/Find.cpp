@@ -87,6 +87,14 @@ constexpr KeyRule kRules[] = {
      }},
 };
 
+constexpr bool RowsAreInTheOrderOfTheKeys() {
+  for (std::size_t i = 0; i < std::size(kRules); ++i) {
+    if (kRules[i].key != static_cast<Key>(i)) return false;
+  }
+  return true;
+}
+static_assert(RowsAreInTheOrderOfTheKeys());
+
 const KeyRule& RuleOf(Key key) { return kRules[static_cast<std::size_t>(key)]; }
 
 void Collect(const Databases& databases, const std::string& family, Key key, const Wanted& wanted, Collector& found) {

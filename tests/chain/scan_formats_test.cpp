@@ -1,12 +1,17 @@
 // What each tool prints, in the words of its versions, as it is pasted: quoted, indented, wrapped, in UTF-16.
 
+#include "chain/scan_formats.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "Chain.h"
+#include "tests/support/read_file.h"
 
 namespace {
 
@@ -462,6 +467,44 @@ TEST(Scan, IsReadOrRefusedHoweverItIsCut) {
       EXPECT_NE(result.scan.has_value(), !result.faults.empty()) << "row: " << from << " " << size;
     }
   }
+}
+
+// --- What a new format must not forget --------------------------------------------------------------------------------------
+
+std::set<std::string> Tools() {
+  std::set<std::string> tools;
+  for (const plddb::chain::ScanFormat* const format : plddb::chain::kScanFormats) tools.insert(format->tool);
+  return tools;
+}
+
+/// Without the hyphens' backslashes of a manual page, and with blanks for line ends.
+std::string Plain(const std::string& text) {
+  std::string plain;
+  for (const char c : text) {
+    if (c != '\\') plain += c == '\n' ? ' ' : c;
+  }
+  return plain;
+}
+
+TEST(ScanFormats, AreNamedWhereverToolsAreListed) {
+  const std::string root = PLDDB_SOURCE_DIR;
+  const std::string refusal = "the refusal of a text without a chain";
+  for (const char* const file :
+       {"tool/identify/identify.cpp", "tool/man/plddb.1", "docs/getting-started.md", "web/index.html", ""}) {
+    const std::string text = *file == '\0' ? Shown(ReadScan("nothing")) : Plain(support::ReadFile(root + "/" + file));
+    for (const std::string& tool : Tools()) {
+      EXPECT_NE(text.find(tool), text.npos) << "row: " << tool << " in " << (*file == '\0' ? refusal : file);
+    }
+  }
+}
+
+TEST(ScanFormats, HaveASeedOfTheFuzzerEach) {
+  std::set<std::string> read;
+  for (const auto& seed : std::filesystem::directory_iterator(PLDDB_SOURCE_DIR "/fuzz/corpus/scan")) {
+    const ScanResult result = ReadScan(support::ReadFile(seed.path().string()));
+    if (result.scan) read.insert(result.scan->tool);
+  }
+  for (const std::string& tool : Tools()) EXPECT_EQ(read.count(tool), 1U) << "row: " << tool;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -123,6 +124,27 @@ TEST(ManualPage, HasASectionForEachSubcommandWithAllItsOptions) {
   for (const std::string& option : Options(RunTool({"--help"}).out)) {
     EXPECT_NE(SectionOfManual("OPTIONS").find(option), std::string::npos) << "row: " << option;
   }
+}
+
+TEST(Formats, OfIdentifyAreNamedWhereverTheyAreListed) {
+  const std::string manual = SectionOfManual("IDENTIFY");
+  const std::string inManual = manual.substr(manual.find("--format"));
+  const std::string help = RunTool({"help", "identify"}).out;
+  const std::string inHelp = help.substr(help.find("\n--format"));
+  const std::string transcript = support::ReadFile(PLDDB_TEST_DIR "/portability/transcript");
+  std::istringstream formats(RunTool({"complete", "identify", "--format", ""}).out);
+  int count = 0;
+  for (std::string format; std::getline(formats, format); ++count) {
+    EXPECT_TRUE(Names(inManual, format)) << "row: " << format << " in the manual";
+    EXPECT_TRUE(Names(inHelp, format) || format == "text") << "row: " << format << " in the help's text";
+    EXPECT_TRUE(Names(transcript, format)) << "row: " << format << " in the transcript";
+  }
+  EXPECT_GE(count, 5);
+}
+
+TEST(Transcript, RunsEachSubcommand) {
+  const std::string transcript = support::ReadFile(PLDDB_TEST_DIR "/portability/transcript");
+  for (const std::string& name : Subcommands()) EXPECT_TRUE(Names(transcript, ' ' + name)) << "row: " << name;
 }
 
 TEST(ManualPage, IsSetWithoutWarnings) {

@@ -97,6 +97,7 @@ TEST(HostileNames, ReachNoTerminalAsTheyAre) {
       {"identify", "--db", path, "0x01234057", "--json"},
       {"identify", "--db", path, "0x01234057", "--format", "tsv"},
       {"identify", "--db", path, "0x01234057", "--format", "openocd"},
+      {"identify", "--db", path, "0x01234057", "--format", "svg"},
       {"identify", "--db", path, kHostileName},
       {"identify", "--db", path, "0x09999057"},
       {"identify", "--db", path, "--scan", scan},

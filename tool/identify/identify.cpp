@@ -129,9 +129,13 @@ void AddInput(Subcommand subcommand, Options& options) {
 
 void AddForm(Subcommand subcommand, Options& options) {
   std::vector<std::string> names;
-  for (const auto& format : kFormats) names.emplace_back(format.name);
+  std::string type;
+  for (const auto& format : kFormats) {
+    names.emplace_back(format.name);
+    type += (type.empty() ? "" : "|") + names.back();
+  }
   const Option format = subcommand.Add("--format", options.format, "What to write (default text)");
-  format.Type("text|tsv|json|openocd|svg").OneOf(names);
+  format.Type(type).OneOf(names);
   const Option json = subcommand.AddFlag("--json", options.json,
                                          "The same as --format json: an array of {position, id, match, candidates, ...}");
   json.Excludes(format);
