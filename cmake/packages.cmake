@@ -62,6 +62,8 @@ plddb_describe(TOOL command "This package holds the command.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-plddb)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_SOURCE_DIR}/cmake/debian/python/postinst ${PROJECT_SOURCE_DIR}/cmake/debian/python/prerm)
 if(TARGET plddb_python)  # the module is built for one version of Python
   math(EXPR PLDDB_PYTHON_NEXT "${Python_VERSION_MINOR} + 1")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS

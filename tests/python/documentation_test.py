@@ -47,3 +47,13 @@ def test_an_example_prints_what_the_page_shows(tmp_path, code, output):
         timeout=60, check=False,
     )  # fmt: skip
     assert (run.stdout, run.stderr) == (output, "")
+
+
+def test_mypy_accepts_every_example(tmp_path):
+    for number, (code, _) in enumerate(EXAMPLES):
+        (tmp_path / f"example{number}.py").write_text(code)
+    run = subprocess.run(
+        [sys.executable, "-m", "mypy", "--strict", "--python-version", "3.11", "."], cwd=tmp_path,
+        env={"MYPYPATH": str(SOURCE / "python"), "PATH": "/usr/bin:/bin"}, capture_output=True, text=True, check=False,
+    )  # fmt: skip
+    assert run.stdout.startswith("Success"), run.stdout
