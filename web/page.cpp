@@ -100,7 +100,7 @@ const char* Answer(const std::function<std::string()>& ask) {
   try {
     answer = ask();
   } catch (const std::bad_alloc&) {
-    answer = R"({"failure": "this needs more memory than the page may use"})";
+    return R"({"failure": "this needs more memory than the page may use"})";
   } catch (const std::exception& e) {
     answer = Failed(e.what());
   }

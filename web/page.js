@@ -51,7 +51,7 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
       caption ? make("caption", {}, caption) : null,
       make("thead", {}, make("tr", {}, heads.map((head) => make("th", {scope: "col"}, head)))),
       make("tbody", {}, rows.map((row) => make("tr", {}, row.map((cell, i) =>
-        make(i === 0 ? "th" : "td", i === 0 ? {scope: "row"} : {}, cell === null ? "" : cell instanceof Node ? cell : String(cell))))))));
+        make(i === 0 ? "th" : "td", {scope: i === 0 ? "row" : null, "data-label": heads[i]}, cell === null ? "" : cell instanceof Node ? cell : String(cell))))))));
   }
 
   async function copy(text, button) {
@@ -261,7 +261,7 @@ Device Id: 01001011101000000000010001110111 (0x4BA00477)
     device.name || device.codeName);
 
   function positionTable(answer) {
-    const heads = ["Position", "Id", "Device", "Family", "IR bits", "IDCODE", "BYPASS", "Packages", "Compared"];
+    const heads = ["TAP", "Id", "Device", "Family", "IR", "IDCODE", "BYPASS", "Packages", "Compared"];
     const body = make("tbody", {role: "rowgroup"});
     for (const position of answer.positions) body.append(...positionRows(position, heads));
     return make("div", {},

@@ -347,6 +347,46 @@ def test_binary_files_are_answered_in_every_zone(page, tmp_path):
     assert page.text("#status").startswith("1 TAP: 1 identified")
 
 
+BREAK_DOWN = """
+  const decode = TextDecoder.prototype.decode;
+  TextDecoder.prototype.decode = () => { TextDecoder.prototype.decode = decode; throw new WebAssembly.RuntimeError('unreachable'); };"""
+
+
+def test_a_program_that_breaks_down_is_started_anew_with_the_users_files(page):
+    page.type("#own-file", str(DATA / "first.xml"))
+    page.wait("return document.querySelector('#added article .good') !== null")
+    paste(page, "0x0ABCD043")
+    expected = form(page, "json")
+    page.run("""window.starts = 0; const start = WebAssembly.instantiate;
+                WebAssembly.instantiate = (...all) => start(...all).then((instance) => { ++window.starts; return instance; });""")
+    page.run(BREAK_DOWN)
+    paste(page, "0x4BA00477")
+    assert "has started its program again" in page.text("#answer")
+    page.wait("return window.starts === 1")
+    paste(page, "0x0ABCD043")
+    assert form(page, "json") == expected and "FIRST" in expected
+
+
+def test_a_page_without_memory_says_so_and_lives(page, tmp_path):
+    page.run("""const start = WebAssembly.instantiate;
+                WebAssembly.instantiate = (...all) => start(...all).then((instance) => { window.library = instance.exports; return instance; });""")
+    page.run(BREAK_DOWN)
+    paste(page, "0x4BA00477")
+    page.wait("return window.library !== undefined")
+    page.run("""window.taken = {};
+                for (const size of [1 << 24, 1 << 16, 1 << 8, 16]) {
+                  taken[size] = [];
+                  for (let at = library.allocate(size); at !== 0; at = library.allocate(size)) taken[size].push(at);
+                }""")
+    for _ in range(2):  # no room for the text, then no room for the answer
+        paste(page, "0x59604093\n" * 1000)
+        assert "this needs more memory than the page may use" in page.text("#answer")
+        page.run("library.release(taken[1 << 16].pop())")
+    page.run("for (const at of Object.values(taken).flat()) library.release(at)")
+    paste(page, "0x59604093")
+    assert page.text("#status").startswith("1 TAP: 1 identified")
+
+
 # --- The page itself --------------------------------------------------------------------------------------------------------------
 
 
@@ -480,6 +520,17 @@ def test_it_prints(page):
     paste(page, "0x59604093\n0x12345093\n")
     pdf = page.cdp("Page.printToPDF", printBackground=False)["data"]
     assert len(pdf) > 10000
+
+
+def test_nothing_is_cut_on_paper(page):
+    page.resize(680)  # pixels: the room for text on A4
+    page.cdp("Emulation.setEmulatedMedia", media="print")
+    paste(page, "Info : JTAG tap: board.fpga tap/device found: 0x13722093 (mfg: 0x049 (Xilinx), part: 0x3722, ver: 0x1)\n" * 7 +
+          "Info : JTAG tap: other.fpga tap/device found: 0x020F30DD (mfg: 0x06e (Altera), part: 0x20f3, ver: 0x0)\n")
+    cut = page.run("""return [...document.querySelectorAll('textarea, .wide, figure, pre')].filter((e) => e.checkVisibility() &&
+                      (e.scrollWidth > e.clientWidth || e.scrollHeight > e.clientHeight + 1)).map((e) => e.outerHTML)""")
+    page.cdp("Emulation.setEmulatedMedia", media="")
+    assert cut == []
 
 
 def test_copying_without_a_clipboard(page):
