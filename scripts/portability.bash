@@ -14,7 +14,7 @@ options_of() {
   suffix=
   case "$1" in
     windows*) options+=(--toolchain "$toolchains/x86_64-w64-mingw32.cmake") emulator=(wine) suffix=.exe ;;
-    i386) options+=(--toolchain "$toolchains/i686-linux-gnu.cmake") emulator=(qemu-i386 -L /usr/i686-linux-gnu) ;;
+    i386) options+=(--toolchain "$toolchains/i686-linux-gnu.cmake") ;;  # x86-64 runs its programs
     arm64) options+=(--toolchain "$toolchains/aarch64-linux-gnu.cmake") emulator=(qemu-aarch64 -L /usr/aarch64-linux-gnu) ;;
     s390x) options+=(--toolchain "$toolchains/s390x-linux-gnu.cmake") emulator=(qemu-s390x -L /usr/s390x-linux-gnu) ;;
     libc++) options+=(-DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS=-stdlib=libc++) ;;
