@@ -14,7 +14,7 @@ options_of() {
   suffix=
   case "$1" in
     windows*) options+=(--toolchain "$toolchains/x86_64-w64-mingw32.cmake") emulator=(wine) suffix=.exe ;;
-    i386) options+=(--toolchain "$toolchains/i686-linux-gnu.cmake") emulator=(qemu-i386 -L /usr/i686-linux-gnu) ;;
+    i386) options+=(--toolchain "$toolchains/i686-linux-gnu.cmake") ;;  # x86-64 runs its programs
     arm64) options+=(--toolchain "$toolchains/aarch64-linux-gnu.cmake") emulator=(qemu-aarch64 -L /usr/aarch64-linux-gnu) ;;
     s390x) options+=(--toolchain "$toolchains/s390x-linux-gnu.cmake") emulator=(qemu-s390x -L /usr/s390x-linux-gnu) ;;
     libc++) options+=(-DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS=-stdlib=libc++) ;;
@@ -52,7 +52,8 @@ configure_target() {
     case "$target" in libc++) options+=(-DCMAKE_PREFIX_PATH="$dependencies") ;; esac
   fi
   cmake -S . -B "$folder/$target/build" -G Ninja "${launcher[@]}" "${options[@]}" -DCMAKE_BUILD_TYPE=None \
-    -DCMAKE_CXX_FLAGS="$flags" -DPLDDB_TEST_FLAGS=-O0 -DPLDDB_INSTALL=OFF "$@"
+    -DCMAKE_CXX_FLAGS="$flags" -DPLDDB_TEST_FLAGS=-O0 -DPLDDB_INSTALL=OFF \
+    -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 "$@"  # one source a library saves time
 }
 
 # The test programs of a target; those of the command and of openocd run programs of this machine.
@@ -140,7 +141,8 @@ build_wasm() {
   scripts/emscripten
   export NODE_PATH=/usr/share/nodejs
   emcmake cmake -G Ninja -S tests/consumer -B "$folder/wasm/build" -DPLDDB_FROM=subdirectory -DPLDDB_SOURCE="$PWD" \
-    -DBUILD_SHARED_LIBS=OFF -DCMAKE_BUILD_TYPE=None -DCMAKE_CXX_FLAGS="-O1 $warnings" \
+    -DBUILD_SHARED_LIBS=OFF -DCMAKE_BUILD_TYPE=None -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 \
+    -DCMAKE_CXX_FLAGS="-O1 $warnings" \
     -DCMAKE_FIND_ROOT_PATH="$PWD/build/emscripten/root" -DCMAKE_PREFIX_PATH=/
   cmake --build "$folder/wasm/build"
 }
