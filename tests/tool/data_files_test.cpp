@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -215,13 +214,9 @@ TEST_F(DataFiles, OfOnesOwnAreEnoughWithoutShippedOnes) {
 TEST_F(DataFiles, AreListedAsATable) {
   Describe("own.xml");
   const ToolRun run = Run("PLDDB_PATH=@/own.xml", "list --files --db +@/share/plddb/b.xml");
-  const auto sorted = [](std::vector<std::string> words) {  // a long path moves words to lines of their own
-    std::sort(words.begin(), words.end());
-    return words;
-  };
-  EXPECT_EQ(sorted(Words(OneBlankEach(run.out))),
-            sorted(Words("order from families devices file 1 command line 1 1 " + Path("share/plddb/b.xml") +
-                         " 2 PLDDB_PATH 1 1 " + Path("own.xml") + " 3 shipped 1 1 " + Path("share/plddb/a.xml"))));
+  EXPECT_EQ(SortedWords(run.out),
+            SortedWords("order from families devices file 1 command line 1 1 " + Path("share/plddb/b.xml") +
+                        " 2 PLDDB_PATH 1 1 " + Path("own.xml") + " 3 shipped 1 1 " + Path("share/plddb/a.xml")));
   EXPECT_EQ(SchemaFaults("list_files.json", Run("PLDDB_PATH=@/own.xml", "list --files --json").out), "");
   EXPECT_EQ(Run("", "list --files --family F").exitCode, 2);
 }

@@ -3,6 +3,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -122,5 +123,12 @@ inline std::vector<std::string> Words(const std::string& line) {
     words.push_back(line.substr(start, end - start));
     start = end == line.npos ? end : end + 1;
   }
+  return words;
+}
+
+/// The words of a table, in order: a path of a certain length moves words of other cells to lines of their own.
+inline std::vector<std::string> SortedWords(const std::string& table) {
+  std::vector<std::string> words = Words(OneBlankEach(table));
+  std::sort(words.begin(), words.end());
   return words;
 }
