@@ -217,6 +217,8 @@ TEST_F(DataFiles, AreListedAsATable) {
   EXPECT_EQ(SortedWords(run.out),
             SortedWords("order from families devices file 1 command line 1 1 " + Path("share/plddb/b.xml") +
                         " 2 PLDDB_PATH 1 1 " + Path("own.xml") + " 3 shipped 1 1 " + Path("share/plddb/a.xml")));
+  EXPECT_LT(run.out.find("b.xml"), run.out.find("own.xml")) << run.out;
+  EXPECT_LT(run.out.find("own.xml"), run.out.find("a.xml")) << run.out;
   EXPECT_EQ(SchemaFaults("list_files.json", Run("PLDDB_PATH=@/own.xml", "list --files --json").out), "");
   EXPECT_EQ(Run("", "list --files --family F").exitCode, 2);
 }

@@ -92,6 +92,7 @@ TEST(Find, PrintsATableOfWhatMatched) {
                                               std::string(kMadeUp) + ":9 code-name PLD5678 Second SAME BG256 " + kMadeUp +
                                               ":15 "
                                               "* More than one device matches; lookups take the first. "));
+  EXPECT_LT(run.out.find("keys.xml:9"), run.out.find("keys.xml:15")) << run.out;
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.exitCode, 0);
 }
@@ -100,6 +101,7 @@ TEST(Find, ListsAllDevicesOfAFuseCountAndInJsonTheCandidatesWithTheirMarkers) {
   const ToolRun run = Find("--fuses 5828");
   EXPECT_EQ(SortedWords(run.out), SortedWords("matched by device family code name packages where fuses OTHER2 First CODE2 - " +
                                               std::string(kMadeUp) + ":8 fuses SAME First CODE3 - " + kMadeUp + ":9 "));
+  EXPECT_LT(run.out.find("keys.xml:8"), run.out.find("keys.xml:9")) << run.out;
   EXPECT_EQ(run.exitCode, 0);
   const Json json = Json::parse(Find("--fuses 5892 --json").out);
   EXPECT_EQ(json["fuses"], 5892);
