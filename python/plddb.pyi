@@ -1,4 +1,4 @@
-"""Types of the module plddb; help(plddb) explains what they mean."""
+"""Types of the module plddb; help(plddb) explains what they mean. make_stub.py puts the fields of records in."""
 
 import os
 from collections.abc import Iterable, Iterator, Mapping, Sequence
@@ -20,8 +20,7 @@ class Record:
     def database(self) -> Database: ...
 
 class Database:
-    version: str | None
-    comment: str | None
+    # the fields of DeviceList.h
     @property
     def families(self) -> list[Family]: ...
     @property
@@ -79,24 +78,8 @@ class Database:
     def identify(self, ids_or_scan: str | bytes | SupportsIndex | Iterable[SupportsIndex | str | None], comm: str = ..., trust_ir: bool = ..., *, order: Literal["tdo", "tdi"] | None = ..., ir: Mapping[int, int] | None = ...) -> Chain: ...
 
 class Family(Record):
-    name: str | None
-    alias_name: str | None
-    bypass_inst: str | None
-    id_code_inst: str | None
-    isc_release: int
-    extension: str | None
-    xfp_file: str | None
-    icf_file: str
-    re_initialize: bool
+    # the fields of FamilyList.h
     ieee1532_compliant: bool
-    cdr_fixed: bool
-    hidden: bool
-    debug_mode: bool
-    fpga_loader_support: bool
-    stapl_support: bool
-    fpga_device: bool
-    cfg_pin_count: int
-    bitstream_model_template: str | None
     @property
     def file(self) -> str: ...
     @property
@@ -139,79 +122,7 @@ class Family(Record):
     def get_device_pos(self, name: str | None) -> int: ...
 
 class Device(Record):
-    name: str | None
-    code_name: str | None
-    alias_name: str | None
-    family: str | None
-    vendor: str | None
-    access: str | None
-    architecture: str | None
-    pon: str | None
-    comm: str | None
-    alg_options: str | None
-    alg_template: str | None
-    isp_alg_template: str | None
-    soft_ip_file: str | None
-    ebr_file: str | None
-    pin: int
-    bit_map_transformation: int
-    isp_device_id: int
-    jtag_device_id: int
-    jtag_device_id_backup: int
-    device_id_mask: int
-    device_id_mask_backup: int
-    device_id_scan_mask: int
-    id_length: int
-    arch_length: int
-    backup_arch_length: int
-    arch_row: int
-    backup_arch_row: int
-    sed_length: int
-    e_length: int
-    backup_e_length: int
-    e_row: int
-    backup_e_row: int
-    ir_length: int
-    address_length: int
-    backup_address_length: int
-    data_length: int
-    backup_data_length: int
-    physical_ues_length: int
-    isp_logical_ues_length: int
-    jtag_logical_ues_length: int
-    disable_device_stapl_support: bool
-    fuse_number: int
-    backup_fuse_number: int
-    program_time: int
-    erase_time: int
-    verify_time: int
-    isp_ues_mask: str | None
-    jtag_ues_mask: str | None
-    bscan_length: int
-    instruction_bypass_pattern: str | None
-    id_instruction: int
-    usercode_instruction: int
-    instruction_bypass: int
-    bypass_length: int
-    bypass_value: int
-    bsdl_file: str | None
-    bsdl_file_time: str | None
-    turbo_alg_template: str | None
-    turbo_alg_index: int
-    data_frames: int
-    frame_bytes: int
-    header_bytes: int
-    data_frame_header: int
-    stop_bytes: int
-    ues_bytes: int
-    trailer_bytes: int
-    end_bytes: int
-    bitstream_col_width: int
-    sync_ext_done_address: int
-    sync_ext_done_column: int
-    number_of_external_asc: int
-    multiboot_chip_sel_column: int
-    multiboot_source_sel_column: int
+    # the fields of DeviceInfo.h
     @property
     def family_object(self) -> Family: ...
     @property
@@ -263,13 +174,7 @@ class Device(Record):
     def get_orvo_setting_with_jdf_file(self, jdf: str | None) -> str | None: ...
 
 class Package(Record):
-    type: str | None
-    pon: str | None
-    backup_pon: str | None
-    alias_pon: str | None
-    jdf: str | None
-    ini: str | None
-    orvo_setting: str | None
+    # the fields of Package.h
     @property
     def adapters(self) -> list[Adapter]: ...
     @property
@@ -283,8 +188,7 @@ class Package(Record):
     def clear_adapter_list(self) -> None: ...
 
 class Adapter(Record):
-    vendor_name: str | None
-    adapter_name: str | None
+    # the fields of Adapter.h
 
 class ControlRegZero:
     frequency: str
