@@ -21,7 +21,7 @@ def members(cls):
 
 def stub():
     tree = ast.parse(STUB.read_text())
-    classes = {node.name: node for node in tree.body if isinstance(node, ast.ClassDef)}
+    classes = {node.name: node for node in tree.body if isinstance(node, ast.ClassDef) and node.name[0] != "_"}
     functions = {node.name for node in tree.body if isinstance(node, ast.FunctionDef)}
     return classes, functions
 
