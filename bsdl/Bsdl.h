@@ -2,13 +2,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Check.h"
-#include "Descriptions.h"
+#include "DeviceListOwner.h"
 
 /// BSDL files: what a maker states of a device and its boundary-scan registers, read and turned into device descriptions.
 ///
