@@ -27,7 +27,8 @@ void AddFaults(py::module_& module);                         // faults.cpp: exce
 void AddRecords(py::module_& module, Classes& classes);      // records.cpp: fields, and making and deleting records
 void AddParsedLists(py::module_& module, Classes& classes);  // parsed_lists.cpp: control records
 void AddLookups(py::module_& module, Classes& classes);      // lookups.cpp
-void AddFiles(py::module_& module, Classes& classes);        // files.cpp: load, parse, write, check
+void AddFiles(py::module_& module, Classes& classes);        // files.cpp: load, parse, write
+void AddChecks(py::module_& module);                         // checks.cpp: check
 void AddChains(py::module_& module, Classes& classes);       // chains.cpp: identify
 void AddFind(py::module_& module, Classes& classes);         // find_devices.cpp
 void AddFits(py::module_& module);                           // fits.cpp: programming files
@@ -36,12 +37,30 @@ void AddBsdlFiles(py::module_& module);                      // bsdl_files.cpp
 /// Throws plddb.Error for `faults`, if there are any.
 void RaiseFaults(const std::vector<Fault>& faults);
 
+/// The description files that `paths` name, or those that load() reads where there are none.
+std::vector<std::string> FilesOf(const py::iterable& paths);
+
 /// Adds == and hash() to a class of values.
 template <class T, class Class, class AreEqual, class Hash>
 void AddEquality(Class& cls, AreEqual areEqual, Hash hash) {
   cls.def(
       "__eq__", [areEqual](const T& a, const T& b) { return areEqual(a, b); }, py::is_operator(), py::arg("other"));
   cls.def("__hash__", hash);
+}
+
+/// Makes values of a class that Python makes none of: ==, hash(), and pickle by the module's function `maker`, which takes what
+/// the tuple `stateOf(value)` has.
+template <class T, class Class, class StateOf>
+void AddValues(Class& cls, const char* maker, StateOf stateOf) {
+  AddEquality<T>(
+      cls, [stateOf](const T& a, const T& b) { return stateOf(a).equal(stateOf(b)); },
+      [stateOf](const T& self) { return py::hash(stateOf(self)); });
+  cls.def(
+      "__reduce__",
+      [maker, stateOf](const T& self) {
+        return py::make_tuple(py::module_::import("plddb").attr("_make"), py::make_tuple(py::str(maker)) + stateOf(self));
+      },
+      "For pickle and copy.");
 }
 
 /// Adds a property to `cls`.

@@ -159,13 +159,25 @@ class Tree : public std::enable_shared_from_this<Tree> {
   std::unordered_map<std::string, Finder> finders_;
 };
 
+/// Lets others use Python meanwhile.
+class Unlocked {
+ public:
+  Unlocked() : state_(PyEval_SaveThread()) {}
+  ~Unlocked();
+  Unlocked(const Unlocked&) = delete;
+  Unlocked& operator=(const Unlocked&) = delete;
+
+ private:
+  PyThreadState* state_;
+};
+
 /// Lets others use Python while the tree is read.
 class Reading {
  public:
   explicit Reading(Tree& tree) : lock_(tree.mutex_) {}
 
  private:
-  py::gil_scoped_release release_;
+  Unlocked unlocked_;
   std::shared_lock<std::shared_mutex> lock_;
 };
 

@@ -32,3 +32,4 @@ done
 # Options for `cmake` that make a second build fast, where the machine can.
 launcher=()
 if command -v ccache >/dev/null; then launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS-pch_defines,time_macros}  # or it does not keep what uses precompiled headers

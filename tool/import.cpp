@@ -28,11 +28,6 @@ is us unless another one follows --units; sizes are in bits.
 
 Exit code: 0 when the descriptions are written, 2 for wrong usage or files that are refused.)";
 
-constexpr struct {
-  const char* name;
-  double seconds;
-} kUnits[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
-
 constexpr std::string_view kDefaultUnit = "us";
 
 struct Options {
@@ -44,10 +39,9 @@ struct Options {
 };
 
 double UnitOfTimes(const std::string& name) {
-  for (const auto& unit : kUnits) {
-    if ((name.empty() ? kDefaultUnit : std::string_view(name)) == unit.name) return unit.seconds;
-  }
-  throw WrongUsage("--units is " + name + ": expected s, ms, us or ns");
+  const double seconds = plddb::bsdl::SecondsOf(name.empty() ? kDefaultUnit : std::string_view(name));
+  if (seconds == 0) throw WrongUsage("--units is " + name + ": expected s, ms, us or ns");
+  return seconds;
 }
 
 std::string Lines(const std::vector<plddb::bsdl::Fault>& faults) {

@@ -1,0 +1,1 @@
+// Nothing: the target of this source holds the headers that the tests share.
