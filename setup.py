@@ -3,6 +3,8 @@
 import os
 import re
 import shutil
+import subprocess
+import sys
 from glob import glob
 from pathlib import Path
 
@@ -23,21 +25,22 @@ SOURCES = sorted(
 VERSION = re.search(r"^project\(plddb VERSION ([0-9.]+)", Path("CMakeLists.txt").read_text(), re.MULTILINE).group(1)
 
 
-class BuildWithData(build_py):
-    """The descriptions lie in data/ of the source tree, and in the package once it is installed."""
+class BuildWithDataAndStub(build_py):
+    """The descriptions lie in data/ of the source tree, and in the package once it is installed; its type stub is made."""
 
     def run(self):
         super().run()
-        target = Path(self.build_lib) / "plddb" / "data"
-        target.mkdir(parents=True, exist_ok=True)
+        package = Path(self.build_lib) / "plddb"
+        (package / "data").mkdir(parents=True, exist_ok=True)
         for file in [*glob("data/*.xml"), "descriptions/plddb.xsd"]:
-            shutil.copy(file, target)
+            shutil.copy(file, package / "data")
+        subprocess.run([sys.executable, "python/make_stub.py", package / "__init__.pyi"], check=True)
 
 
 ParallelCompile(default=0).install()
 setup(
     version=VERSION,
-    cmdclass={"build_ext": build_ext, "build_py": BuildWithData},
+    cmdclass={"build_ext": build_ext, "build_py": BuildWithDataAndStub},
     ext_modules=[
         Pybind11Extension(
             "plddb._plddb",

@@ -2,13 +2,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Check.h"
-#include "Descriptions.h"
+#include "DeviceListOwner.h"
 
 /// BSDL files: what a maker states of a device and its boundary-scan registers, read and turned into device descriptions.
 ///
@@ -190,6 +189,9 @@ struct ImportOptions {
   double unitOfTimes = 0;  ///< Seconds, of ProgramTime and its like; 0 leaves out the times and sizes of IEEE 1532.
 };
 
+/// The seconds of "s", "ms", "us" or "ns"; 0 for other texts.
+double SecondsOf(std::string_view unit);
+
 /// A family of the devices that files describe; no database if one of the files has an error or is refused.
 struct Import {
   DeviceListOwner database;           ///< One family; null when there are errors.
@@ -226,6 +228,10 @@ std::vector<check::Code> CheckCodes();
 /// errors come first and are findings themselves.
 std::vector<check::Finding> Check(const std::vector<File>& files, const std::vector<check::Description>& descriptions,
                                   Missing missing);
+
+/// Loads the sources, and compares those that load. Mistakes in the others come first, as check::CheckTexts finds them.
+std::vector<check::Finding> CheckTexts(const std::vector<File>& files, const std::vector<check::Source>& sources,
+                                       Missing missing);
 ///@}
 
 /// The description file of `import`, with its comments.

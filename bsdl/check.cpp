@@ -288,4 +288,24 @@ std::vector<check::Finding> Check(const std::vector<File>& files, const std::vec
   return findings;
 }
 
+std::vector<check::Finding> CheckTexts(const std::vector<File>& files, const std::vector<check::Source>& sources,
+                                       Missing missing) {
+  std::vector<check::Finding> findings;
+  std::vector<DeviceListOwner> databases;
+  std::vector<Outline> outlines(sources.size());
+  std::vector<check::Description> descriptions;
+  for (const check::Source& source : sources) {
+    Outline& outline = outlines[databases.size()];
+    LoadResult loaded = source.failure.empty() ? ParseDescriptions(source.text, source.file, &outline) : LoadResult();
+    if (loaded.database == nullptr) {
+      for (check::Finding& finding : check::CheckTexts({source})) findings.push_back(std::move(finding));
+    } else {
+      databases.push_back(std::move(loaded.database));
+      descriptions.push_back({source.file, databases.back().get(), &outline});
+    }
+  }
+  for (check::Finding& finding : Check(files, descriptions, missing)) findings.push_back(std::move(finding));
+  return findings;
+}
+
 }  // namespace plddb::bsdl

@@ -322,6 +322,17 @@ std::vector<Part> ToParts(const std::vector<File>& files, const ImportOptions& o
 
 }  // namespace
 
+double SecondsOf(std::string_view unit) {
+  constexpr struct {
+    std::string_view name;
+    double seconds;
+  } kUnits[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
+  for (const auto& one : kUnits) {
+    if (one.name == unit) return one.seconds;
+  }
+  return 0;
+}
+
 Import Describe(const std::vector<File>& files, const ImportOptions& options) {
   Import import;
   const std::vector<Group> groups = GroupByName(ToParts(files, options, import.faults), import.faults);

@@ -8,6 +8,7 @@
 #include "TextForms.h"
 #include "bsdl/characters.h"
 #include "bsdl/lexer.h"
+#include "bsdl/token_reader.h"
 
 namespace plddb::bsdl {
 namespace {
@@ -25,9 +26,9 @@ bool IsMode(std::string_view word) {
 /// "STD_1149_1_2001.all" is the package STD_1149_1_2001.
 std::string_view PackageName(std::string_view use) { return use.substr(0, use.find('.')); }
 
-class EntityReader {
+class EntityReader : TokenReader {
  public:
-  EntityReader(std::string_view text, FaultList& faults) : lexer_(text), faults_(faults) {}
+  EntityReader(std::string_view text, FaultList& faults) : TokenReader(text, faults) {}
 
   Entity Read() {
     if (GoToEntity()) {
@@ -45,106 +46,6 @@ class EntityReader {
   }
 
  private:
-  // --- Tokens ---------------------------------------------------------------------------------------------------------------
-
-  const Token& Now() const { return lexer_.Current(); }
-  bool AtEnd() const { return Now().kind == Token::Kind::kEnd; }
-  bool AtWord() const { return Now().kind == Token::Kind::kWord; }
-  bool AtString() const { return Now().kind == Token::Kind::kString; }
-
-  /// Goes on. A string that is not closed is a fault wherever it is, but for the rest of a line that already has one.
-  void Next() {
-    if (AtString() && !Now().isClosed && Now().place.line != faultyLine_) {
-      Fault(Now().place, "the string is not closed: expected '\"' on the same line");
-    }
-    lexer_.Next();
-  }
-
-  bool Skip(char mark) {
-    if (!Now().Is(mark)) return false;
-    Next();
-    return true;
-  }
-
-  bool Skip(std::string_view keyword) {
-    if (!Now().Is(keyword)) return false;
-    Next();
-    return true;
-  }
-
-  Word TakeWord() {
-    const Word word = {Now().text, Now().place};
-    Next();
-    return word;
-  }
-
-  // --- Faults ---------------------------------------------------------------------------------------------------------------
-
-  void Fault(Place place, std::string text) {
-    faultyLine_ = place.line;
-    faults_.Error(place, std::move(text));
-  }
-
-  std::string Found() const {
-    if (AtEnd()) return "the end of the file";
-    return AtString() ? "a string" : Quoted(Now().text);
-  }
-
-  /// Something else is here than was expected.
-  bool Unexpected(std::string_view expected) {
-    Fault(Now().place, "expected " + std::string(expected) + ", found " + Found());
-    return false;
-  }
-
-  /// Something that was expected before the current token is missing.
-  bool Missing(std::string_view expected) {
-    const Place place = lexer_.EndOfPrevious();
-    Fault(place, "expected " + std::string(expected) + (place.line == Now().place.line ? ", found " + Found() : ""));
-    return false;
-  }
-
-  /// Reports a mark that ends or separates something: as missing before a word or string, else as replaced by what was found.
-  bool Expect(char mark, std::string_view expected) {
-    if (Skip(mark)) return true;
-    return AtString() || AtEnd() || IsStatement() ? Missing(expected) : Unexpected(expected);
-  }
-
-  bool Expect(std::string_view keyword) { return Skip(keyword) || Unexpected(Quoted(keyword)); }
-
-  bool ExpectWord(std::string_view what, Word& word) {
-    if (AtNewStatement()) return Missing(what);
-    if (!AtWord()) return Unexpected(what);
-    word = TakeWord();
-    return true;
-  }
-
-  bool IsStatement() const { return IsStatement(Now()); }
-
-  static bool IsStatement(const Token& token) {
-    static constexpr std::string_view kStatements[] = {"attribute", "constant", "end", "generic", "port", "use"};
-    return std::any_of(std::begin(kStatements), std::end(kStatements), [&](std::string_view s) { return token.Is(s); });
-  }
-
-  /// At the word of a statement that begins a line.
-  bool AtNewStatement() const { return IsStatement() && Now().place.line != lexer_.EndOfPrevious().line; }
-
-  /// After a fault: to the next statement, that is past a ';', or to a line that begins with a statement's word.
-  void Recover() {
-    while (!AtEnd() && !AtNewStatement() && !Skip(';')) Next();
-  }
-
-  /// The end of a statement.
-  void ExpectSemicolon() {
-    if (Skip(';')) return;
-    Missing("\";\"");
-    Recover();
-  }
-
-  /// Past the ';' of a statement whose grammar does not matter.
-  void SkipStatement() {
-    while (!AtEnd() && !Skip(';')) Next();
-  }
-
   // --- Before and after the entity ------------------------------------------------------------------------------------------
 
   /// Past the word "entity". What is no entity is passed over where it may be there, and is a fault where it may not.
@@ -193,7 +94,7 @@ class EntityReader {
 
   void ReadHead() {
     if (!ExpectWord("the name of the entity", entity_.name)) return Recover();
-    if (!Expect("is") && !IsStatement()) Recover();
+    if (!Expect("is") && !AtStatement()) Recover();
   }
 
   void ReadEnd() {
@@ -258,7 +159,7 @@ class EntityReader {
     const Place semicolon = Now().place;
     if (!Skip(';')) return false;
     if (AtNewStatement()) Fault(semicolon, "expected \")\" before this \";\"");
-    return AtWord() && !IsStatement();  // a ';' after the last one does no harm
+    return AtWord() && !AtStatement();  // a ';' after the last one does no harm
   }
 
   void EndInterface() {
@@ -455,10 +356,7 @@ class EntityReader {
     if (!Skip(';')) Recover();
   }
 
-  Lexer lexer_;
-  FaultList& faults_;
   Entity entity_;
-  int faultyLine_ = 0;
   bool isBroken_ = false;
 };
 

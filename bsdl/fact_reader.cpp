@@ -10,9 +10,12 @@
 
 #include "NearNames.h"
 #include "TextForms.h"
+#include "bsdl/boundary_cells.h"
 #include "bsdl/characters.h"
+#include "bsdl/fact_checks.h"
 #include "bsdl/isc_flow.h"
 #include "bsdl/real_number.h"
+#include "bsdl/string_reader.h"
 #include "bsdl/text_cursor.h"
 
 namespace plddb::bsdl {
@@ -56,12 +59,6 @@ constexpr std::string_view kOthers[] = {
     "ISC_DESIGN_WARNING",
 };
 
-bool IsBit(char c) { return c == '0' || c == '1' || c == 'X' || c == 'x'; }
-
-bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
-  return std::any_of(words.begin(), words.end(), [&](std::string_view w) { return AreEqualIgnoringCase(word, w); });
-}
-
 /// The whole text of a string.
 std::string Joined(const Pieces& pieces) {
   std::string text;
@@ -71,37 +68,14 @@ std::string Joined(const Pieces& pieces) {
 
 Text JoinedText(const Pieces& pieces, Place place) { return {Joined(pieces), place}; }
 
-/// How an item of a list begins: with a word that one of these marks follows, if there are any.
-struct Start {
-  std::string_view marks;
-  bool isNumber;
+constexpr ItemStart kWord = {"", false};
+constexpr ItemStart kInstruction = {"(", false};
+constexpr ItemStart kRegister = {"([", false};
+constexpr ItemStart kPin = {":(", false};
 
-  bool IsAt(const TextCursor& cursor) const {
-    if (!cursor.AtWord() || (isNumber && !IsDigit(cursor.Current().front()))) return false;
-    if (marks.empty()) return true;
-    TextCursor ahead = cursor;
-    ahead.Next();
-    return std::any_of(marks.begin(), marks.end(), [&](char mark) { return ahead.At(mark); });
-  }
-
-  /// Whether a ',' at the cursor is followed by an item.
-  bool IsAfterComma(const TextCursor& cursor) const {
-    if (!cursor.At(',')) return false;
-    TextCursor ahead = cursor;
-    ahead.Next();
-    return IsAt(ahead);
-  }
-};
-
-constexpr Start kWord = {"", false};
-constexpr Start kInstruction = {"(", false};
-constexpr Start kRegister = {"([", false};
-constexpr Start kPin = {":(", false};
-constexpr Start kCell = {"(", true};
-
-class FactReader {
+class FactReader : StringReader {
  public:
-  FactReader(const Entity& entity, FaultList& faults) : entity_(entity), faults_(faults) {}
+  FactReader(const Entity& entity, FaultList& faults) : StringReader(faults, Severity::kError), entity_(entity) {}
 
   Facts Read() {
     facts_.entity = {UpperCase(entity_.name.text), entity_.name.place};
@@ -109,9 +83,8 @@ class FactReader {
     for (const PinMap& map : entity_.pinMaps) ReadPinMap(map);
     for (const Word& use : entity_.uses) facts_.is1532 |= UpperCase(use.text).compare(0, 9, "STD_1532_") == 0;
     for (const Attribute& attribute : entity_.attributes) ReadAttribute(attribute);
-    CheckCodes();
-    CheckCapture();
-    CheckBoundary();
+    MarkPrivateInstructions();
+    CheckFacts(facts_, lastCell_, faults_);
     return std::move(facts_);
   }
 
@@ -123,102 +96,6 @@ class FactReader {
     void (FactReader::*read)(const Attribute& attribute);
   };
   static const std::array<Row, kRowCount> kRows;
-
-  // --- Faults ---------------------------------------------------------------------------------------------------------------
-
-  void Fault(Place place, std::string text) { faults_.Add(place, severity_, std::move(text)); }
-
-  bool Unexpected(const TextCursor& cursor, std::string_view expected) {
-    Fault(cursor.Here(), "expected " + std::string(expected) + ", found " + cursor.Found());
-    return false;
-  }
-
-  /// Reports a mark: as missing before a word, else as replaced by what was found.
-  bool Expect(TextCursor& cursor, char mark, std::string_view expected) {
-    if (cursor.Skip(mark)) return true;
-    const bool isMissing = cursor.AtWord() && mark != '(';
-    Fault(isMissing ? cursor.EndOfPrevious() : cursor.Here(),
-          "expected " + std::string(expected) + ", found " + cursor.Found());
-    return false;
-  }
-
-  bool ExpectWord(TextCursor& cursor, std::string_view what, std::string& word) {
-    if (!cursor.AtWord()) return Unexpected(cursor, what);
-    word = cursor.Current();
-    cursor.Next();
-    return true;
-  }
-
-  bool ExpectWord(TextCursor& cursor, std::string_view what) {
-    return cursor.AtWord() ? (cursor.Next(), true) : Unexpected(cursor, what);
-  }
-
-  /// Calls `read(cursor)` for each item of a list with ',' between them. After a fault it goes on with the next item.
-  template <typename ReadItem>
-  void ReadList(const Pieces& pieces, const Start& start, ReadItem read) {
-    TextCursor cursor(pieces);
-    while (!cursor.AtEnd() && !faults_.Full()) {
-      if (!read(cursor)) {
-        Recover(cursor, start);
-      } else if (!cursor.AtEnd()) {
-        ReadComma(cursor, start);
-      }
-    }
-  }
-
-  void ReadComma(TextCursor& cursor, const Start& start) {
-    const Place comma = cursor.Here();
-    if (!Expect(cursor, ',', "\",\" or the end of the string")) {
-      if (!cursor.AtWord()) Recover(cursor, start);
-    } else if (cursor.AtEnd()) {
-      faults_.Warning(comma, "nothing comes after this \",\"");
-    }
-  }
-
-  static void Recover(TextCursor& cursor, const Start& start) {
-    while (!cursor.AtEnd() && !start.IsAfterComma(cursor)) cursor.Next();
-    cursor.Skip(',');
-  }
-
-  // --- Parts of the grammars ------------------------------------------------------------------------------------------------
-
-  /// Bits at the cursor: a word of 0, 1 and X.
-  bool ReadBits(TextCursor& cursor, std::string_view what, Text& bits) {
-    if (!cursor.AtWord()) return Unexpected(cursor, what);
-    const std::string_view word = cursor.Current();
-    const auto wrong = static_cast<std::size_t>(std::find_if_not(word.begin(), word.end(), IsBit) - word.begin());
-    if (wrong < word.size()) {
-      Fault(cursor.PlaceOf(wrong), "expected " + std::string(what) + ", found " + Quoted(word.substr(wrong, 1)));
-      return false;
-    }
-    if (bits.text.empty()) bits.place = cursor.Here();
-    bits.text += UpperCase(word);
-    cursor.Next();
-    return true;
-  }
-
-  /// "PORT" or "PORT(3)"
-  bool ReadPort(TextCursor& cursor) {
-    if (!ExpectWord(cursor, "a port")) return false;
-    return !cursor.Skip('(') || (ExpectWord(cursor, "a number") && Expect(cursor, ')', "\")\""));
-  }
-
-  /// "A, B)": the rest of a list whose '(' is read. `next` is what may come after it.
-  template <typename ReadItem>
-  bool ReadRestOfList(TextCursor& cursor, const Start& next, ReadItem read) {
-    do {
-      if (!read(cursor)) return false;
-      if (!IsClosedBeforeComma(cursor, next)) return true;
-    } while (cursor.Skip(','));
-    return Expect(cursor, ')', "\")\" or \",\"");
-  }
-
-  /// Not where a ',' is followed by the next item of the list around this one.
-  bool IsClosedBeforeComma(const TextCursor& cursor, const Start& next) {
-    if (!next.IsAfterComma(cursor)) return true;
-    Fault(cursor.Here(), "expected \")\" before this \",\"");
-    return false;
-  }
 
   // --- Names and pins -------------------------------------------------------------------------------------------------------
 
@@ -356,6 +233,10 @@ class FactReader {
     });
   }
 
+  void ReadCells(const Attribute& attribute) {
+    if (IsString(attribute)) ReadBoundaryCells(attribute.text, faults_, lastCell_);
+  }
+
   /// "BOUNDARY (EXTEST, SAMPLE), DATA[32] (READ CAPTURES 01X)"
   void ReadRegisters(const Attribute& attribute) {
     if (!IsString(attribute)) return;
@@ -391,52 +272,10 @@ class FactReader {
     });
   }
 
-  // --- The boundary register ------------------------------------------------------------------------------------------------
-
-  /// "0 (BC_1, *, control, 1), 1 (BC_1, PIN(3), output3, X, 0, 1, Z)"
-  void ReadCells(const Attribute& attribute) {
-    if (!IsString(attribute)) return;
-    ReadList(attribute.text, kCell,
-             [&](TextCursor& cursor) { return ReadCellNumber(cursor) && Expect(cursor, '(', "\"(\"") && ReadCell(cursor); });
-  }
-
-  bool ReadCellNumber(TextCursor& cursor) {
-    const std::string_view text = cursor.Current();
-    const char* const end = text.data() + text.size();
-    Count cell = {0, cursor.Here()};
-    const auto read = std::from_chars(text.data(), end, cell.value);
-    if (!cursor.AtWord() || read.ptr != end || read.ec != std::errc()) return Unexpected(cursor, "the number of a cell");
-    if (lastCell_.place.line == 0 || cell.value > lastCell_.value) lastCell_ = cell;
-    cursor.Next();
-    return true;
-  }
-
-  bool ReadCell(TextCursor& cursor) {
-    if (!ExpectWord(cursor, "the type of a cell") || !Expect(cursor, ',', "\",\"")) return false;
-    if (!cursor.Skip('*') && !ReadPort(cursor)) return false;
-    if (!Expect(cursor, ',', "\",\"") || !ReadFunction(cursor)) return false;
-    if (!Expect(cursor, ',', "\",\"") || !ReadOneOf(cursor, "0, 1 or X", {"0", "1", "X"})) return false;
-    if (!IsClosedBeforeComma(cursor, kCell)) return true;
-    if (!cursor.Skip(',')) return Expect(cursor, ')', "\")\" or \",\"");
-    return ReadDisable(cursor) && Expect(cursor, ')', "\")\"");
-  }
-
-  bool ReadFunction(TextCursor& cursor) {
-    return ReadOneOf(cursor, "the function of a cell",
-                     {"input", "output2", "output3", "bidir", "control", "controlr", "internal", "clock", "observe_only"});
-  }
-
-  /// "12, 1, Z": the cell that disables this one, by which value, and what the pin does then.
-  bool ReadDisable(TextCursor& cursor) {
-    if (!ExpectWord(cursor, "the number of a cell") || !Expect(cursor, ',', "\",\"")) return false;
-    if (!ReadOneOf(cursor, "0 or 1", {"0", "1"}) || !Expect(cursor, ',', "\",\"")) return false;
-    return ExpectWord(cursor, "the state of a disabled pin, such as Z");
-  }
-
-  bool ReadOneOf(TextCursor& cursor, std::string_view expected, std::initializer_list<std::string_view> words) {
-    if (!cursor.AtWord() || !IsOneOf(cursor.Current(), words)) return Unexpected(cursor, expected);
-    cursor.Next();
-    return true;
+  void MarkPrivateInstructions() {
+    for (Instruction& i : facts_.instructions) {
+      i.isPrivate = std::find(private_.begin(), private_.end(), i.name.text) != private_.end();
+    }
   }
 
   // --- Signals and texts ----------------------------------------------------------------------------------------------------
@@ -498,64 +337,10 @@ class FactReader {
     if (!open.empty()) Fault(open.back(), "no \")\" belongs to this \"(\"");
   }
 
-  // --- What belongs together ------------------------------------------------------------------------------------------------
-
-  /// Codes are as long as the register. Where all of them have another length, the length is wrong.
-  void CheckCodes() {
-    const Count& length = facts_.instructionLength;
-    for (Instruction& i : facts_.instructions)
-      i.isPrivate = std::find(private_.begin(), private_.end(), i.name.text) != private_.end();
-    isLengthWrong_ = length.place.line != 0 && IsLengthWrong();
-    if (length.place.line == 0 || isLengthWrong_) return;
-    for (const Instruction& instruction : facts_.instructions) {
-      for (const Text& code : instruction.codes) {
-        if (code.text.size() == length.value) continue;
-        faults_.Error(code.place, "the code of " + instruction.name.text + " has " + std::to_string(code.text.size()) +
-                                      " bits: expected " + std::to_string(length.value) + ", the INSTRUCTION_LENGTH");
-      }
-    }
-  }
-
-  bool IsLengthWrong() {
-    const std::vector<Instruction>& all = facts_.instructions;
-    if (all.size() < 2) return false;
-    const std::size_t bits = all.front().codes.front().text.size();
-    if (bits == facts_.instructionLength.value) return false;
-    for (const Instruction& instruction : all) {
-      for (const Text& code : instruction.codes) {
-        if (code.text.size() != bits) return false;
-      }
-    }
-    faults_.Error(facts_.instructionLength.place, "INSTRUCTION_LENGTH is " + std::to_string(facts_.instructionLength.value) +
-                                                      ", but all codes have " + std::to_string(bits) + " bits");
-    return true;
-  }
-
-  void CheckCapture() {
-    const std::size_t bits = facts_.capture.text.size();
-    const Count& length = facts_.instructionLength;
-    if (bits == 0 || isLengthWrong_ || length.place.line == 0 || bits == length.value) return;
-    faults_.Warning(facts_.capture.place, "INSTRUCTION_CAPTURE has " + std::to_string(bits) + " bits: expected " +
-                                              std::to_string(length.value) + ", the INSTRUCTION_LENGTH");
-  }
-
-  void CheckBoundary() {
-    const Count& length = facts_.boundaryLength;
-    if (lastCell_.place.line == 0 || length.place.line == 0 || std::uint64_t{lastCell_.value} + 1 == length.value) {
-      return;
-    }
-    faults_.Warning(length.place, "BOUNDARY_LENGTH is " + std::to_string(length.value) +
-                                      ", but the last cell of BOUNDARY_REGISTER is " + std::to_string(lastCell_.value) +
-                                      " (line " + std::to_string(lastCell_.place.line) + ")");
-  }
-
   const Entity& entity_;
-  FaultList& faults_;
   Facts facts_;
-  Severity severity_ = Severity::kError;
   std::array<Place, kRowCount> seen_ = {};
   std::vector<std::string> private_;
-  bool isLengthWrong_ = false;
   Count lastCell_;
 };
 

@@ -1,7 +1,9 @@
 #include <sys/stat.h>
 #include <windows.h>
 
+#include <cerrno>
 #include <cwchar>
+#include <system_error>
 
 #include "Files.h"
 #include "descriptions/platform.h"
@@ -33,7 +35,14 @@ fs::path ToPath(const std::string& name) { return ToWide(name); }
 
 std::string ToName(const fs::path& path) { return ToUtf8(path.generic_wstring().c_str()); }
 
-OpenedFile OpenFile(const std::string& name) { return OpenedFile(_wfopen(ToWide(name).c_str(), L"rb")); }
+/// For a folder, Windows reports that permission is missing.
+OpenedFile OpenFile(const std::string& name) {
+  OpenedFile file(_wfopen(ToWide(name).c_str(), L"rb"));
+  const int reason = errno;
+  std::error_code unknown;
+  if (file == nullptr) errno = fs::is_directory(ToPath(name), unknown) ? EISDIR : reason;
+  return file;
+}
 
 std::optional<std::int64_t> TimeOfFile(const std::string& name) {
   struct _stat64 status = {};

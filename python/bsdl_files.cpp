@@ -2,6 +2,8 @@
 
 #include <pybind11/stl.h>
 
+#include <algorithm>
+
 #include "Bsdl.h"
 #include "module.h"
 
@@ -25,21 +27,50 @@ void RaiseErrors(const std::vector<bsdl::Fault>& faults) { RaiseFaults(FaultsOf(
 bsdl::File Read(const Path& path) {
   bsdl::File file;
   {
-    const py::gil_scoped_release release;
+    const Unlocked unlocked;
     file = bsdl::Load(path.bytes);
   }
   RaiseErrors(file.faults);
   return file;
 }
 
-bsdl::Import Describe(const bsdl::File& file, const Text& family, const Text& name, const Text& vendor, const Text& package) {
+/// What describing may be told.
+struct Options {
+  Text family, name, vendor, package, units;
+  py::iterable others;
+};
+
+double UnitOf(const Text& units) {
+  const double seconds = units.isNull ? 0 : bsdl::SecondsOf(units.bytes);
+  if (!units.isNull && seconds == 0) throw py::value_error("units is \"s\", \"ms\", \"us\" or \"ns\"");
+  return seconds;
+}
+
+/// A Python warning for each warning that none of the files has itself.
+void Warn(const bsdl::Import& import, const std::vector<bsdl::File>& files) {
+  for (const bsdl::Fault& fault : import.faults) {
+    const auto isSame = [&](const bsdl::Fault& own) { return ToString(own) == ToString(fault); };
+    const auto has = [&](const bsdl::File& file) { return std::any_of(file.faults.begin(), file.faults.end(), isSame); };
+    if (fault.severity == bsdl::Severity::kError || std::any_of(files.begin(), files.end(), has)) continue;
+    py::module_::import("warnings").attr("warn")(ToPython(ToString(fault)));
+  }
+}
+
+bsdl::Import Describe(const bsdl::File& file, const Options& asked) {
   bsdl::ImportOptions options;
-  options.family = family.bytes;
-  options.name = name.bytes;
-  options.vendor = vendor.bytes;
-  options.package = package.bytes;
-  bsdl::Import import = bsdl::Describe({file}, options);
+  options.family = asked.family.bytes;
+  options.name = asked.name.bytes;
+  options.vendor = asked.vendor.bytes;
+  options.package = asked.package.bytes;
+  options.unitOfTimes = UnitOf(asked.units);
+  std::vector<bsdl::File> files = {file};
+  for (const py::handle other : asked.others) {
+    if (!py::isinstance<bsdl::File>(other)) throw py::type_error("others is a list of BsdlFile");
+    files.push_back(other.cast<const bsdl::File&>());
+  }
+  bsdl::Import import = bsdl::Describe(files, options);
   RaiseErrors(import.faults);
+  Warn(import, files);
   return import;
 }
 
@@ -91,33 +122,41 @@ void AddFacts(py::class_<File>& cls) {
           "What is odd in the file: Fault.");
 }
 
-void AddDescribing(py::class_<File>& cls) {
+/// A method that describes the device: `use(file, import, more...)`.
+template <class... More, class Use, class... Names>
+void AddMethod(py::class_<File>& cls, const char* method, Use use, const char* documentation, Names... names) {
   cls.def(
-         "describe",
-         [](const File& self, const Text& family, const Text& name, const Text& vendor, const Text& package) {
-           return ToTree(Describe(self, family, name, vendor, package), self.name);
-         },
-         py::arg("family"), py::arg("name") = py::none(), py::arg("vendor") = py::none(), py::arg("package") = py::none(),
-         "A database of one family with the device. What is not given is taken from the file. Raises Error.")
-      .def(
-          "to_xml",
-          [](const File& self, const Text& family, const Text& name, const Text& vendor, const Text& package) {
-            return ToPython(bsdl::Write(Describe(self, family, name, vendor, package)));
-          },
-          py::arg("family"), py::arg("name") = py::none(), py::arg("vendor") = py::none(), py::arg("package") = py::none(),
-          "The text of a description file with the device; what the file states besides is in comments. Raises Error.")
-      .def(
-          "add_to",
-          [](const File& self, const Path& description, const Text& family, const Text& name, const Text& vendor,
-             const Text& package) {
-            const bsdl::Addition addition = bsdl::AddToFile(description.bytes, Describe(self, family, name, vendor, package));
-            RaiseErrors(addition.faults);
-            return ToPython(addition.text);
-          },
-          py::arg("description"), py::arg("family"), py::arg("name") = py::none(), py::arg("vendor") = py::none(),
-          py::arg("package") = py::none(),
-          "The text of a description file with the device put into its family, which is added when there is none. The file is\n"
-          "only read. Raises Error.");
+      method,
+      [use](const File& self, const More&... more, const Text& family, const Text& name, const Text& vendor,
+            const Text& package, const Text& units, const py::iterable& others) {
+        return use(self, Describe(self, {family, name, vendor, package, units, others}), more...);
+      },
+      py::arg(names)..., py::arg("family"), py::arg("name") = py::none(), py::arg("vendor") = py::none(),
+      py::arg("package") = py::none(), py::kw_only(), py::arg("units") = py::none(), py::arg("others") = py::tuple(),
+      documentation);
+}
+
+py::object AddToFile(const File&, const bsdl::Import& import, const Path& description) {
+  const bsdl::Addition addition = bsdl::AddToFile(description.bytes, import);
+  RaiseErrors(addition.faults);
+  return ToPython(addition.text);
+}
+
+void AddDescribing(py::class_<File>& cls) {
+  AddMethod(
+      cls, "describe", [](const File& self, bsdl::Import import) { return ToTree(std::move(import), self.name); },
+      "A database of one family with the device. What is not given is taken from the file. Raises Error.\n\n"
+      "units   \"s\", \"ms\", \"us\" or \"ns\": also times, in this unit, and sizes of IEEE 1532\n"
+      "others  further files: those of the same device add their packages\n\n"
+      "A value that a description cannot hold is left out, with a UserWarning.");
+  AddMethod(
+      cls, "to_xml", [](const File&, const bsdl::Import& import) { return ToPython(bsdl::Write(import)); },
+      "The text of a description file with the device; what the file states besides is in comments. As describe().");
+  AddMethod<Path>(
+      cls, "add_to", &AddToFile,
+      "The text of a description file with the device put into its family, which is added when there is none. The file is\n"
+      "only read. As describe().",
+      "description");
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ std::optional<unsigned int> IdFrom(py::handle object) {
 chain::Scan ReadText(const std::string& text) {
   chain::ScanResult result;
   {
-    const py::gil_scoped_release release;
+    const Unlocked unlocked;
     result = chain::ReadScan(text);
   }
   std::vector<Fault> faults;
@@ -39,9 +39,13 @@ chain::Scan ReadText(const std::string& text) {
   return std::move(*result.scan);
 }
 
+bool IsText(const py::object& object) {
+  const bool isText = PyUnicode_Check(object.ptr()) || PyBytes_Check(object.ptr()) || PyByteArray_Check(object.ptr());
+  return isText || py::hasattr(object, "read");
+}
+
 chain::Scan ScanOf(const py::object& asked) {
-  if (PyUnicode_Check(asked.ptr())) return ReadText(ToBytes(asked));
-  if (PyBytes_Check(asked.ptr())) return ReadText(asked.cast<std::string>());
+  if (IsText(asked)) return ReadText(BytesOf(asked));
   chain::Scan scan;
   if (PyIndex_Check(asked.ptr()) != 0) {
     scan.taps.push_back({"", IdFrom(asked)});
@@ -158,11 +162,7 @@ std::vector<std::string> Differences(const Chain& self, const std::vector<std::s
   return differences;
 }
 
-/// On purpose: one text is refused, as its letters would be taken for names.
-py::list Expect(const Chain& self, const py::iterable& names) {
-  if (PyUnicode_Check(names.ptr())) throw py::type_error("a list of names is expected, not a str");
-  return ToPython(Differences(self, TextsOf(names)));
-}
+py::list Expect(const Chain& self, const py::iterable& names) { return ToPython(Differences(self, TextsOf(names))); }
 
 // --- A chain as a sequence --------------------------------------------------------------------------------------------------
 
@@ -244,7 +244,7 @@ void AddChains(py::module_& module, Classes& classes) {
       py::arg("order") = py::none(), py::arg("ir") = py::none(),
       "Identifies the devices of a chain.\n\n"
       "`ids_or_scan` is an id (a number), an iterable of ids (numbers, texts such as \"0x0362D093\", None for a TAP\n"
-      "without one), or a text: what a scanning tool printed, or ids, one a line.\n\n"
+      "without one), or a text: what a scanning tool printed, or ids, one a line: str, bytes, or an open file.\n\n"
       "comm      the access mode: \"JTAG\", \"ISP\" or \"DUAL\"\n"
       "trust_ir  also uses IR lengths of the scan that its tool may have guessed\n"
       "order     which end of the chain comes first, whatever the tool's order is: \"tdo\" or \"tdi\"\n"

@@ -32,9 +32,15 @@ void RaiseFaults(const std::vector<Fault>& faults) {
 }
 
 void AddFaults(py::module_& module) {
-  py::class_<Fault>(module, "Fault", "What is wrong in a file, and where.")
-      .def_property_readonly(
-          "file", [](const Fault& self) { return ToPython(self.file); }, "The path of the file.")
+  py::class_<Fault> cls(module, "Fault", "What is wrong in a file, and where. Faults can be compared and pickled.");
+  AddValues<Fault>(cls, "_make_fault", [](const Fault& self) {
+    return py::make_tuple(ToPython(self.file), self.line, self.column, ToPython(self.text));
+  });
+  module.def("_make_fault", [](const Text& file, int line, int column, const Text& text) {
+    return Fault{file.bytes, line, column, text.bytes};
+  });
+  cls.def_property_readonly(
+         "file", [](const Fault& self) { return ToPython(self.file); }, "The path of the file.")
       .def_readonly("line", &Fault::line, "Counted from 1.")
       .def_readonly("column", &Fault::column, "Counted from 1, in bytes.")
       .def_property_readonly(

@@ -61,23 +61,43 @@ void RefuseWhatPythonCannotDo(const py::module_& module) {
   }
 }
 
+/// Pybind11 is for the main interpreter alone: in others it would wait for ever.
+bool IsSubinterpreter() { return PyInterpreterState_Get() != PyInterpreterState_Main(); }
+
+constexpr const char* kNoSubinterpreters = "plddb cannot be used in a subinterpreter";
+
+/// A module that the main interpreter loaded is not initialised again in others.
+void CheckInterpreter() {
+  if (IsSubinterpreter()) throw py::import_error(kNoSubinterpreters);
+}
+
 }  // namespace
 }  // namespace plddb::python
 
-PYBIND11_MODULE(_plddb, module) {
+PYBIND11_MODULE(_plddb_of_main, module) {
   using namespace plddb::python;
   module.attr("__name__") = "plddb";  // of which the classes are members
   AddFaults(module);
   Classes classes = DeclareClasses(module);
-  AddRecords(module, classes);
-  AddParsedLists(module, classes);
+  AddDatabase(classes);
+  AddRecords(classes);
+  AddControlRecords(module);
+  AddParsedLists(classes);
   AddLookups(module, classes);
   AddFiles(module, classes);
+  AddChecks(module);
   AddChains(module, classes);
   AddFind(module, classes);
   AddFits(module);
   AddBsdlFiles(module);
   RefuseWhatPythonCannotDo(module);
+  module.def("_check_interpreter", &CheckInterpreter);
   module.attr("__version__") = PLDDB_VERSION;
   module.attr("__name__") = "plddb._plddb";
+}
+
+extern "C" PYBIND11_EXPORT PyObject* PyInit__plddb() {
+  if (!plddb::python::IsSubinterpreter()) return PyInit__plddb_of_main();
+  PyErr_SetString(PyExc_ImportError, plddb::python::kNoSubinterpreters);
+  return nullptr;
 }

@@ -1,5 +1,8 @@
 #include "tree.h"
 
+#include <chrono>
+#include <thread>
+
 namespace plddb::python {
 
 Record::~Record() {
@@ -84,11 +87,21 @@ chain::DeviceFinder& Tree::FinderFor(const std::string& comm, std::size_t count)
   return *found.finder;
 }
 
+/// At the end of the process Python ends a daemon thread that asks for its lock, by an exception that is none of C++. Then the
+/// thread rests, as in Python 3.14: destructors must not run without the lock.
+Unlocked::~Unlocked() {
+  try {
+    PyEval_RestoreThread(state_);
+  } catch (...) {
+    for (;;) std::this_thread::sleep_for(std::chrono::hours(1));
+  }
+}
+
 Writing::Writing(Tree& tree) : Writing(tree, 1) {}
 
 Writing::Writing(Tree& tree, unsigned long changes) : lock_(tree.mutex_, std::try_to_lock) {
   if (!lock_.owns_lock()) {
-    const py::gil_scoped_release release;
+    const Unlocked unlocked;
     lock_.lock();
   }
   tree.version_ += changes;

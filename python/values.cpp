@@ -65,6 +65,10 @@ Text TextFrom(py::handle object) {
   return text;
 }
 
+void CheckIsList(const py::iterable& texts) {
+  if (PyUnicode_Check(texts.ptr())) throw py::type_error("a list of texts is expected, not a str");
+}
+
 bool IsText(Kind kind) { return kind == Kind::kText || kind == Kind::kRange; }
 
 }  // namespace
@@ -75,6 +79,12 @@ std::string ToBytes(py::handle text) {
   const auto bytes = py::reinterpret_steal<py::bytes>(PyUnicode_AsEncodedString(text.ptr(), "utf-8", "surrogateescape"));
   if (!bytes) throw py::error_already_set();
   return bytes;
+}
+
+std::string BytesOf(py::handle data) {
+  if (PyBytes_Check(data.ptr())) return data.cast<std::string>();
+  if (PyByteArray_Check(data.ptr())) return std::string(data.cast<py::bytearray>());
+  return py::hasattr(data, "read") ? BytesOf(data.attr("read")()) : ToBytes(data);
 }
 
 py::object ToPython(const std::string& text) {
@@ -92,8 +102,16 @@ py::list ToPython(const std::vector<std::string>& texts) {
 }
 
 std::vector<std::string> TextsOf(const py::iterable& texts) {
+  CheckIsList(texts);
   std::vector<std::string> values;
   for (const py::handle text : texts) values.push_back(ToBytes(text));
+  return values;
+}
+
+std::vector<std::string> PathsOf(const py::iterable& paths) {
+  CheckIsList(paths);
+  std::vector<std::string> values;
+  for (const py::handle path : paths) values.push_back(path.cast<Path>().bytes);
   return values;
 }
 

@@ -17,6 +17,9 @@ namespace py = pybind11;
 /// The bytes of a str: UTF-8, with what surrogateescape made of other bytes turned back. Throws for any other object.
 std::string ToBytes(py::handle text);
 
+/// The bytes of a text or of data: of a str as above, those of bytes or a bytearray, or what an open file reads.
+std::string BytesOf(py::handle data);
+
 /// The str of bytes, those that are no UTF-8 by surrogateescape; None for null.
 py::object ToPython(const char* text);
 py::object ToPython(const std::string& text);
@@ -24,8 +27,11 @@ py::object ToPython(const std::string& text);
 /// A list of str.
 py::list ToPython(const std::vector<std::string>& texts);
 
-/// The texts of an iterable of str.
+/// The texts of an iterable of str. On purpose: a str is refused, as its letters would be taken for the texts.
 std::vector<std::string> TextsOf(const py::iterable& texts);
+
+/// The paths of an iterable of str, bytes or os.PathLike; a str is refused, too.
+std::vector<std::string> PathsOf(const py::iterable& paths);
 
 /// An argument that the library takes as a text: a str, or None for null.
 struct Text {

@@ -23,11 +23,11 @@ using plddb::check::Severity;
 constexpr const char* kFooter =
     R"(The files are checked as one database, in their order. A finding is a line
 "FILE:LINE:COLUMN: error|warning[code]: text" on standard output; the place is
-that of the value, or of the element that lacks it. An error can never work, or
-a value is lost; a warning may be intended. docs/check.md explains each code.
+that of the value, or of the element that lacks it. An error can never work or
+loses data. A warning may be intended. docs/check.md explains each code.
 
-With --bsdl the descriptions are compared with those of the makers' files that
-match their IDCODEs or have the entity name of a package, instead: id, mask, IR
+With --bsdl, each description is compared instead with the makers' files that
+match its IDCODE or have the entity name of one of its packages: id, mask, IR
 length, codes and boundary length. A folder means all *.bsd, *.bsdl, *.bsm,
 *.bs and *.1532 files in it. docs/bsdl.md explains the codes.
 
@@ -86,25 +86,11 @@ Paths PathsOf(const Options& options) {
   return paths;
 }
 
-/// Compares descriptions that load with makers' files. The others are findings as ever.
-Findings CheckAgainst(const std::vector<std::string>& makersFiles, const std::vector<std::string>& files, bool missing) {
+Findings CheckAgainst(const std::vector<std::string>& makersFiles, const std::vector<plddb::check::Source>& sources,
+                      bool missing) {
   std::vector<plddb::bsdl::File> makers;
   for (const std::string& file : BsdlFiles(makersFiles)) makers.push_back(plddb::bsdl::Load(file));
-  Findings findings;
-  std::vector<plddb::LoadResult> loaded(files.size());
-  std::vector<plddb::Outline> outlines(files.size());
-  std::vector<plddb::check::Description> descriptions;
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    loaded[i] = plddb::LoadDescriptions(files[i], &outlines[i]);
-    if (loaded[i].database != nullptr) {
-      descriptions.push_back({files[i], loaded[i].database.get(), &outlines[i]});
-    } else {
-      for (Finding& finding : plddb::check::CheckTexts(Read({files[i]}))) findings.push_back(std::move(finding));
-    }
-  }
-  const auto listed = missing ? plddb::bsdl::Missing::kListed : plddb::bsdl::Missing::kAllowed;
-  for (Finding& finding : plddb::bsdl::Check(makers, descriptions, listed)) findings.push_back(std::move(finding));
-  return findings;
+  return plddb::bsdl::CheckTexts(makers, sources, missing ? plddb::bsdl::Missing::kListed : plddb::bsdl::Missing::kAllowed);
 }
 
 void DropAllowed(Findings& findings, const std::vector<std::string>& allowed) {
@@ -141,8 +127,8 @@ ExitCode RunCheck(const Options& options) {
   const auto sources = Read(files);
   const bool isUnreadable =
       std::any_of(sources.begin(), sources.end(), [](const auto& source) { return !source.failure.empty(); });
-  Findings findings =
-      options.makersFiles.empty() ? plddb::check::CheckTexts(sources) : CheckAgainst(paths.makersFiles, files, options.missing);
+  Findings findings = options.makersFiles.empty() ? plddb::check::CheckTexts(sources)
+                                                  : CheckAgainst(paths.makersFiles, sources, options.missing);
   DropAllowed(findings, options.allowed);
   WriteOutput(InForm(findings, options));
   const std::size_t errors = Count(findings, Severity::kError);

@@ -64,7 +64,7 @@ std::string Target(const std::string& path) {
   fs::path target = plddb::ToPath(path);
   std::error_code unknown;
   for (int i = 0; i < kMostLinks; ++i) {
-    if (!fs::is_symlink(fs::symlink_status(target, unknown))) return plddb::ToName(target);
+    if (!fs::is_symlink(fs::symlink_status(target, unknown))) return i == 0 ? path : plddb::ToName(target);
     target = target.parent_path() / fs::read_symlink(target, unknown);
   }
   throw Failure("plddb: error: cannot write " + Printable(path) + ": its links lead in a circle");
@@ -95,12 +95,13 @@ ExitCode WriteDescriptions(const Descriptions& written, const std::string& path,
 void WriteDescriptionText(const std::string& text, const std::string& path) {
   if (path.empty() || path == kStandardStream) return WriteOutput(text);
   const std::string target = Target(path);
+  const fs::path file = plddb::ToPath(target);
   std::error_code unknown;
-  const fs::file_type kind = fs::status(plddb::ToPath(target), unknown).type();
+  const fs::file_type kind = fs::status(file, unknown).type();
   if (kind == fs::file_type::none) {
     throw Failure("plddb: error: cannot write " + Printable(path) + ": " + unknown.message());
   }
-  if (kind != fs::file_type::regular && kind != fs::file_type::not_found) {
+  if ((kind != fs::file_type::regular && kind != fs::file_type::not_found) || IsDevice(file)) {
     throw Failure("plddb: error: cannot write " + Printable(path) + ": it is not a regular file");
   }
   WriteWholeFile(target, text);

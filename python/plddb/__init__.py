@@ -18,3 +18,10 @@ from plddb._plddb import *  # noqa: F403
 from plddb._plddb import __version__ as __version__
 
 __all__ = sorted(name for name in vars(_plddb) if not name.startswith("_"))
+
+_plddb._check_interpreter()
+
+
+def _make(maker, *values):
+    """A value that was pickled."""
+    return getattr(_plddb, maker)(*values)

@@ -161,4 +161,19 @@ TEST(CheckCodes, AreNamedAlike) {
   }
 }
 
+TEST(Check, ComparesWhatLoadsAndFindsMistakesInTheRest) {
+  const std::vector<bsdl::File> files = {bsdl::Parse(sample::kText, "a.bsd")};
+  const std::vector<check::Source> sources = {
+      {"bad.xml", "<DeviceDatabase>", ""},
+      {"my.xml", "<DeviceDatabase><Family Name='F'>" + With("IRLength='8'", "IRLength='9'") + "</Family></DeviceDatabase>", ""},
+      {"missing.xml", "", "No such file or directory"},
+  };
+  std::vector<std::string> codes;
+  for (const check::Finding& finding : bsdl::CheckTexts(files, sources, bsdl::Missing::kAllowed)) {
+    codes.push_back(finding.place.file + ' ' + std::string(finding.code));
+  }
+  EXPECT_EQ(codes, (std::vector<std::string>{"bad.xml load", "missing.xml unreadable", "my.xml bsdl-ir-length"}));
+  EXPECT_TRUE(bsdl::CheckTexts({}, {}, bsdl::Missing::kListed).empty());
+}
+
 }  // namespace

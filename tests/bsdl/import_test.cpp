@@ -552,4 +552,12 @@ TEST(Programming, IsTakenFromTheFlowsWithAUnit) {
       << without.comments.front();
 }
 
+TEST(Import, KnowsTheUnitsOfTimes) {
+  EXPECT_EQ(bsdl::SecondsOf("s"), 1);
+  EXPECT_EQ(bsdl::SecondsOf("ms"), 1e-3);
+  EXPECT_EQ(bsdl::SecondsOf("us"), 1e-6);
+  EXPECT_EQ(bsdl::SecondsOf("ns"), 1e-9);
+  for (const char* const none : {"", "S", "m", "us ", "min"}) EXPECT_EQ(bsdl::SecondsOf(none), 0) << none;
+}
+
 }  // namespace

@@ -28,7 +28,7 @@ inline std::vector<std::string> FaultsOf(std::string_view text) {
   for (const plddb::Fault& fault : result.faults) {
     EXPECT_EQ(fault.file, "a.xml");
     const bool isOneLine =
-        std::none_of(fault.text.begin(), fault.text.end(), [](char c) { return c == '\x7F' || (c >= 0 && c < ' '); });
+        std::none_of(fault.text.begin(), fault.text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; });
     EXPECT_TRUE(isOneLine) << fault.text;
     faults.push_back(std::to_string(fault.line) + ':' + std::to_string(fault.column) + ": " + fault.text);
   }

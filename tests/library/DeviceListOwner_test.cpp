@@ -173,7 +173,7 @@ TEST(AssignDeviceList, RunningOutOfMemoryLosesNothingAndLeavesTheSource) {
   const auto assign = [&](DeviceList& target) { AssignDeviceList(target, *source); };
   const long failures = support::ForEachFailureOn(
       make, assign, [&](DeviceList& target) { EXPECT_LT(target.GetFamilyCount(), source->GetFamilyCount()); });
-  const long left = LiveAllocations();
+  const long left = support::LiveAfterFailures(live);
   EXPECT_EQ(left, live);
   const DeviceListOwner target = make();
   EXPECT_EQ(failures, support::AllocationsOf([&] { assign(*target); }));

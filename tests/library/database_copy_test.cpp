@@ -256,7 +256,7 @@ TEST(DatabaseTaking, RunningOutOfMemoryKeepsTheFamiliesAppendedSoFarAndLeavesThe
       ExpectStartsLike(target, 0, *untouched);
       mostKept = std::max<int>(mostKept, target.GetFamilyCount());
     });
-    const long left = LiveAllocations();
+    const long left = support::LiveAfterFailures(live);
     EXPECT_EQ(left, live) << taking.name;
     EXPECT_EQ(mostKept, source->GetFamilyCount() - 1) << taking.name;
     const DeviceListOwner target = MakeDeviceList();
@@ -432,7 +432,7 @@ TEST(DatabaseMerge, RunningOutOfMemoryKeepsWhatTheTargetHeld) {
     EXPECT_EQ(DifferenceOf(*target.GetFamily(0), *held->GetFamily(0)), "");
     ExpectStartsLike(target, 1, *source);
   });
-  const long left = LiveAllocations();
+  const long left = support::LiveAfterFailures(live);
   EXPECT_EQ(left, live);
   const DeviceListOwner target = make();
   EXPECT_EQ(failures, support::AllocationsOf([&] { merge(*target); }));

@@ -198,7 +198,7 @@ bool FailsAt(const Row& row, long nth, const States& states) {
   EXPECT_EQ(thrown, happened) << "row: " << row.operation << ", allocation: " << nth;
   EXPECT_EQ(broken, "") << "row: " << row.operation << ", allocation: " << nth;
   broken = std::string();  // it may hold memory
-  const long left = support::LiveAllocations();
+  const long left = support::LiveAfterFailures(live);
   EXPECT_EQ(left, live) << "row: " << row.operation << ", allocation: " << nth;
   return happened;
 }

@@ -1,6 +1,7 @@
 """identify answers what the command answers."""
 
 import collections.abc
+import io
 import sys
 from xml.etree import ElementTree
 
@@ -164,7 +165,8 @@ def test_what_is_expected_is_compared_as_by_the_command(shipped, names):
 
 
 def test_ids_come_in_many_forms(shipped):
-    for asked in (0x59604093, [0x59604093], (0x59604093,), {0x59604093}, "59604093", "0x59604093\n", b"0x59604093", ["59604093"],
+    for asked in (bytearray(b"59604093"), io.StringIO("0x59604093\n"), io.BytesIO(b"0x59604093\n"),
+                  0x59604093, [0x59604093], (0x59604093,), {0x59604093}, "59604093", "0x59604093\n", b"0x59604093", ["59604093"],
                   iter([0x59604093]), (one for one in [0x59604093])):  # fmt: skip
         chain = shipped.identify(asked)
         assert [position.match.name for position in chain] == ["XC9572XL"]

@@ -4,7 +4,9 @@ import os
 import re
 import subprocess
 import sys
+from pathlib import Path
 
+import plddb
 import pytest
 
 from conftest import SOURCE
@@ -54,6 +56,6 @@ def test_mypy_accepts_every_example(tmp_path):
         (tmp_path / f"example{number}.py").write_text(code)
     run = subprocess.run(
         [sys.executable, "-m", "mypy", "--strict", "--python-version", "3.11", "."], cwd=tmp_path,
-        env={"MYPYPATH": str(SOURCE / "python"), "PATH": "/usr/bin:/bin"}, capture_output=True, text=True, check=False,
+        env={"MYPYPATH": str(Path(plddb.__file__).parent.parent), "PATH": "/usr/bin:/bin"}, capture_output=True, text=True, check=False,
     )  # fmt: skip
     assert run.stdout.startswith("Success"), run.stdout

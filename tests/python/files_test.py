@@ -1,5 +1,6 @@
 """Description files are loaded, parsed, written and checked."""
 
+import io
 import json
 import os
 import subprocess
@@ -75,7 +76,8 @@ def test_files_that_do_not_load_raise_with_all_their_faults(tmp_path):
 
 def test_a_text_is_parsed_under_a_name():
     assert plddb.parse(GOOD).families[0].name == "F"
-    assert plddb.parse(GOOD.encode()).families[0].name == "F"
+    for text in (GOOD.encode(), bytearray(GOOD.encode()), io.StringIO(GOOD), io.BytesIO(GOOD.encode())):
+        assert plddb.parse(text).families[0].name == "F"
     for text in ("", "<", "\0", "x" * 1000, b"\xff\xff", "\udcff", GOOD[:-1]):
         with pytest.raises(plddb.Error) as raised:
             plddb.parse(text, "own name")

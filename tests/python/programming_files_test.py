@@ -1,6 +1,9 @@
 """Programming files against chains, and makers' BSDL files."""
 
+import json
+import os
 import subprocess
+import warnings
 
 import plddb
 import pytest
@@ -13,6 +16,7 @@ FOLDERS = [
 ]  # fmt: skip
 FILES = sorted(path for folder in FOLDERS for path in (SOURCE / "fuzz/corpus" / folder).glob("*"))
 BSDL_FILES = sorted([*(SOURCE / "fuzz/corpus/bsdl").glob("*"), *(SOURCE / "tests/tool/data").glob("*.bsd")])
+FLOW = (SOURCE / "fuzz/corpus/bsdl/flow").read_text()  # with times of IEEE 1532
 JEDEC = "\x02Own file*\nNOTE DEVICE XC9572XL-7VQ44C*\nN DEVICE XC9572XL*\nQF46656*\nF0*\n\x03"
 
 
@@ -127,6 +131,7 @@ def test_a_device_of_a_bsdl_file_is_added_as_the_command_does(tmp_path, tree):
         assert text == (run.stdout or into.read_text())
 
 
+@pytest.mark.filterwarnings("ignore::UserWarning")
 @pytest.mark.skipif(not TOOL, reason="the command is not built")
 @pytest.mark.parametrize("path", BSDL_FILES, ids=lambda path: path.name)
 def test_a_bsdl_file_is_described_or_refused_as_by_the_command(path):
@@ -145,6 +150,90 @@ def test_a_bsdl_file_is_described_or_refused_as_by_the_command(path):
         assert run.returncode == 0, run.stderr
         assert run.stdout.decode() == text
         assert plddb.write(plddb.parse(text)) == described
+
+
+@pytest.fixture
+def makers(tmp_path):
+    """Two packages of a device, with the times of IEEE 1532."""
+    texts = {"a": FLOW, "b": FLOW.replace("TQ100", "BG256")}
+    paths = [tmp_path / f"{name}.bsd" for name in texts]
+    for path, text in zip(paths, texts.values()):
+        path.write_text(text)
+    return paths
+
+
+@pytest.mark.skipif(not TOOL, reason="the command is not built")
+@pytest.mark.parametrize("units", [None, "s", "ms", "us", "ns"])
+def test_several_files_and_units_are_taken_as_by_the_command(makers, units):
+    first, second = (plddb.read_bsdl(path) for path in makers)
+    options = [] if units is None else ["--units", units]
+    run = subprocess.run([TOOL, "import", "--family", "F", *makers, *options], capture_output=True, text=True, check=False)
+    assert run.returncode == 0, run.stderr
+    with warnings.catch_warnings(record=True) as caught:
+        warnings.simplefilter("always")
+        assert first.to_xml("F", units=units, others=[second]) == run.stdout
+    assert [str(one.message) for one in caught] == [line for line in run.stderr.splitlines() if "warning: " in line]
+    assert bool(caught) == (units == "ns")
+    device = first.describe("F", others=(second,)).families[0].devices[0]
+    assert [package.type for package in device.packages] == ["TQ100", "BG256"]
+
+
+def test_what_is_left_out_is_a_warning_whatever_the_name_of_the_file(tmp_path):
+    path = tmp_path / os.fsdecode(b"\xffa.bsd")
+    path.write_text(FLOW)
+    with pytest.warns(UserWarning, match="not plain ASCII: BSDLFile is left out"):
+        assert plddb.read_bsdl(path).describe("F").device_count == 1
+
+
+def test_wrong_options_of_describing_are_refused(makers):
+    bsdl = plddb.read_bsdl(makers[0])
+    with pytest.raises(ValueError):
+        bsdl.describe("F", units="min")
+    for wrong in ({"units": 1}, {"others": ["b.bsd"]}, {"others": 5}, {"others": [None]}):
+        with pytest.raises(TypeError):
+            bsdl.describe("F", **wrong)
+    with pytest.raises(TypeError):
+        bsdl.to_xml()
+
+
+def finding_as_json(one):
+    return {"file": one.file, "line": one.line, "column": one.column, "severity": one.severity, "code": one.code, "text": one.text}
+
+
+@pytest.mark.skipif(not TOOL, reason="the command is not built")
+@pytest.mark.parametrize("missing", [False, True])
+def test_descriptions_are_compared_with_makers_files_as_by_the_command(tmp_path, makers, missing):
+    described = tmp_path / "described.xml"
+    text = plddb.read_bsdl(makers[0]).to_xml("F")
+    described.write_text(text.replace('IRLength="8"', 'IRLength="9"').replace(' BSCANLength="4"', ""))
+    bad = tmp_path / "bad.bsd"
+    bad.write_text("entity")
+    for files in ([described], [tmp_path / "missing.xml", described]):
+        options = ["--missing"] if missing else []
+        run = subprocess.run(
+            [TOOL, "check", "--json", *files, *options, "--bsdl", *makers, bad], capture_output=True, text=True, check=False
+        )
+        findings = plddb.check(*files, bsdl=[*makers, bad], missing=missing)
+        assert [{key: one[key] for key in finding_as_json(findings[0])} for one in json.loads(run.stdout)] == [
+            finding_as_json(one) for one in findings
+        ]
+        assert ("bsdl-missing" in [one.code for one in findings]) == missing
+        assert "bsdl-ir-length" in [one.code for one in findings]
+
+
+def test_makers_files_are_given_as_a_list(makers):
+    for wrong in (str(makers[0]), 5, [None]):
+        with pytest.raises(TypeError):
+            plddb.check(makers[0], bsdl=wrong)
+    assert [one.code for one in plddb.check(makers[0], bsdl=[])] == ["load"]
+
+
+@pytest.mark.skipif(not TOOL, reason="the command is not built")
+def test_the_codes_of_findings_are_those_of_the_command():
+    run = subprocess.run([TOOL, "check", "--list-codes"], capture_output=True, text=True, check=True)
+    listed = [tuple(line.split(None, 2)[:2]) for line in run.stdout.splitlines() if line[:1].strip()]
+    assert [(code.name, code.severity) for code in plddb.finding_codes()] == listed
+    assert all(code.meaning and isinstance(code.formerly, str) for code in plddb.finding_codes())
 
 
 def test_a_bsdl_file_that_cannot_be_used_raises(tmp_path):

@@ -1,6 +1,7 @@
 """Whatever it is given, the module raises an exception, and never ends the process."""
 
 import copy
+import multiprocessing
 import pickle
 import subprocess
 import sys
@@ -17,9 +18,12 @@ ENTRIES = [plddb.BScanControl, plddb.ControlEBR, plddb.ControlEBRList, plddb.Con
 STRANGE = [None, -1, 0, 2**31, 2**32, 2**64, -(2**64), 1.5, float("nan"), "", "a\0b", "\ud800", "\udcff", "x" * 100000, b"x", b"",
            bytearray(b"x"), [], [None], (), {}, {1: 2}, set(), object(), plddb, SOURCE, range(3), iter([]), Ellipsis, True,
            type, slice(None)]  # fmt: skip
-CALLABLE = [
-    (name, function) for name, function in vars(plddb).items() if callable(function) and not isinstance(function, type)
-]  # fmt: skip
+CALLABLE = [(name, getattr(plddb, name)) for name in plddb.__all__ if not isinstance(getattr(plddb, name), type)]
+DUPLICATE = (
+    '<DeviceDatabase><Family Name="F">'
+    + '<Device Name="D" CodeName="D" Comm="JTAG" jtagDeviceID="0x0ABC0043" DeviceIDScanMask="0x0FFFFFFF"/>' * 2
+    + "</Family></DeviceDatabase>"
+)  # fmt: skip
 EXPECTED = (TypeError, ValueError, OverflowError, IndexError, plddb.Error, plddb.DeletedError)
 
 
@@ -99,6 +103,35 @@ def test_entries_are_pickled_and_copied(tree):
     assert copies[0] == plddb.PersistentFuse()
 
 
+def test_faults_and_findings_are_values(tmp_path):
+    path = tmp_path / "bad\udcff.xml"
+    path.write_text(DUPLICATE)
+    findings = plddb.check(path)
+    with pytest.raises(plddb.Error) as raised:
+        plddb.load(tmp_path / "missing\udcff.xml", tmp_path / "other.xml")
+    faults = raised.value.faults
+    assert findings[0].related and len(faults) == 2
+    for one in (*findings, *faults):
+        copies = [pickle.loads(pickle.dumps(one, protocol)) for protocol in range(pickle.HIGHEST_PROTOCOL + 1)]
+        for other in [copy.copy(one), copy.deepcopy(one), *copies]:
+            assert (other, hash(other), str(other)) == (one, hash(one), str(one))
+            assert getattr(other, "related", None) == getattr(one, "related", None)
+    assert findings == plddb.check(path) and faults[0] != faults[1] and faults[0] != findings[0]
+    assert len({*faults, *faults}) == 2
+
+
+def fail(path):
+    plddb.load(path)
+
+
+@pytest.mark.parametrize("method", ["fork", "spawn"])
+def test_an_error_comes_out_of_another_process(tmp_path, method):
+    with multiprocessing.get_context(method).Pool(1) as pool, pytest.raises(plddb.Error) as raised:
+        pool.apply(fail, (tmp_path / "missing.xml",))
+    assert [fault.file for fault in raised.value.faults] == [str(tmp_path / "missing.xml")]
+    assert pickle.loads(pickle.dumps(plddb.DeletedError("x"))).args == ("x",)
+
+
 def test_records_and_answers_are_not(tree):
     device = tree.families[0].devices[0]
     chain = tree.identify([0x0ABC0043, 0x12345677])
@@ -175,10 +208,52 @@ def test_a_long_reading_ends_though_others_keep_writing(tree):
         thread.join()
 
 
+def run_python(code):
+    done = subprocess.run([sys.executable, "-X", "dev", "-c", code], capture_output=True, text=True, check=False, timeout=60)
+    return done.returncode, done.stdout, done.stderr
+
+
+def test_daemon_threads_do_not_disturb_the_end_of_the_process():
+    code = """if True:
+        import threading, plddb
+        db = plddb.load(%r)
+        began = threading.Barrier(4)
+        def work():
+            began.wait()
+            while True:
+                db.identify([0x59604093] * 300)
+                plddb.write(db)
+        for _ in range(3):
+            threading.Thread(target=work, daemon=True).start()
+        began.wait()
+    """
+    assert run_python(code % str(SOURCE / "data/xilinx.xml")) == (0, "", "")
+
+
+def test_a_subinterpreter_is_refused():
+    code = """if True:
+        import sys
+        import _xxsubinterpreters as interpreters
+        def attempt():
+            one = interpreters.create()
+            interpreters.run_string(one, f"import sys; sys.path[:] = {sys.path}\\ntry: import plddb\\nexcept ImportError as e: print(e)")
+            interpreters.destroy(one)
+        attempt()
+        import plddb
+        attempt()
+        print(plddb.Database())
+    """
+    try:
+        import _xxsubinterpreters  # noqa: F401
+    except ImportError:
+        return  # no module of this Python makes them
+    refusal = "plddb cannot be used in a subinterpreter\n"
+    assert run_python(code) == (0, refusal * 2 + "<plddb.Database of 0 families, 0 devices>\n", "")
+
+
 def test_nothing_is_left_at_the_end_of_the_process():
     code = (
         "import plddb; db = plddb.load(%r); chain = db.identify(0x59604093); device = chain[0].match;"
         "held = [db, chain, device, device.packages]; held.append(held)" % str(SOURCE / "data")
     )  # fmt: skip
-    run = subprocess.run([sys.executable, "-X", "dev", "-c", code], capture_output=True, text=True, check=False, timeout=60)
-    assert (run.returncode, run.stdout, run.stderr) == (0, "", "")
+    assert run_python(code) == (0, "", "")

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "Adapter.h"
+
 namespace {
 
 constexpr std::size_t kLargestRequest = std::size_t{1} << 30;
@@ -68,6 +70,33 @@ void* OrThrow(void* memory) {
   return memory;
 }
 
+/// Whether copying a vector leaks when its second allocation fails.
+bool CopiesLeak() {
+  const std::vector<std::string> texts(2, std::string(100, 'x'));
+  const long before = live.load();
+  {
+    const support::FailAllocation second(2);
+    try {
+      const std::vector<std::string> copy = texts;
+    } catch (const std::bad_alloc&) {  // as intended
+    }
+  }
+  return live.exchange(before) != before;
+}
+
+/// Whether the library allocates elsewhere than here.
+bool AllocatesUncounted() {
+  Adapter adapter;
+  const long before = allocations;
+  adapter.SetVendorName("a name");
+  return allocations == before;
+}
+
+bool Told(bool fact, const char* line) {
+  if (fact) static_cast<void>(std::fputs(line, stderr));
+  return fact;
+}
+
 }  // namespace
 
 namespace support {
@@ -79,23 +108,19 @@ long LiveAllocations() { return live.load(std::memory_order_relaxed); }
 void ForgetAllocationsSince(long count) { live.store(count, std::memory_order_relaxed); }
 
 bool StandardLibraryLeaks() {
-  static const bool leaks = [] {
-    const std::vector<std::string> texts(2, std::string(100, 'x'));
-    const long before = LiveAllocations();
-    {
-      const FailAllocation second(2);
-      try {
-        const std::vector<std::string> copy = texts;
-      } catch (const std::bad_alloc&) {  // as intended
-      }
-    }
-    if (LiveAllocations() == before) return false;
-    ForgetAllocationsSince(before);
-    static_cast<void>(
-        std::fputs("This standard library leaks when a copy fails; leaks after failures are not tested.\n", stderr));
-    return true;
-  }();
+  static const bool leaks =
+      Told(CopiesLeak(), "This standard library leaks when a copy fails; leaks after failures are not tested.\n");
   return leaks;
+}
+
+bool LibraryHasOwnOperators() {
+  static const bool own = Told(AllocatesUncounted(), "The library is a DLL with its own operator new; leaks are not tested.\n");
+  return own;
+}
+
+long LiveAfterFailures(long live) {
+  if (StandardLibraryLeaks() || LibraryHasOwnOperators()) ForgetAllocationsSince(live);
+  return LiveAllocations();
 }
 
 FailAllocation::FailAllocation(long nth) {

@@ -17,9 +17,16 @@ long AllocationCount();
 /// Allocated and not yet freed, by all threads. Only differences mean something.
 long LiveAllocations();
 
-/// Whether the standard library's own containers leak when an allocation fails while they are copied, as those of libc++ 14 do.
-/// It is tried out once; if so, a line on standard error says that the tests cannot tell such leaks from the library's.
-bool StandardLibraryLeaks();
+/// \name Where LiveAllocations() does not show leaks
+/// Both are tried out once; if so, a line on standard error tells that leaks are not tested.
+///@{
+bool StandardLibraryLeaks();    ///< When an allocation fails while a container is copied, as in libc++ 14.
+bool LibraryHasOwnOperators();  ///< New and delete: those of a DLL are not the program's, and what one allocates the other may
+                                ///< free.
+///@}
+
+/// LiveAllocations() after failures, for a comparison with `live`, from before them; just `live` where leaks do not show.
+long LiveAfterFailures(long live);
 
 /// From now on as many allocations count as live as when LiveAllocations() was `live`.
 void ForgetAllocationsSince(long live);
@@ -60,9 +67,9 @@ long ForEachFailingAllocation(Operation operation, AfterFailure afterFailure) {
       }
       happened = failing.Happened();
     }
+    if (LibraryHasOwnOperators() || (thrown && StandardLibraryLeaks())) ForgetAllocationsSince(live);
     if (thrown) {
       ++failures;
-      if (StandardLibraryLeaks()) ForgetAllocationsSince(live);
       afterFailure();
     }
     if (!happened) return failures;

@@ -1,10 +1,16 @@
-"""Types of the module plddb; help(plddb) explains what they mean."""
+"""Types of the module plddb; help(plddb) explains what they mean. make_stub.py puts the fields of records in."""
 
 import os
 from collections.abc import Iterable, Iterator, Mapping, Sequence
-from typing import Literal, SupportsIndex, Union, overload
+from typing import Literal, Protocol, SupportsIndex, Union, overload
 
 _StrPath = Union[str, bytes, os.PathLike[str], os.PathLike[bytes]]
+_Unit = Literal["s", "ms", "us", "ns"]
+
+class _File(Protocol):
+    def read(self) -> str | bytes: ...
+
+_Text = Union[str, bytes, bytearray, _File]
 
 __version__: str
 
@@ -20,8 +26,7 @@ class Record:
     def database(self) -> Database: ...
 
 class Database:
-    version: str | None
-    comment: str | None
+    # the fields of DeviceList.h
     @property
     def families(self) -> list[Family]: ...
     @property
@@ -76,27 +81,11 @@ class Database:
     def get_last_family(self) -> Family | None: ...
     def find(self, text: str, family: str | None = ...) -> list[Match]: ...
     def near_names(self, text: str) -> list[str]: ...
-    def identify(self, ids_or_scan: str | bytes | SupportsIndex | Iterable[SupportsIndex | str | None], comm: str = ..., trust_ir: bool = ..., *, order: Literal["tdo", "tdi"] | None = ..., ir: Mapping[int, int] | None = ...) -> Chain: ...
+    def identify(self, ids_or_scan: _Text | SupportsIndex | Iterable[SupportsIndex | str | None], comm: str = ..., trust_ir: bool = ..., *, order: Literal["tdo", "tdi"] | None = ..., ir: Mapping[int, int] | None = ...) -> Chain: ...
 
 class Family(Record):
-    name: str | None
-    alias_name: str | None
-    bypass_inst: str | None
-    id_code_inst: str | None
-    isc_release: int
-    extension: str | None
-    xfp_file: str | None
-    icf_file: str
-    re_initialize: bool
+    # the fields of FamilyList.h
     ieee1532_compliant: bool
-    cdr_fixed: bool
-    hidden: bool
-    debug_mode: bool
-    fpga_loader_support: bool
-    stapl_support: bool
-    fpga_device: bool
-    cfg_pin_count: int
-    bitstream_model_template: str | None
     @property
     def file(self) -> str: ...
     @property
@@ -139,79 +128,7 @@ class Family(Record):
     def get_device_pos(self, name: str | None) -> int: ...
 
 class Device(Record):
-    name: str | None
-    code_name: str | None
-    alias_name: str | None
-    family: str | None
-    vendor: str | None
-    access: str | None
-    architecture: str | None
-    pon: str | None
-    comm: str | None
-    alg_options: str | None
-    alg_template: str | None
-    isp_alg_template: str | None
-    soft_ip_file: str | None
-    ebr_file: str | None
-    pin: int
-    bit_map_transformation: int
-    isp_device_id: int
-    jtag_device_id: int
-    jtag_device_id_backup: int
-    device_id_mask: int
-    device_id_mask_backup: int
-    device_id_scan_mask: int
-    id_length: int
-    arch_length: int
-    backup_arch_length: int
-    arch_row: int
-    backup_arch_row: int
-    sed_length: int
-    e_length: int
-    backup_e_length: int
-    e_row: int
-    backup_e_row: int
-    ir_length: int
-    address_length: int
-    backup_address_length: int
-    data_length: int
-    backup_data_length: int
-    physical_ues_length: int
-    isp_logical_ues_length: int
-    jtag_logical_ues_length: int
-    disable_device_stapl_support: bool
-    fuse_number: int
-    backup_fuse_number: int
-    program_time: int
-    erase_time: int
-    verify_time: int
-    isp_ues_mask: str | None
-    jtag_ues_mask: str | None
-    bscan_length: int
-    instruction_bypass_pattern: str | None
-    id_instruction: int
-    usercode_instruction: int
-    instruction_bypass: int
-    bypass_length: int
-    bypass_value: int
-    bsdl_file: str | None
-    bsdl_file_time: str | None
-    turbo_alg_template: str | None
-    turbo_alg_index: int
-    data_frames: int
-    frame_bytes: int
-    header_bytes: int
-    data_frame_header: int
-    stop_bytes: int
-    ues_bytes: int
-    trailer_bytes: int
-    end_bytes: int
-    bitstream_col_width: int
-    sync_ext_done_address: int
-    sync_ext_done_column: int
-    number_of_external_asc: int
-    multiboot_chip_sel_column: int
-    multiboot_source_sel_column: int
+    # the fields of DeviceInfo.h
     @property
     def family_object(self) -> Family: ...
     @property
@@ -263,13 +180,7 @@ class Device(Record):
     def get_orvo_setting_with_jdf_file(self, jdf: str | None) -> str | None: ...
 
 class Package(Record):
-    type: str | None
-    pon: str | None
-    backup_pon: str | None
-    alias_pon: str | None
-    jdf: str | None
-    ini: str | None
-    orvo_setting: str | None
+    # the fields of Package.h
     @property
     def adapters(self) -> list[Adapter]: ...
     @property
@@ -283,8 +194,7 @@ class Package(Record):
     def clear_adapter_list(self) -> None: ...
 
 class Adapter(Record):
-    vendor_name: str | None
-    adapter_name: str | None
+    # the fields of Adapter.h
 
 class ControlRegZero:
     frequency: str
@@ -409,6 +319,18 @@ class Fault:
     def column(self) -> int: ...
     @property
     def text(self) -> str: ...
+    def __eq__(self, other: object) -> bool: ...
+    def __hash__(self) -> int: ...
+
+class FindingCode:
+    @property
+    def name(self) -> str: ...
+    @property
+    def severity(self) -> Literal["error", "warning"]: ...
+    @property
+    def meaning(self) -> str: ...
+    @property
+    def formerly(self) -> str: ...
 
 class Finding:
     @property
@@ -425,6 +347,8 @@ class Finding:
     def text(self) -> str: ...
     @property
     def related(self) -> list[tuple[str, int, int]]: ...
+    def __eq__(self, other: object) -> bool: ...
+    def __hash__(self) -> int: ...
 
 class Chain(Sequence[Position]):
     @property
@@ -608,12 +532,13 @@ class BsdlFile:
     def maximum_tck(self) -> float: ...
     @property
     def warnings(self) -> list[Fault]: ...
-    def describe(self, family: str, name: str | None = ..., vendor: str | None = ..., package: str | None = ...) -> Database: ...
-    def to_xml(self, family: str, name: str | None = ..., vendor: str | None = ..., package: str | None = ...) -> str: ...
-    def add_to(self, description: _StrPath, family: str, name: str | None = ..., vendor: str | None = ..., package: str | None = ...) -> str: ...
+    def describe(self, family: str, name: str | None = ..., vendor: str | None = ..., package: str | None = ..., *, units: _Unit | None = ..., others: Iterable[BsdlFile] = ...) -> Database: ...
+    def to_xml(self, family: str, name: str | None = ..., vendor: str | None = ..., package: str | None = ..., *, units: _Unit | None = ..., others: Iterable[BsdlFile] = ...) -> str: ...
+    def add_to(self, description: _StrPath, family: str, name: str | None = ..., vendor: str | None = ..., package: str | None = ..., *, units: _Unit | None = ..., others: Iterable[BsdlFile] = ...) -> str: ...
 
-def check(*files: _StrPath) -> list[Finding]: ...
+def check(*files: _StrPath, bsdl: Iterable[_StrPath] | None = ..., missing: bool = ...) -> list[Finding]: ...
 def data_files() -> list[str]: ...
+def finding_codes() -> list[FindingCode]: ...
 @overload
 def fits(file: _StrPath, chain: Chain) -> Verdict: ...
 @overload
@@ -622,6 +547,6 @@ def is_bypass_device(device: Device, mode: int) -> bool: ...
 def is_hiden_family(family: Family) -> bool: ...
 def load(*files: _StrPath) -> Database: ...
 def maker(id: int) -> str: ...
-def parse(text: str | bytes, file: str = ...) -> Database: ...
+def parse(text: _Text, file: str = ...) -> Database: ...
 def read_bsdl(file: _StrPath) -> BsdlFile: ...
 def write(database: Database) -> str: ...
