@@ -22,7 +22,7 @@ bool AllHaveAnotherLength(const Facts& facts) {
   return true;
 }
 
-void CheckCodes(const Facts& facts, FaultList& faults) {
+void CheckCodeLengths(const Facts& facts, FaultList& faults) {
   const std::uint32_t length = facts.instructionLength.value;
   for (const Instruction& instruction : facts.instructions) {
     for (const Text& code : instruction.codes) {
@@ -50,7 +50,7 @@ void CheckInstructionLength(const Facts& facts, FaultList& faults) {
     return faults.Error(length.place, "INSTRUCTION_LENGTH is " + std::to_string(length.value) + ", but all codes have " +
                                           std::to_string(bits) + " bits");
   }
-  CheckCodes(facts, faults);
+  CheckCodeLengths(facts, faults);
   CheckCapture(facts, faults);
 }
 

@@ -26,7 +26,7 @@ std::string DeviceName(const Facts& facts) {
              : entity;
 }
 
-/// An ordering name whose entity name is `entity`: lookups write '_' for '-'.
+/// An ordering number whose entity name is `entity`: lookups write '_' for '-'.
 std::string OrderingName(std::string entity) {
   std::replace(entity.begin(), entity.end(), '_', '-');
   return entity;

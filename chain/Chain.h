@@ -107,7 +107,8 @@ class ChainPosition {
 
   const std::vector<Candidate>& Candidates() const;  ///< All that answer, in search order.
   const DeviceInfo* Match() const;                   ///< What the library finds first; null for an unknown id.
-  /// Whether another device may be meant as well: not one that is less exact than the match and has the same IR length.
+  /// Whether another device may be meant as well. One that is less exact than the match and has the same IR length does not
+  /// count.
   bool IsAmbiguous() const;
   unsigned long IrLength() const;  ///< What the user gives, or else that of the match, or that of the scan; 0 when not known.
 
@@ -236,7 +237,7 @@ std::string DescriptionStub(unsigned int id, const char* vendor, unsigned long i
 std::string DeviceName(const DeviceInfo& device);  ///< The name, or else the code name.
 std::string FamilyName(const DeviceInfo& device);  ///< Of the family that holds the device.
 
-/// Whether the families that only neighbours of programmable logic are in hold `device`.
+/// Whether `device` is no programmable logic, but found beside it in chains: it is in a hidden family.
 bool IsNeighbour(const DeviceInfo& device);
 
 /// The hint that a neighbour's description has; empty without one.

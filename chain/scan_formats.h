@@ -32,7 +32,7 @@ class ScanReports {
   bool IsFull() const;             ///< Current() holds more TAPs than any chain.
   std::vector<ScanReport> Take();  ///< Hands over those that hold a TAP.
 
-  bool isOpen = false;          ///< For formats that need it: a line announced that TAPs follow.
+  bool isOpen = false;          ///< For formats that need it: a line before stated that TAPs follow.
   std::size_t indentation = 0;  ///< For formats that need it: of the last TAP.
   std::vector<std::string> notes = {};
 
@@ -72,7 +72,7 @@ struct ScanFormat {
   const char* tool;
   End nearest;       ///< The end of the chain that it names first.
   bool hasVersions;  ///< See Scan.
-  bool isWhole;      ///< False: it may speak of some TAPs of the chain only.
+  bool isWhole;      ///< False: it may list only some TAPs of the chain.
   bool isOneBlock;   ///< A report ends at a line of another kind.
   bool isPerCable;   ///< Each report is that of another cable.
   const LineKind* kinds;
@@ -118,7 +118,7 @@ inline constexpr const ScanFormat* kScanFormats[] = {
 };
 
 /// Adds the contents of `line` to the reports of its format; a line of no format is skipped. `reports` has one entry for each
-/// row of kScanFormats. The result tells the format of a fault by `format`.
+/// row of kScanFormats. `format` of the result is the format that a fault is about.
 Taken TakeScanLine(std::string_view line, std::vector<ScanReports>& reports, std::size_t& format);
 
 }  // namespace plddb::chain

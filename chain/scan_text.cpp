@@ -88,14 +88,14 @@ std::string WithPlainCharacters(std::string text) {
   if (text.find_first_of(starts) == text.npos) return text;
   std::string plain;
   plain.reserve(text.size());
-  for (std::string_view rest = text; !rest.empty();) {
+  for (std::size_t at = 0; at < text.size();) {
     const bool isInside = !plain.empty() && (plain.back() & 0x80) != 0;  // of a character of UTF-8
     const auto* const spelling = std::find_if(std::begin(kSpellings), std::end(kSpellings), [&](const auto& row) {
-      return rest.substr(0, row.text.size()) == row.text && !(isInside && row.text.size() == 1);
+      return text.compare(at, row.text.size(), row.text) == 0 && !(isInside && row.text.size() == 1);
     });
     const bool isOther = spelling != std::end(kSpellings);
-    plain += isOther ? spelling->plain : rest.front();
-    rest.remove_prefix(isOther ? spelling->text.size() : 1);
+    plain += isOther ? spelling->plain : text[at];
+    at += isOther ? spelling->text.size() : 1;
   }
   return plain;
 }

@@ -36,12 +36,12 @@ bool AreHexDigits(std::string_view text, std::size_t least, std::size_t most);
 /// The number of hex digits, at most 8 of them.
 unsigned int HexNumber(std::string_view digits);
 
-/// The id with which `text` starts after blanks: 0x and 8 hex digits, or as many as `least` at least. None: with fewer digits
-/// the text was cut off, and more are no id.
+/// The id at the start of `text`, after blanks: 0x and 8 hex digits, or at least `least` of them. None otherwise: with fewer
+/// digits the text was cut off, and more are no id.
 std::optional<unsigned int> LeadingId(std::string_view text, std::size_t least = 8);
 inline constexpr const char* kExpectedFullId = "expected an id: 0x and 8 hex digits";
 
-/// The 8 hex digits with which `text` starts after blanks, with or without 0x.
+/// The 8 hex digits at the start of `text`, after blanks, with or without 0x.
 std::optional<unsigned int> LeadingBareId(std::string_view text);
 inline constexpr const char* kExpectedBareId = "expected an id: 8 hex digits";
 

@@ -18,7 +18,7 @@ constexpr std::size_t kRowGap = 44;       // between rows
 constexpr std::size_t kMargin = 64;       // for the words TDI and TDO
 constexpr std::size_t kLongestName = 18;  // characters that fit into a box
 
-/// How many bytes the character has with which `text` starts; 0 when XML does not know it.
+/// The number of bytes of the first character of `text`; 0 if XML does not allow it.
 std::size_t XmlCharacterLength(std::string_view text) {
   const auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
   const unsigned int first = byte(0);

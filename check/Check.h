@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Descriptions.h"
+#include "DeviceList.h"
 
 /// Finds mistakes in device descriptions that load: values that contradict each other, and devices that lookups will not find.
 /// docs/check.md has a paragraph for each code.

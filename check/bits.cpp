@@ -29,6 +29,7 @@ Bit ToBit(const CControlEBR& record) { return {record.BitName, record.Address, r
 template <class Record>
 std::vector<Bit> ToBits(const std::vector<Record>& records) {
   std::vector<Bit> bits;
+  bits.reserve(records.size());
   for (const Record& record : records) bits.push_back(ToBit(record));
   return bits;
 }

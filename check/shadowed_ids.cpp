@@ -13,14 +13,14 @@ namespace {
 using internal::AccessMode;
 
 /// An identifier of a device, by the access mode that compares it. DUAL compares these two, more loosely on purpose.
-struct IdKind {
+struct Identifier {
   AccessMode mode;
   const char* attribute;
   const char* name;
   unsigned int (DeviceInfo::*id)() const;
 };
 
-constexpr IdKind kIdKinds[] = {
+constexpr Identifier kIdentifiers[] = {
     {AccessMode::kJtag, "jtagDeviceID", "IDCODE", &DeviceInfo::GetjtagDeviceID},
     {AccessMode::kIsp, "ispDeviceID", "ISP identifier", &DeviceInfo::GetispDeviceID},
 };
@@ -34,18 +34,19 @@ struct Answer {
 
 using Answers = std::vector<Answer>;  // in the order of the lookups
 
-Answers AnswersOf(const Records& records, const IdKind& kind) {
+Answers AnswersOf(const Records& records, const Identifier& identifier) {
   Answers answers;
   for (const DescribedDevice& device : records.Devices()) {
-    const unsigned int id = (device.device->*kind.id)();
+    const unsigned int id = (device.device->*identifier.id)();
     const unsigned int mask = device.device->GetDeviceIDScanMask();
-    if (internal::AnswersTo(*device.device, kind.mode, id)) answers.push_back({id & mask, mask, &device});
+    if (internal::AnswersTo(*device.device, identifier.mode, id)) answers.push_back({id & mask, mask, &device});
   }
   return answers;
 }
 
 /// For each bit of an identifier the answers that take it as 0, that take it as 1, and that do not count it: a bit for each
-/// answer, so that 64 answers are compared at once.
+/// answer, so that 64 answers are compared at once. On purpose no tree, although this grows with the square of the group:
+/// 60,000 devices with as many masks take a second, and a tree that branches at each bit took four.
 class AnswerSets {
  public:
   explicit AnswerSets(const Answers& answers) : words_(answers.size() / kWordBits + 1), sets_(kSets * kIdBits * words_) {
@@ -105,10 +106,11 @@ class AnswerSets {
   std::vector<Word> sets_;
 };
 
-std::string TextOf(const Records& records, const Answer& answer, const Answer& earlier, bool isShadowed, const IdKind& kind) {
+std::string TextOf(const Records& records, const Answer& answer, const Answer& earlier, bool isShadowed,
+                   const Identifier& identifier) {
   const std::string name = records.NameFor(*answer.device, *earlier.device) + ", which comes first";
-  if (isShadowed) return std::string("the ") + kind.name + " finds " + name + " and answers to all ids of this device";
-  return std::string("the ") + kind.name + " " + Hex(earlier.id | answer.id, 8) + " finds " + name;
+  if (isShadowed) return std::string("the ") + identifier.name + " finds " + name + " and answers to all ids of this device";
+  return std::string("the ") + identifier.name + " " + Hex(earlier.id | answer.id, 8) + " finds " + name;
 }
 
 /// The answers that may share ids: those that agree in the bits which all masks count. Most masks are alike, so that most
@@ -127,7 +129,7 @@ std::vector<Answers> Groups(const Answers& answers) {
 }
 
 /// A device that takes all ids of a later one is named before one that takes some of them.
-void CheckGroup(const Records& records, const IdKind& kind, const Answers& answers, Findings& findings) {
+void CheckGroup(const Records& records, const Identifier& identifier, const Answers& answers, Findings& findings) {
   const AnswerSets sets(answers);
   for (std::size_t i = 0; i < answers.size(); ++i) {
     const std::size_t any = sets.First(answers[i], i, false);
@@ -135,17 +137,17 @@ void CheckGroup(const Records& records, const IdKind& kind, const Answers& answe
     const std::size_t whole = sets.First(answers[i], i, true);
     const bool isShadowed = whole != i;
     const Answer& earlier = answers[isShadowed ? whole : any];
-    findings.Add(*answers[i].device, kind.attribute, isShadowed ? CodeId::kIdShadowed : CodeId::kIdShared,
-                 TextOf(records, answers[i], earlier, isShadowed, kind), *earlier.device);
+    findings.Add(*answers[i].device, identifier.attribute, isShadowed ? CodeId::kIdShadowed : CodeId::kIdShared,
+                 TextOf(records, answers[i], earlier, isShadowed, identifier), *earlier.device);
   }
 }
 
 }  // namespace
 
 void CheckShadowedIds(const Records& records, Findings& findings) {
-  for (const IdKind& kind : kIdKinds) {
-    for (const Answers& group : Groups(AnswersOf(records, kind))) {
-      if (group.size() > 1) CheckGroup(records, kind, group, findings);
+  for (const Identifier& identifier : kIdentifiers) {
+    for (const Answers& group : Groups(AnswersOf(records, identifier))) {
+      if (group.size() > 1) CheckGroup(records, identifier, group, findings);
     }
   }
 }

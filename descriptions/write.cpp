@@ -283,7 +283,8 @@ std::string WriteDescriptions(const DeviceList& database) { return WriteDescript
 std::string WriteDescriptions(const std::vector<Source>& sources) {
   const DeviceList none;
   const Source first = sources.empty() ? Source{&none} : sources.front();
-  const std::vector<Source> further(sources.begin() + (sources.empty() ? 0 : 1), sources.end());
+  std::vector<Source> further = sources;
+  if (!further.empty()) further.erase(further.begin());
   descriptions::Texts texts;
   const Element root = RootOf(first, texts);
   const Element outline = first.outline == nullptr ? Element() : first.outline->root;

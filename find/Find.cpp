@@ -166,7 +166,7 @@ Matches FindNamed(const Databases& databases, std::string_view text, const std::
   return found;
 }
 
-/// Signs of pages that a text may be copied from, and what is meant.
+/// Signs of web and printed pages, and the ones that they mean.
 constexpr struct {
   std::string_view sign;
   const char* plain;

@@ -43,17 +43,17 @@ enum class Kind {
   kExact,     ///< It is the key, whole.
   kBegins,    ///< The key begins with it.
   kContains,  ///< The key contains it.
-  kPattern,   ///< The key is one that the pattern describes.
+  kPattern,   ///< The key matches the pattern.
   kMark,      ///< It begins with the key: a mark on a chip, or an ordering number that is not described.
 };
 
 /// "exact", "begins", "contains", "pattern", "mark".
 const char* NameOf(Kind kind);
 
-/// What a mark on a chip tells beyond the device.
+/// What a mark on a chip shows beyond the device.
 struct Mark {
-  std::string name;                  ///< What of the device the text begins with, as the database writes it.
-  std::string package;               ///< The type of the device's package; as the text writes it where that is not described.
+  std::string name;                  ///< The name or ordering number that the text begins with, as in the database.
+  std::string package;               ///< The package type of the device, or as in the text if that is not described.
   bool isPackageDescribed = false;   ///< Whether the device has a package of that type.
   bool isLeadFree = false;           ///< The package's letters end in an additional G, or the mark in N or G.
   std::string speed;                 ///< The speed grade, such as "-10"; empty: not given.
@@ -87,11 +87,11 @@ bool IsAmbiguous(const Matches& matches);
 ///   4. the beginning of one of these
 ///   5. a part of one of these
 ///   6. a mark on a chip: the longest name that the text begins with, also one after a missing "XC"; the name has 4 characters
-///      or more, or all of the rest is understood. A number at its end is not cut. A maker or family before it does not count;
-///      failing that, hyphens and blanks within the name do not, either.
+///      or more, or all of the rest is understood. A number at its end is not cut. A maker or family before it is skipped;
+///      if nothing matches, hyphens and blanks within the name are ignored, too.
 ///
-/// White space around the text does not count. Dashes and blanks of printed pages are taken as '-' and ' ', where the text as
-/// it is finds nothing. `family`, unless empty, limits the search to families of this name or alias name.
+/// White space around the text is ignored. If the text finds nothing as it is, dashes and blanks of printed pages are taken as
+/// '-' and ' '. `family`, unless empty, limits the search to families of this name or alias name.
 Matches Find(const Databases& databases, std::string_view text, std::string_view family = {});
 
 /// The devices that have `text` as their `key`, exactly; none for kFullName.

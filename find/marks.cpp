@@ -23,7 +23,7 @@ bool IsSeparator(char c) { return std::strchr("-_/., ()", c) != nullptr || inter
 struct Beginning {
   std::size_t length = 0;         // in the mark
   std::string name = {};          // as the database writes it
-  const char* package = nullptr;  // the type, when an ordering number tells it
+  const char* package = nullptr;  // the type, if known from an ordering number
 };
 
 /// Whether a mark may go on after `length` characters: a number is not cut.
@@ -267,13 +267,13 @@ Matches FindLongest(const Databases& databases, const std::string& text, const s
 
 // --- Other forms of a mark --------------------------------------------------------------------------------------------------
 
-/// A form in which the device's name begins the mark, and what of the mark it lacks.
+/// A form in which the device's name begins the mark, and the part of the mark that it lacks.
 struct Form {
   std::string text;
   std::string leftOut = {};
 };
 
-/// Marks with a part within what is the device's name: '#' is a digit, '@' a letter. The part is left out of the name.
+/// Marks with a part within the device's name: '#' is a digit, '@' a letter. The part is left out of the name.
 constexpr struct {
   const char* shape;  ///< Of the mark's beginning.
   std::size_t at, length;

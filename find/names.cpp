@@ -10,7 +10,7 @@ namespace {
 
 using internal::IsSameLetter;
 
-/// Whether `text` is one that `pattern` describes: '*' is any characters, '?' is one. If the rest does not match, the last '*'
+/// Whether `text` matches `pattern`: '*' is any characters, '?' is one. If the rest does not match, the last '*'
 /// takes one character more; it never has to give one back.
 bool Describes(std::string_view pattern, std::string_view text) {
   std::size_t p = 0;

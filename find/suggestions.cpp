@@ -1,4 +1,4 @@
-// What a text that finds nothing was probably meant to be, and why it finds nothing.
+// If a text finds nothing: what was probably meant, and why it finds nothing.
 
 #include <algorithm>
 

@@ -8,7 +8,7 @@
 #include "LObject.h"
 #include "plddb_export.h"
 
-/// One package in which a device is sold: its type, its ordering name (PON), the files and settings that the programming tool
+/// One package in which a device is sold: its type, its ordering number (PON), the files and settings that the programming tool
 /// uses for it, and the socket adapters that fit it. The package owns its adapters.
 ///
 /// Rules of every accessor:

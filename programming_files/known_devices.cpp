@@ -54,7 +54,7 @@ bool MayFollow(std::string_view name, std::string_view rest) {
   return !IsDigit(rest.front()) && !(isSpartan && (rest[0] == 'E' || rest[0] == 'A'));
 }
 
-/// Other spellings of an ordering name, under which the descriptions may have its device.
+/// Other spellings of an ordering number, under which the descriptions may have its device.
 std::vector<std::string> Spellings(const std::string& text) {
   std::vector<std::string> spellings = {text};
   if (StartsWith(text, "XA") || StartsWith(text, "XQ")) spellings.push_back("XC" + text.substr(2));

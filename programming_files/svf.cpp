@@ -121,9 +121,13 @@ class SvfReader {
     }
     if (c != ')') return AddFault(file_, place, "expected ')' after hex digits");
     if (!isHex && lastWord_ != "PIO" && lastWord_ != "PIOMAP") return AddFault(file_, place, "expected hex digits and ')'");
-    if (lastWord_ == "TDI") statement_.tdi = std::move(digits);
-    if (lastWord_ == "TDO") statement_.tdo = std::move(digits);
-    if (lastWord_ == "MASK") statement_.mask = std::move(digits);
+    if (lastWord_ == "TDI") {
+      statement_.tdi = std::move(digits);
+    } else if (lastWord_ == "TDO") {
+      statement_.tdo = std::move(digits);
+    } else if (lastWord_ == "MASK") {
+      statement_.mask = std::move(digits);
+    }
   }
 
   void Execute() {

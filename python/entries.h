@@ -118,7 +118,7 @@ class Entry {
     return List::All(**owner_, place_)[place_.inner];
   }
 
-  /// Calls `change(value)` and keeps what becomes of it.
+  /// Calls `change(value)`, and keeps the changed value.
   template <class Change>
   void Set(Change change) {
     if (owner_ == nullptr) return change(value_);

@@ -16,7 +16,7 @@ namespace {
 
 namespace pf = programming_files;
 
-/// A verdict, and the file that it is on. Its devices are held; those that the library lent are not looked at.
+/// A verdict, and the file that it is about. Its devices are held; those that the library lent are not looked at.
 struct Verdict {
   std::string path;
   pf::File file;

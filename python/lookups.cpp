@@ -57,7 +57,7 @@ py::object AttributeToPython(const char* text) { return ToPython(text); }
 py::object AttributeToPython(bool flag) { return py::bool_(flag); }
 py::object AttributeToPython(int number) { return py::int_(number); }
 
-/// An attribute of the first family of a name: the first database that has one is asked.
+/// An attribute of the first family of a name, in the first database that has such a family.
 template <class T>
 void AddAttribute(TreeClass& cls, const char* name, T (DeviceList::*get)(const char*) const) {
   cls.def(

@@ -107,7 +107,7 @@ py::object ShowAdapter(const AdapterRecord& self) {
 
 // --- Packages ---------------------------------------------------------------------------------------------------------------
 
-/// The library counts packages in 16 bits, and loses sight of those beyond.
+/// The library counts packages in 16 bits, and does not find those after the last one that it can count.
 void CheckRoom(const PackageList& packages, int more) {
   constexpr int kMost = 65535;
   if (packages.GetPackageCount() + more <= kMost) return;

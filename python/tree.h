@@ -90,6 +90,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
  public:
   explicit Tree(std::vector<Part> parts) : parts_(std::move(parts)) {}
   static void* operator new(std::size_t) { RaiseNotInitialised("Database"); }
+  static void operator delete(void*) {}  // never called
 
   const std::vector<Part>& Parts() const { return parts_; }
   std::vector<const DeviceList*> Databases() const;
@@ -105,7 +106,7 @@ class Tree : public std::enable_shared_from_this<Tree> {
     if (record == nullptr) return nullptr;
     std::weak_ptr<Record>& known = held_[record];
     if (const std::shared_ptr<Record> held = known.lock()) return std::static_pointer_cast<RecordOf<T>>(held);
-    const auto held = std::make_shared<RecordOf<T>>(shared_from_this(), record);
+    auto held = std::make_shared<RecordOf<T>>(shared_from_this(), record);
     known = held;
     return held;
   }

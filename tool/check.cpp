@@ -23,11 +23,11 @@ using plddb::check::Severity;
 constexpr const char* kFooter =
     R"(The files are checked as one database, in their order. A finding is a line
 "FILE:LINE:COLUMN: error|warning[code]: text" on standard output; the place is
-that of the value, or of the element that lacks it. An error can never work, or
-a value is lost; a warning may be intended. docs/check.md explains each code.
+that of the value, or of the element that lacks it. An error can never work or
+loses data. A warning may be intended. docs/check.md explains each code.
 
-With --bsdl the descriptions are compared with those of the makers' files that
-match their IDCODEs or have the entity name of a package, instead: id, mask, IR
+With --bsdl, each description is compared instead with the makers' files that
+match its IDCODE or have the entity name of one of its packages: id, mask, IR
 length, codes and boundary length. A folder means all *.bsd, *.bsdl, *.bsm,
 *.bs and *.1532 files in it. docs/bsdl.md explains the codes.
 

@@ -14,7 +14,7 @@ using Findings = std::vector<plddb::check::Finding>;
 
 std::string FindingLines(const Findings& findings);  ///< "FILE:LINE:COLUMN: error[code]: text".
 std::string FindingJson(const Findings& findings);
-std::string FindingSarif(const Findings& findings);  ///< SARIF 2.1.0, which forges show in reviews.
+std::string FindingSarif(const Findings& findings);  ///< SARIF 2.1.0, which code-hosting sites show in reviews.
 std::string CodeTable();
 
 std::vector<plddb::check::Code> AllCodes();  ///< Those of the library check, then those of --bsdl.

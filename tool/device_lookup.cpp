@@ -16,7 +16,7 @@ extern constexpr std::array<KeyOption, 6> kKeys = {{
     {Key::kName, "The device's name"},
     {Key::kCodeName, "Its code name"},
     {Key::kAlias, "Its alias name"},
-    {Key::kPon, "The ordering name of one of its packages; failing that, one without what follows its last '-'"},
+    {Key::kPon, "The ordering number of one of its packages; failing that, one without what follows its last '-'"},
     {Key::kJdf, "The JEDEC device file of one of its packages"},
     {Key::kEntity, "The entity name of one of its packages"},
 }};

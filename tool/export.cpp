@@ -14,10 +14,10 @@ constexpr const char* kFooter =
 or is derived on loading. Comments stay at their elements; start tags are wrapped at 100 columns. Exporting it again gives the
 same bytes.
 
-Reported on standard error, as plddb check does: values that the loader ignores
-or reads as others, such as an item of a list that is not closed, and names and
-identifiers that an earlier record answers for.
-Nothing is written when a value would be lost, unless --force is given.
+Messages on standard error are those of plddb check: about values that the loader
+ignores or reads differently, such as a list item that is not closed, and about
+names and identifiers that find an earlier record. Nothing is written if a value
+would be lost, unless --force is given.
 
 Exit code: 0 when the file is written, 1 when values would be lost, 2 for wrong
 usage or data that cannot be read or written.)";

@@ -24,9 +24,9 @@ using plddb::find::Match;
 using plddb::find::Matches;
 
 constexpr const char* kFooter =
-    R"(A TEXT without an option is a name, code name, alias name, ordering name, JEDEC device file, entity name, id (8 hex digits, or 0x and 1 to 8 of them) or fuse count; failing that, a family or a package type; failing that, a pattern with * and ?, the beginning of one of these, or a part of one; failing that, a mark on a chip, which begins with a name and goes on with package, speed and temperature grade.
+    R"(A TEXT without an option is compared with names, code names, alias names, ordering numbers, JEDEC device files, entity names, ids (8 hex digits, or 0x and 1 to 8 of them) and fuse counts. If nothing matches, it is taken for a family or a package type; then for a pattern with * and ?, or the beginning or a part of one of these; then for a mark on a chip, which begins with a name, and continues with package, speed grade and temperature grade.
 
-Letter case does not count, but for package types after --package and for JEDEC device files, which agree in their first six characters and their length. All devices that match are listed, in the order of the databases; where a lookup takes the first of several, it is marked.
+Letter case is ignored, except for package types after --package and for JEDEC device files. Of these, the first six characters and the length are compared. All devices that match are listed, in the order of the databases. The first is marked if lookups return only one.
 
 Exit code: 0 when something is found, 1 when nothing is, or several with --unique; 2 for wrong usage or data that cannot be read.)";
 

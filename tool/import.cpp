@@ -17,8 +17,8 @@ namespace {
 
 constexpr const char* kFooter =
     R"(Files that give the same device name describe one device, with the packages of all of them. The name is that of the
-entity, without the name of its pin map; a package has the entity name as its ordering name, so that plddb find --entity finds
-it. What a file states and a description has no place for is written as a comment.
+entity, without the name of its pin map; a package has the entity name as its ordering number, so that plddb find --entity finds
+it. What a description has no place for is written as a comment.
 
 Nothing is written when a file is faulty, when it has no INSTRUCTION_LENGTH, no BYPASS or no IDCODE_REGISTER, when its IDCODE
 leaves the maker or more than 4 bits of the part number open, or when two files of one device contradict each other.
@@ -87,7 +87,7 @@ Run AddImport(Subcommand subcommand) {
   const Option units =
       subcommand.Add("--units", options->units, "Write sizes of IEEE 1532, and times in s, ms, us (as without UNIT) or ns");
   units.Type("s|ms|us|ns").ValueMayBeMissing();
-  subcommand.Add("--into", options->into, "A description file that gets the devices; all else in it stays").Type("FILE");
+  subcommand.Add("--into", options->into, "Add the devices to this description file; everything else in it stays").Type("FILE");
   AddOutputOption(subcommand, options->output);
   subcommand.Footer(kFooter, {"plddb import pld1234a_tq100.bsd --family PLD1200 --output my_devices.xml",
                               "plddb import pld1234a_tq100.bsd --family PLD1200 --units us"});

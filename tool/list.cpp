@@ -17,7 +17,7 @@ namespace tool {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Without a FAMILY all families are listed, with it the devices of all families of that name or alias name, in any letter case; failing that, of those whose names contain it. Hidden families, whose devices are no programmable logic, are left out unless they are named, or with --all: lookups find their devices. The id is the one for JTAG, or else the one for ISP; a bit of the id that is 0 in the scan mask is not compared.
+    R"(Without a FAMILY, all families are listed. With one, the devices of all families of that name or alias name are listed, in any letter case; if there is none, of those whose names contain it. Hidden families have devices that are not programmable logic. They are listed only by their names or with --all, although lookups find their devices. The id is the one for JTAG, or else the one for ISP; a bit of the id that is 0 in the scan mask is not compared.
 
 Exit code: 0 when something is listed, 1 when nothing is; 2 for wrong usage or data that cannot be read.)";
 
@@ -317,7 +317,7 @@ void AddChoice(Subcommand subcommand, Options& options) {
       subcommand.Add("--maker", options.maker, "Only devices whose maker's name contains this").Type("NAME").NotEmpty();
   const Option package =
       subcommand.Add("--package", options.package, "Only devices with this package type").Type("TYPE").NotEmpty();
-  const Option length = subcommand.Add("--ir", options.irLength, "Only devices with an IR of so many bits")
+  const Option length = subcommand.Add("--ir", options.irLength, "Only devices with an instruction register of this many bits")
                             .Type("LENGTH")
                             .Check(ComplaintAboutLength);
   const Option all = subcommand.AddFlag("--all", options.all, "Also hidden families");

@@ -20,7 +20,7 @@ constexpr struct {
   tool::Run (*add)(tool::Subcommand subcommand);
 } kCommands[] = {
     {"identify", "Identify the devices of a JTAG chain by their IDCODEs.", tool::AddIdentify},
-    {"find", "Find a device by name, ordering name, fuse count or another key.", tool::AddFind},
+    {"find", "Find a device by name, ordering number, fuse count or another key.", tool::AddFind},
     {"fits", "Find the device that a programming file is for, and whether it fits a chain.", tool::AddFits},
     {"list", "List the families, or the devices of one.", tool::AddList},
     {"show", "Show everything known about a device, with the file and line of each value.", tool::AddShow},

@@ -10,13 +10,12 @@ namespace {
 
 constexpr const char* kFooter =
     R"(The families of all files are written in the order of the files; Version and Comment are those of the first. Families are
-never joined: of two with one name the first answers for it. The file has the form that plddb export gives.
+never joined: of two with the same name, lookups find the first. The file has the form that plddb export gives.
 
-Reported on standard error, as plddb check does: values that the loader ignores
-or reads as others, such as an item of a list that is not closed, and names and
-identifiers that an earlier record answers for,
-in the same file or in one before it.
-Nothing is written when a value would be lost, unless --force is given.
+Messages on standard error are those of plddb check: about values that the loader
+ignores or reads differently, such as a list item that is not closed, and about
+names and identifiers that find an earlier record, in the same file or in one
+before it. Nothing is written if a value would be lost, unless --force is given.
 
 Exit code: 0 when the file is written, 1 when values would be lost, 2 for wrong
 usage or data that cannot be read or written.)";

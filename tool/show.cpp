@@ -22,7 +22,7 @@ using plddb::find::Match;
 using plddb::find::Matches;
 
 constexpr const char* kFooter =
-    R"(TEXT is anything that plddb find takes: a name, ordering name, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; if there are others, it is marked, and they are listed at the end.
+    R"(TEXT is anything that plddb find takes: a name, ordering number, id, pattern, the beginning of a name, a mark on a chip. The first device that matches is shown, in the order of the databases and of their devices; if there are others, it is marked, and they are listed at the end.
 
 Values are shown as in a description file, with their lines. Defaults and values that are derived on loading are omitted. A device is a bypass device in the modes of chain processing, 0 to 6, in which it only passes data through.
 

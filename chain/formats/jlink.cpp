@@ -33,7 +33,7 @@ Taken TakeJtagCount(const ScanLine& line, ScanReports& reports) {
   return line.after.find(" JTAG device") == line.after.npos ? kNotMine : TakeCount(line, reports);
 }
 
-/// The tool's name of a device: the last of the entries after its id, which are separated by commas.
+/// The name that the tool prints for a device: the last of the entries after its id, which commas separate.
 std::string NameIn(std::string_view entries) {
   const std::size_t comma = entries.rfind(", ");
   const std::string name = comma == entries.npos ? "" : Trimmed(entries.substr(comma + 2));

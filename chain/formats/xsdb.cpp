@@ -26,7 +26,7 @@ Taken TakeTarget(const ScanLine& line, ScanReports& reports) {
 }
 
 ///   1  Digilent Zed 210248A39829
-/// The next cable ends the chain; a line further inside is about a part of a device.
+/// The next cable ends the chain; a line that is indented further is about a part of a device.
 Taken PassOverParts(const ScanLine& line, ScanReports& reports) {
   return reports.Current().taps.empty() || Indentation(line.after) <= reports.indentation ? kNotMine : kInside;
 }

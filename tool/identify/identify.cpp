@@ -35,7 +35,7 @@ the same part or one bit apart. An id that was read one bit late or early, rever
 recognised. A chain with an unknown TAP can be used only if its IR length is known: a length that OpenOCD
 verified is used; give any other with --ir, or take it from the scan with --trust-ir.
 
---format openocd writes the chain for OpenOCD's configuration, nearest TDO first; svg draws it. tsv has a head
+--format openocd writes the chain for OpenOCD's configuration, nearest TDO first; svg draws it. tsv has a header
 line and a line for each position. Notes go to standard error with tsv, json and svg.
 
 --expect compares the chain with names, ordering numbers or families, position by position.
@@ -89,7 +89,7 @@ Chain IdentifyAll(plddb::chain::DeviceFinder& finder, const Scan& scan, bool tru
   return chain;
 }
 
-ExitCode Answer(const IdentifiedChain& identified, const Options& options) {
+ExitCode WriteAnswer(const IdentifiedChain& identified, const Options& options) {
   if (!options.expected.empty()) {
     Output output(WriteOutput);
     const bool agrees = CompareWithExpected(identified, ExpectedNames(options.expected), output);
@@ -115,7 +115,7 @@ ExitCode RunIdentify(const Options& options) {
   plddb::chain::DeviceFinder finder(lists, options.comm);
   Chain chain = IdentifyAll(finder, scan, options.trustsIrLengths);
   GiveIrLengths(chain, options.irLengths);
-  return Answer({databases, finder, options.comm, std::move(scan), std::move(chain)}, options);
+  return WriteAnswer({databases, finder, options.comm, std::move(scan), std::move(chain)}, options);
 }
 
 void AddInput(Subcommand subcommand, Options& options) {

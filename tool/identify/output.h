@@ -60,7 +60,7 @@ class Output {
 /// \name The forms
 ///@{
 void TextOutput(const IdentifiedChain& identified, Output& output);     ///< For people; ends with the notes.
-void TsvOutput(const IdentifiedChain& identified, Output& output);      ///< A head line, then a line for each position.
+void TsvOutput(const IdentifiedChain& identified, Output& output);      ///< A header line, then a line for each position.
 void JsonOutput(const IdentifiedChain& identified, Output& output);     ///< An array with an object for each position.
 void OpenOcdOutput(const IdentifiedChain& identified, Output& output);  ///< The chain for OpenOCD's configuration.
 void SvgOutput(const IdentifiedChain& identified, Output& output);      ///< A drawing, from TDI to TDO.
