@@ -45,10 +45,11 @@ bool IsText(const py::object& object) {
 }
 
 chain::Scan ScanOf(const py::object& asked) {
-  if (IsText(asked)) return ReadText(BytesOf(asked));
   chain::Scan scan;
   if (PyIndex_Check(asked.ptr()) != 0) {
     scan.taps.push_back({"", IdFrom(asked)});
+  } else if (IsText(asked)) {
+    scan = ReadText(BytesOf(asked));
   } else if (py::isinstance<py::iterable>(asked)) {
     for (const py::handle id : asked) scan.taps.push_back({"", IdFrom(id)});
   } else {

@@ -82,9 +82,11 @@ std::string ToBytes(py::handle text) {
 }
 
 std::string BytesOf(py::handle data) {
-  if (PyBytes_Check(data.ptr())) return data.cast<std::string>();
-  if (PyByteArray_Check(data.ptr())) return std::string(data.cast<py::bytearray>());
-  return py::hasattr(data, "read") ? BytesOf(data.attr("read")()) : ToBytes(data);
+  const py::object read = py::getattr(data, "read", py::none());
+  const py::object content = read.is_none() ? py::reinterpret_borrow<py::object>(data) : read();
+  if (PyBytes_Check(content.ptr())) return content.cast<std::string>();
+  if (PyByteArray_Check(content.ptr())) return std::string(content.cast<py::bytearray>());
+  return ToBytes(content);
 }
 
 py::object ToPython(const std::string& text) {

@@ -103,6 +103,19 @@ def test_entries_are_pickled_and_copied(tree):
     assert copies[0] == plddb.PersistentFuse()
 
 
+class File:
+    """What looks like an open file, and reads anything."""
+
+    def __init__(self, content):
+        self.read = lambda: self if content is File else content
+
+
+@pytest.mark.parametrize("content", [*STRANGE, File], ids=lambda value: repr(value)[:20])
+def test_a_file_may_read_anything(shipped, content):
+    attempt(lambda: plddb.parse(File(content)))
+    attempt(lambda: shipped.identify(File(content)))
+
+
 def test_faults_and_findings_are_values(tmp_path):
     path = tmp_path / "bad\udcff.xml"
     path.write_text(DUPLICATE)
