@@ -52,7 +52,7 @@ void Warn(const bsdl::Import& import, const std::vector<bsdl::File>& files) {
     const auto isSame = [&](const bsdl::Fault& own) { return ToString(own) == ToString(fault); };
     const auto has = [&](const bsdl::File& file) { return std::any_of(file.faults.begin(), file.faults.end(), isSame); };
     if (fault.severity == bsdl::Severity::kError || std::any_of(files.begin(), files.end(), has)) continue;
-    if (PyErr_WarnEx(PyExc_UserWarning, ToString(fault).c_str(), 1) != 0) throw py::error_already_set();
+    py::module_::import("warnings").attr("warn")(ToPython(ToString(fault)));
   }
 }
 

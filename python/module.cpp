@@ -79,8 +79,10 @@ PYBIND11_MODULE(_plddb_of_main, module) {
   module.attr("__name__") = "plddb";  // of which the classes are members
   AddFaults(module);
   Classes classes = DeclareClasses(module);
-  AddRecords(module, classes);
-  AddParsedLists(module, classes);
+  AddDatabase(classes);
+  AddRecords(classes);
+  AddControlRecords(module);
+  AddParsedLists(classes);
   AddLookups(module, classes);
   AddFiles(module, classes);
   AddChecks(module);

@@ -23,16 +23,18 @@ struct Classes {
   AdapterClass adapter;
 };
 
-void AddFaults(py::module_& module);                         // faults.cpp: exceptions
-void AddRecords(py::module_& module, Classes& classes);      // records.cpp: fields, and making and deleting records
-void AddParsedLists(py::module_& module, Classes& classes);  // parsed_lists.cpp: control records
-void AddLookups(py::module_& module, Classes& classes);      // lookups.cpp
-void AddFiles(py::module_& module, Classes& classes);        // files.cpp: load, parse, write
-void AddChecks(py::module_& module);                         // checks.cpp: check
-void AddChains(py::module_& module, Classes& classes);       // chains.cpp: identify
-void AddFind(py::module_& module, Classes& classes);         // find_devices.cpp
-void AddFits(py::module_& module);                           // fits.cpp: programming files
-void AddBsdlFiles(py::module_& module);                      // bsdl_files.cpp
+void AddFaults(py::module_& module);                     // faults.cpp: exceptions
+void AddDatabase(Classes& classes);                      // database.cpp: families and copies
+void AddRecords(Classes& classes);                       // records.cpp: fields, and making and deleting records
+void AddControlRecords(py::module_& module);             // control_records.cpp
+void AddParsedLists(Classes& classes);                   // parsed_lists.cpp
+void AddLookups(py::module_& module, Classes& classes);  // lookups.cpp
+void AddFiles(py::module_& module, Classes& classes);    // files.cpp: load, parse, write
+void AddChecks(py::module_& module);                     // checks.cpp: check
+void AddChains(py::module_& module, Classes& classes);   // chains.cpp: identify
+void AddFind(py::module_& module, Classes& classes);     // find_devices.cpp
+void AddFits(py::module_& module);                       // fits.cpp: programming files
+void AddBsdlFiles(py::module_& module);                  // bsdl_files.cpp
 
 /// Throws plddb.Error for `faults`, if there are any.
 void RaiseFaults(const std::vector<Fault>& faults);
@@ -61,6 +63,19 @@ void AddValues(Class& cls, const char* maker, StateOf stateOf) {
         return py::make_tuple(py::module_::import("plddb").attr("_make"), py::make_tuple(py::str(maker)) + stateOf(self));
       },
       "For pickle and copy.");
+}
+
+/// A list of records.
+template <class T>
+py::list ToList(std::vector<Held<T>> records) {
+  py::list list(records.size());
+  for (std::size_t i = 0; i < records.size(); ++i) list[i] = py::cast(records[i]);
+  return list;
+}
+
+/// "1 device", "2 devices".
+inline std::string Counted(std::size_t count, const std::string& one, const std::string& several) {
+  return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
 /// Adds a property to `cls`.

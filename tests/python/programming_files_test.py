@@ -1,6 +1,7 @@
 """Programming files against chains, and makers' BSDL files."""
 
 import json
+import os
 import subprocess
 import warnings
 
@@ -175,6 +176,13 @@ def test_several_files_and_units_are_taken_as_by_the_command(makers, units):
     assert bool(caught) == (units == "ns")
     device = first.describe("F", others=(second,)).families[0].devices[0]
     assert [package.type for package in device.packages] == ["TQ100", "BG256"]
+
+
+def test_what_is_left_out_is_a_warning_whatever_the_name_of_the_file(tmp_path):
+    path = tmp_path / os.fsdecode(b"\xffa.bsd")
+    path.write_text(FLOW)
+    with pytest.warns(UserWarning, match="not plain ASCII: BSDLFile is left out"):
+        assert plddb.read_bsdl(path).describe("F").device_count == 1
 
 
 def test_wrong_options_of_describing_are_refused(makers):
