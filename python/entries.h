@@ -97,6 +97,7 @@ class Entry {
   using Owner = Held<typename List::Owner>;
 
   static void* operator new(std::size_t) { RaiseNotInitialised("record"); }
+  static void operator delete(void*) {}  // never called
 
   explicit Entry(T value = T()) : value_(std::move(value)) {}
   Entry(Owner owner, Place place)

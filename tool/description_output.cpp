@@ -13,6 +13,7 @@
 #include "command.h"
 #include "data_files.h"
 #include "device_text.h"
+#include "shared_options.h"
 #include "standard_streams.h"
 #include "whole_file.h"
 
@@ -80,15 +81,28 @@ std::string LoadableText(const Descriptions& written) {
   throw Failure("plddb: error: nothing is written, since the file would not load: " + loaded.faults.front().text);
 }
 
+constexpr const char* kFooter = R"(
+
+Messages on standard error are those of plddb check: about values that the loader ignores or reads differently, such as a list item that is not closed, and about names and identifiers that find an earlier record. Nothing is written if a value would be lost, unless --force is given.
+
+Exit code: 0 when the file is written, 1 when values would be lost, 2 for wrong usage or data that cannot be read or written.)";
+
 }  // namespace
 
-ExitCode WriteDescriptions(const Descriptions& written, const std::string& path, Lost lost) {
+void AddWriteOptions(Subcommand subcommand, WriteOptions& options, const std::string& help,
+                     const std::vector<std::string>& examples) {
+  AddOutputOption(subcommand, options.output);
+  subcommand.AddFlag("--force", options.force, "Write the file even if values are lost");
+  subcommand.Footer(help + kFooter, examples);
+}
+
+ExitCode WriteDescriptions(const Descriptions& written, const WriteOptions& options) {
   ReportShadowed(written);
-  if (!ReportLost(written) && lost == Lost::kRefused) {
+  if (!ReportLost(written) && !options.force) {
     WriteMessage("plddb: error: nothing is written, since these values would be lost; --force writes the rest\n");
     return ExitCode::kNotFound;
   }
-  WriteDescriptionText(LoadableText(written), path);
+  WriteDescriptionText(LoadableText(written), options.output);
   return ExitCode::kFound;
 }
 
