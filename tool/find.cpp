@@ -19,7 +19,6 @@ namespace tool {
 namespace {
 
 using plddb::find::Key;
-using plddb::find::Kind;
 using plddb::find::Match;
 using plddb::find::Matches;
 

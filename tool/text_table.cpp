@@ -163,7 +163,8 @@ std::string WrappedTable(const std::vector<Row>& rows, const std::string& indent
 std::string WrappedText(const std::string& text, const std::string& indent) {
   std::string lines;
   for (const std::string& line : Wrapped(text, kLineWidth - indent.size() - 2)) {
-    lines += indent + (lines.empty() ? "" : "  ") + line + '\n';
+    const char* const deeper = lines.empty() ? "" : "  ";
+    lines.append(indent).append(deeper).append(line) += '\n';
   }
   return lines;
 }
