@@ -2,6 +2,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "whole_file.h"
 
 namespace tool {
@@ -17,7 +19,13 @@ std::FILE* CreateBeside(const Path& made, const Path& path) {
   const int descriptor = open(made.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? old.st_mode & 0777 : 0666);
   if (descriptor < 0) return nullptr;
   if (replaces) static_cast<void>(fchmod(descriptor, old.st_mode & 07777));  // if the file system has such modes
-  return fdopen(descriptor, "wb");
+  std::FILE* const file = fdopen(descriptor, "wb");
+  if (file == nullptr) {  // without memory
+    close(descriptor);
+    unlink(made.c_str());
+    errno = ENOMEM;
+  }
+  return file;
 }
 
 bool WriteToDisk(std::FILE* file) { return fsync(fileno(file)) == 0; }

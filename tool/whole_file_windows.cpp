@@ -21,7 +21,14 @@ bool IsDevice(const Path& path) {
 std::FILE* CreateBeside(const Path& made, const Path& /*path*/) {
   constexpr int flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
   const int descriptor = _wopen(made.c_str(), flags, _S_IREAD | _S_IWRITE);
-  return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+  if (descriptor < 0) return nullptr;
+  std::FILE* const file = _fdopen(descriptor, "wb");
+  if (file == nullptr) {  // without memory
+    _close(descriptor);
+    _wunlink(made.c_str());
+    errno = ENOMEM;
+  }
+  return file;
 }
 
 bool WriteToDisk(std::FILE* file) { return _commit(_fileno(file)) == 0; }
