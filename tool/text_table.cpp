@@ -25,10 +25,12 @@ constexpr CodeRange kWide[] = {
     {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
 };
 
+/// Whether one of `ranges`, which are in ascending order, has the character.
 template <std::size_t kSize>
 bool IsIn(const CodeRange (&ranges)[kSize], std::uint32_t code) {
-  return std::any_of(std::begin(ranges), std::end(ranges),
-                     [code](const CodeRange& range) { return range.first <= code && code <= range.last; });
+  const auto* const next = std::upper_bound(std::begin(ranges), std::end(ranges), code,
+                                            [](std::uint32_t number, const CodeRange& range) { return number < range.first; });
+  return next != std::begin(ranges) && code <= std::prev(next)->last;
 }
 
 std::size_t WidthOf(std::uint32_t code) { return IsIn(kNarrowest, code) ? 0 : IsIn(kWide, code) ? 2 : 1; }
