@@ -16,18 +16,22 @@ namespace {
 class FileBeside {
  public:
   explicit FileBeside(const std::string& name)
-      : name_(name),
-        path_(plddb::ToPath(name)),
-        made_(plddb::ToPath(name + ".new-" + ProcessId())),
-        file_(CreateBeside(made_, path_)) {
-    if (file_ == nullptr) Fail();
+      : name_(name), path_(plddb::ToPath(name)), made_(plddb::ToPath(name + ".new-" + ProcessId())) {
+    const int descriptor = CreateBeside(made_, path_);
+    if (descriptor < 0) Fail();
+    file_.reset(OpenStream(descriptor));
+    if (file_ == nullptr) {
+      CloseDescriptor(descriptor);
+      Remove();
+      errno = ENOMEM;
+      Fail();
+    }
     isThere_ = true;
   }
 
   ~FileBeside() {
     file_.reset();
-    std::error_code ignored;
-    if (isThere_) std::filesystem::remove(made_, ignored);
+    if (isThere_) Remove();
   }
 
   FileBeside(const FileBeside&) = delete;
@@ -44,6 +48,11 @@ class FileBeside {
   }
 
  private:
+  void Remove() const {
+    std::error_code ignored;
+    std::filesystem::remove(made_, ignored);
+  }
+
   [[noreturn]] void Fail() const {
     throw Failure("plddb: error: cannot write " + Printable(name_) + ": " + std::strerror(errno));
   }

@@ -16,9 +16,11 @@ void WriteWholeFile(const std::string& path, const std::string& text);
 using Path = std::filesystem::path;
 bool IsDevice(const Path& path);  ///< Whether the name alone makes it one, as CON on Windows.
 std::string ProcessId();
-std::FILE* CreateBeside(const Path& made, const Path& path);  ///< A new file `made` that will replace `path`.
-bool WriteToDisk(std::FILE* file);                            ///< What the system may still keep in memory.
-bool Replace(const Path& path, const Path& made);             ///< By the file `made`, which is closed.
+int CreateBeside(const Path& made, const Path& path);  ///< A descriptor of a new file `made` that will replace `path`, or -1.
+std::FILE* OpenStream(int descriptor);                 ///< For writing; null without memory.
+void CloseDescriptor(int descriptor);                  ///< One without a stream.
+bool WriteToDisk(std::FILE* file);                     ///< What the system may still keep in memory.
+bool Replace(const Path& path, const Path& made);      ///< By the file `made`, which is closed.
 ///@}
 
 }  // namespace tool

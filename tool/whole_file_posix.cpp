@@ -2,8 +2,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-
 #include "whole_file.h"
 
 namespace tool {
@@ -13,20 +11,17 @@ std::string ProcessId() { return std::to_string(getpid()); }
 /// Devices are files of their own kind here.
 bool IsDevice(const Path& /*path*/) { return false; }
 
-std::FILE* CreateBeside(const Path& made, const Path& path) {
+int CreateBeside(const Path& made, const Path& path) {
   struct stat old = {};
   const bool replaces = stat(path.c_str(), &old) == 0;
   const int descriptor = open(made.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? old.st_mode & 0777 : 0666);
-  if (descriptor < 0) return nullptr;
-  if (replaces) static_cast<void>(fchmod(descriptor, old.st_mode & 07777));  // if the file system has such modes
-  std::FILE* const file = fdopen(descriptor, "wb");
-  if (file == nullptr) {  // without memory
-    close(descriptor);
-    unlink(made.c_str());
-    errno = ENOMEM;
-  }
-  return file;
+  if (descriptor >= 0 && replaces) static_cast<void>(fchmod(descriptor, old.st_mode & 07777));  // if there are such modes
+  return descriptor;
 }
+
+std::FILE* OpenStream(int descriptor) { return fdopen(descriptor, "wb"); }
+
+void CloseDescriptor(int descriptor) { close(descriptor); }
 
 bool WriteToDisk(std::FILE* file) { return fsync(fileno(file)) == 0; }
 

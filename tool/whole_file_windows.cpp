@@ -18,18 +18,13 @@ bool IsDevice(const Path& path) {
   return std::filesystem::absolute(path, unknown).native().rfind(L"\\\\.\\", 0) == 0;
 }
 
-std::FILE* CreateBeside(const Path& made, const Path& /*path*/) {
-  constexpr int flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
-  const int descriptor = _wopen(made.c_str(), flags, _S_IREAD | _S_IWRITE);
-  if (descriptor < 0) return nullptr;
-  std::FILE* const file = _fdopen(descriptor, "wb");
-  if (file == nullptr) {  // without memory
-    _close(descriptor);
-    _wunlink(made.c_str());
-    errno = ENOMEM;
-  }
-  return file;
+int CreateBeside(const Path& made, const Path& /*path*/) {
+  return _wopen(made.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
 }
+
+std::FILE* OpenStream(int descriptor) { return _fdopen(descriptor, "wb"); }
+
+void CloseDescriptor(int descriptor) { _close(descriptor); }
 
 bool WriteToDisk(std::FILE* file) { return _commit(_fileno(file)) == 0; }
 
